@@ -1,0 +1,10 @@
+# What the engine stands on; README says why each is here, scripts/setup.sh installs them.
+find_package(Threads REQUIRED)
+find_package(fmt REQUIRED)
+find_package(utf8cpp REQUIRED)
+find_package(nlohmann_json 3.11 REQUIRED)
+if(QVXFEM_BUILD_APPS)
+  find_package(CLI11 REQUIRED)
+endif()
+set(BLA_VENDOR OpenBLAS)
+find_package(BLAS REQUIRED)

@@ -1,0 +1,19 @@
+# Install and export: find_package(qvxFEM) gives the target qvxFEM::qvxFEM.
+include(CMakePackageConfigHelpers)
+
+install(TARGETS qvxFEM EXPORT qvxFEMTargets
+        LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
+        ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR}
+        RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR}
+        INCLUDES DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/qvxFEM)
+install(DIRECTORY ${PROJECT_SOURCE_DIR}/src/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/qvxFEM
+        FILES_MATCHING PATTERN "*.h")
+install(EXPORT qvxFEMTargets NAMESPACE qvxFEM:: DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/qvxFEM)
+configure_package_config_file(${CMAKE_CURRENT_LIST_DIR}/qvxFEMConfig.cmake.in
+        ${PROJECT_BINARY_DIR}/qvxFEMConfig.cmake INSTALL_DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/qvxFEM)
+write_basic_package_version_file(${PROJECT_BINARY_DIR}/qvxFEMConfigVersion.cmake COMPATIBILITY SameMinorVersion)
+install(FILES ${PROJECT_BINARY_DIR}/qvxFEMConfig.cmake ${PROJECT_BINARY_DIR}/qvxFEMConfigVersion.cmake
+        DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/qvxFEM)
+if(TARGET qvxfem_app)
+  install(TARGETS qvxfem_app RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+endif()

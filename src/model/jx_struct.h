@@ -1,0 +1,296 @@
+#pragma once
+
+#include <fstream>
+#include <map>
+#include <memory>
+#include <mutex>
+#include <vector>
+
+#include "model/records/comb_result.h"
+#include "model/records/design_criteria.h"
+#include "model/records/element.h"
+#include "model/records/envelope.h"
+#include "model/records/host_data.h"
+#include "model/records/load.h"
+#include "model/records/node.h"
+#include "model/records/property.h"
+#include "model/records/spring.h"
+#include "model/records/unit.h"
+#include "platform/cstring.h"
+#include "platform/cwnd.h"
+#include "platform/export.h"
+#include "quad/double128.h"
+#include "tools/jx_exception.h"
+#include "tools/jx_point.h"
+
+class CjxBmGroup;
+class CjxShell4Group;
+class CjxBrickGroup;
+struct jxSolutionData;
+
+enum SolverType : int { DoubleSkyline = 0, QuadSkyline = 1, DoubleSparse = 2 };
+
+enum ModelType : int {
+    Frame3D = 0,         ///< "3D Frame & Shell (6-DOF)"
+    Frame2D = 1,         ///< "2D Frame (X, Y, OZ)"
+    Truss3D = 2,         ///< "3D Truss (X, Y, Z)"
+    Truss2D = 3,         ///< "2D Truss (X, Y)"
+    PlateBending2D = 4,  ///< "2D Plate Bending (Z, OX, OY)"
+    PlaneStress2D = 5,   ///< "2D Plane Stress (X, Y)"
+    Brick3D = 6,         ///< "3D Brick (X, Y, Z)"
+    Grillage2D = 7,      ///< "2D Grillage (Y, OX, OZ)"
+};
+
+/// The one object of a structural model: input, settings, results and the channels to the host.
+///
+/// Record vectors are sorted by id, load cases excepted; a record refers to another by id. Numbers are in the model's
+/// units while the host edits, in inch, pound, radian, degree F during a run (bInSolution). Analysis entries return 1
+/// on success and 0 when the input is refused; every other failure leaves as jxException and leaves the model in
+/// internal units with the saved input in place, for RestoreInputData to bring back.
+class QVXFEM_API CjxStruct
+{
+public:
+    CjxStruct();
+    CjxStruct(const CjxStruct&) = delete;
+    CjxStruct& operator=(const CjxStruct&) = delete;
+
+    // --- Host hooks -----------------------------------------------------------------------------------------------
+    virtual bool IsEmptyDocument() const;
+    virtual void OnAddMoreLoadCase();         ///< resizes caseLoads to the number of load cases
+    virtual void OnAddMoreLoadCombination();  ///< resizes combResults to the number of load combinations
+    virtual ~CjxStruct();
+
+    // --- Host channel (model/messages.cpp) ------------------------------------------------------------------------
+    unsigned char bInteractive = 1;  ///< message boxes may be shown
+
+    /// Sets the window that receives messages, resets counter and abort flag, posts an empty status line.
+    void set_solver_wnds(CWnd* window);
+    void clear_solver_wnds();
+    /// Posts "[HH:MM:SS] text" and status as a list line (message 1124) and logs "text - status".
+    void list_msg(const wchar_t* text, const wchar_t* status);
+    void list_msg0(const wchar_t* text, const wchar_t* status);
+    void list_msg_and_log(const wchar_t* text, const wchar_t* status);
+    /// Posts a status line (message 1126) and logs it.
+    void status_msg(const wchar_t* text);
+    /// Asks the user when the abort key is down; on Yes throws jxException "SOLUTION ABORTED!".
+    void peek_msg();
+    CString* GetNextCounterString();
+    void ClearCounterString();
+    /// Starts a log entry with "[date time]: " and returns the stream; the host opens it (fileLog).
+    std::ofstream& GetFileLog();
+    /// One whole log entry: prefix, text, end of line, flush.
+    void LogLine(const wchar_t* text);
+    int memcheck(std::ofstream& log, int kilobytes);
+    int GetNumberOfCPUs() const;
+    std::ofstream fileLog;  ///< opened by the host before the first analysis
+    CString documentPath;
+
+    // --- Saved input, clearing, repair (model/saved_input.cpp, clear_results.cpp, repair.cpp) -----------------------
+    /// Copies what the host entered: no links, no derived masses, no bar databases, nothing of results or channels.
+    CjxStruct& copy_input(const CjxStruct& other);
+    void SaveInputData();
+    /// Copies the saved input back, if there is one. Units and bInSolution follow the copy.
+    void RestoreInputData();
+    void ClearResult();
+    void ClearStaticResult();
+    void ClearFrequencyResult();
+    void ClearResponseSpectrumResult();
+    void ClearConcreteResult();
+    void ClearSteelResult();
+    void ClearSolverData();
+    bool HasStaticSolution() const;
+    bool EigenSolution() const;
+    bool ResponseSpectrumSolution() const;
+    int GetSolver() const { return solverType; }
+    void SetSolverType(int type) { solverType = type; }
+    /// Adds missing default records, drops records that refer to nothing, resets stored indices beyond their vector.
+    void RepaireData();
+    /// Input checks; 1 when the model may be solved. Derives bNonlinear and linearCombCount.
+    /// @param mode     0 static, 1 frequency
+    /// @param bSilent  leaves the length variation questions out
+    int CheckInputData(int mode, bool bSilent);
+
+    // --- Static run (solver/) ---------------------------------------------------------------------------------------
+    int ExecuteStatic();
+    void AutoRenumberNodesAndElements();
+    int ProcessElementConnectivity(jxSolutionData& data);
+    void GetIds();
+    void FindSuppressedDofs();
+    /// Node id and 1-based DOF of an equation; both stay as they are when the equation is not found.
+    void FindDof(int& node, int& dof, int nNodes, int equation) const;
+    void AllocateStiffnessMemory(jxSolutionData& data, int mode, int nTerms);
+    void ProcessElementGroupStiffness(jxSolutionData& data, CjxBmGroup& bm, CjxShell4Group& sh, CjxBrickGroup& br,
+                                      int comb);
+    double ComputeMaxStiffnessTerm(jxSolutionData& data) const;
+    void CheckDiagonalStiffnessTerm(jxSolutionData& data);
+    void CheckSolutionStability(jxSolutionData& data);
+    void ProcessBoundary(jxSolutionData& data, qvx::double128 penalty, int comb);
+    void ProcessForcedDisplacements(jxSolutionData& data, qvx::double128 penalty, int comb);
+    void ProcessNodalAndElementLoads(int comb, CjxBmGroup& bm, CjxShell4Group& sh, CjxBrickGroup& br);
+    void ProcessNdLoads(int comb);
+    static void GetCoupledSpringStiffness(double k[6][6], const jxCoupledSpring& spring);
+    bool CheckNonzeroLoadVector(qvx::double128* load);
+    /// Equation of a node's DOF (position from 1, dof from 0), 0 when it has none.
+    int Equation(int nodePosition, int dof) const;
+    /// Index of the load case with this label, exact, first match; -1 when there is none.
+    int FindLoadCase(const wchar_t* label) const;
+
+    void InitializeComb(int comb);
+    bool CheckNonlinearStop(int iteration, int comb, CjxBmGroup& bm);
+    bool IsSpringFailed(jxSpring& spring, int dof, jxResult6Val& displacement, bool bHaveResult);
+    void SetNonlinearElementsFailed(int changed) { bElementStateChanged = changed; }
+    double GetBeamAverageAxialForce(int comb);
+
+    void Output_All(int comb, CjxBmGroup& bm, CjxShell4Group& sh, CjxBrickGroup& br);
+    void AllDisplacement(int comb);
+    void AllSuptReactions(qvx::double128 penalty, int comb);
+    void AllMultiDofConstraintForces(qvx::double128 penalty, int comb);
+    void AllNodalSpringReactions(int comb);
+    void AllNodalCoupledSpringReactions(int comb);
+    void AllBeamSpringReactions(int comb);
+    void AllShell4SpringReactions(int comb);
+    void _SuptReactions(double r[6], const jxSupt& support, qvx::double128 penalty, int comb);
+    void _MultiDofConstraintForces(jxMultiDofConstraintForce& out, const jxMultiDofConstraint& constraint,
+                                   qvx::double128 penalty, int comb);
+    void _SpringReactions(double r[6], int* nodes, int nNodes, const jxSpring& spring, int comb);
+    void CalcModalCombinationResult();  ///< nothing until a spectrum run has filled its results
+    void CalcRcBeamEnvelop();
+    void CalcRcWoodArmerMoment();
+
+    // --- Element results and loads (elements/) ------------------------------------------------------------------------
+    void GetBeamLoads(std::vector<jxPtLoad>& pts, std::vector<jxLnLoad>& lines, int id, int comb) const;
+    void ConvertAllLocalLoadsToGlobalLoads();
+    void AllBeamEndForces(CjxBmGroup& group, int comb);
+    void AllBeamSegmental(int comb);
+    std::vector<jxBmStress> GetBeamStresses(int comb) const;
+    jxVMD GetVMD_At(std::vector<jxVMD> curve, double x) const;
+    void AllShell4Stresses(CjxShell4Group& group, int comb);
+    void AverageShellStresses(CjxShell4Group& group, int comb);
+    void AllBrickStresses(CjxBrickGroup& group, int comb);
+    void AverageBrickStresses(CjxBrickGroup& group, int comb);
+
+    // --- Document ---------------------------------------------------------------------------------------------------
+    jxUnit units;
+    int bInSolution = 0;  ///< numbers are in internal units
+    CString modelName;
+    CString company;
+    CString engineer;
+    CString reserved;
+    jxPoint origin;        ///< of the host's drawing grid [length]
+    int gridPlane = 2;     ///< of the host's drawing grid
+    CString gridLists[3];  ///< distances of the host's grid lines, "count@value,..." [length]
+    CString notes[3];
+    std::vector<jxNd> gridNodes;  ///< of the host's drawing grid [length]
+
+    // --- Analysis settings ------------------------------------------------------------------------------------------
+    int bThinPlate = 0;
+    int bIncompatibleMembrane = 1;
+    int bShearDeformation = 1;
+    int bRigidDiaphragms = 1;
+    int bStiffnessFactors = 0;
+    int maxNonlinearIterations = 10;
+    double pDeltaTolerance = 0.5;  ///< [%]
+    int bAverageStresses = 1;      ///< 0 none, 1 all shells at a node, 2 shells of equal axes
+    double eigenTolerance = 0.001;
+    int numberOfModes = 1;
+    int maxSubspaceIterations = 18;
+    int iterationVectors = 8;
+    int bLoadsToMasses = 1;
+    int modelType = Frame3D;
+    int dofSuppressed[6] = {};
+    double mergeTolerance = 0.01;  ///< [length]
+    int numberOfSegments = 20;
+    double roundOffThreshold = 1e-10;
+    double shellOzFactor = 1e-7;
+    double diaphragmStiffnessFactor = 10000.0;
+    int bOutOfCore = 0;
+    int massLoadComb = 0;
+    int currentLoadCase = 0;
+    int selfWeightCase = 0;         ///< index of the load case that carries self weight
+    int selfWeightDir = 1;          ///< 0 X, 1 Y, 2 Z
+    double selfWeightFactor = 0.0;  ///< its sign is the sign of the load along selfWeightDir
+    int bLockModel = 0;
+    int solverType = DoubleSparse;
+    int bZVertical = 0;
+    int bSignedShearAngle = 0;  ///< MITC4 shear directions by signed angles at the point itself
+
+    // --- Model ------------------------------------------------------------------------------------------------------
+    int selectedMaterial = 0;
+    int selectedSection = 0;
+    int selectedThickness = 0;
+    std::vector<jxMat> materials;
+    std::vector<jxSect> sections;
+    std::vector<jxThick> thicknesses;
+    std::vector<jxThick> namedLengths;  ///< t in [length]
+    std::vector<jxSupt> supports;
+    std::vector<jxNd> nodes;
+    std::vector<jxBm> beams;
+    std::vector<jxShell4> shell4s;
+    std::vector<jxShell3> shell3s;
+    std::vector<jxBrick> bricks;
+    std::vector<jxLink> links;  ///< generated
+    std::vector<jxSpring> nodalSprings;
+    std::vector<jxCoupledSpring> coupledSprings;
+    std::vector<jxSpring> beamSprings;
+    std::vector<jxSpring> shell3Springs;
+    std::vector<jxSpring> shell4Springs;
+    std::vector<jxRels> releases;
+    std::vector<jxMasterSlave> masterSlaves;
+    std::vector<jxLoadCase> loadCases;
+    std::vector<jxLoadComb> loadCombs;
+    std::vector<jxCaseLoad> caseLoads;
+    std::vector<jxNdLoad> derivedMasses;     ///< generated by a frequency run
+    std::vector<jxNdLoad> additionalMasses;  ///< [force s^2/length], [force s^2 length]
+    std::vector<jxDiaphragm> diaphragms;
+    std::vector<jxMultiDofConstraint> multiDofConstraints;
+    std::vector<jxNamedSelection> namedSelections;
+
+    // --- Design criteria and settings -------------------------------------------------------------------------------
+    jxDesignSettings design;
+    std::vector<jxBmRcCrit> beamRcCriteria;
+    std::vector<jxColRcCrit> columnRcCriteria;
+    std::vector<jxPlateRcCrit> plateRcCriteria;
+    std::vector<jxSteelCrit> steelCriteria;
+    std::vector<jxBarDatabase> rebarDatabases;
+    int currentRebarDatabase = -1;
+
+    // --- Spectra ----------------------------------------------------------------------------------------------------
+    jxSpectrum spectra[3];
+    jxMesh mesh;
+
+    // --- Solver state -----------------------------------------------------------------------------------------------
+    double penaltyFactor = 100000.0;
+    qvx::double128 penaltyStiffness;
+    int numberOfEquations = 0;
+    std::vector<int> idTable[6];                           ///< per DOF: equation by 1-based node position, or 0
+    std::vector<std::vector<qvx::double128>> loadVectors;  ///< per combination, 1-based; displacements after a solve
+    int bNonlinear = 0;
+    int linearCombCount = 0;
+    int bElementStateChanged = 0;
+
+    // --- Results ----------------------------------------------------------------------------------------------------
+    std::vector<jxCombResult> combResults;
+    std::vector<jxMaxBmVMD> concreteEnvelope;
+    std::vector<jxWoodArmer> woodArmer;
+    std::vector<jxEigenResult> eigenResults;
+    std::vector<jxResponseSpectrumResult> spectrumResults;
+    jxCombResult modalResult;
+
+protected:
+    /// Rewrites every number of model, loads and results from one unit set to the other; the units themselves stay.
+    void ConvertUnits(const jxUnit& from, const jxUnit& to);
+
+private:
+    friend class ConvertUnitsAccess;  // tests of the conversion alone
+
+    int RefuseInput();
+    void SolveLinearCombinations(jxSolutionData& data, CjxBmGroup& bm, CjxShell4Group& sh, CjxBrickGroup& br);
+    void SolveNonlinearCombinations(jxSolutionData& data, CjxBmGroup& bm, CjxShell4Group& sh, CjxBrickGroup& br);
+
+    CWnd* solverWindow_ = nullptr;
+    int messageCounter_ = 0;
+    bool bAborted_ = false;
+    std::mutex counterLock_;
+    std::map<int, std::unique_ptr<CString>> counterStrings_;
+    std::unique_ptr<CjxStruct> savedInput_;
+};

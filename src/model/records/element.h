@@ -1,0 +1,125 @@
+#pragma once
+
+/// Behaviour of a member under axial force.
+enum MemberBehavior : int { kLinearMember = 0, kTensionOnly = 1, kCompressionOnly = 2 };
+
+/// Member: two-node element.
+struct jxBm
+{
+    int id = 0;
+    int no = 0;
+    unsigned char bSelected = 0;
+    int node1 = 0;
+    int node2 = 0;
+    int material = 1;
+    int section = 1;
+    double angle = 0;       ///< rotation of local y, z about local x [rad]
+    double axialForce = 0;  ///< of the previous iteration, tension positive [force]
+    double cracking = 1;    ///< factor on the bending stiffness
+    int rcCriterion = 1;
+    wchar_t designType = L'B';  ///< 'B' beam, 'C' column
+    int bConcreteSkip = 0;
+    int nonlinear = kLinearMember;
+    int failed = 0;
+    int steelCriterion = 1;
+    int bSteelSkip = 0;
+    int excluded = 0;
+    int selfWeight = 0;  ///< nonzero leaves the self weight out
+    double f_Iz = 1;
+    double f_Iy = 1;
+    double f_J = 1;
+    double f_A = 1;
+    double f_Ay = 1;
+    double f_Az = 1;
+
+    static const wchar_t* name() { return L"member"; }
+};
+
+/// End releases of a member.
+struct jxRels
+{
+    int id = 0;  ///< member id
+    int no = 0;
+    unsigned char bSelected = 0;
+    wchar_t start[7] = L"000000";  ///< per local DOF: '1' released
+    wchar_t end[7] = L"000000";
+    double partial[12] = {};  ///< partial release values; take no part in the stiffness
+
+    static const wchar_t* name() { return L"release"; }
+};
+
+/// Three-node shell; carried for the host, takes no part in the analysis.
+struct jxShell3
+{
+    int id = 0;
+    int no = 0;
+    unsigned char bSelected = 0;
+    int material = 1;
+    int node[3] = {};
+    int thickness = 1;
+    double angle = 0;  ///< [rad]
+
+    static const wchar_t* name() { return L"shell3"; }
+};
+
+/// Four-node shell.
+struct jxShell4
+{
+    int id = 0;
+    int no = 0;
+    unsigned char bSelected = 0;
+    int material = 1;
+    int node[4] = {};
+    int thickness = 1;
+    double angle = 0;     ///< rotation of the user axes about the normal [rad]
+    double cracking = 1;  ///< factor on the bending rigidities
+    int rcCriterion = 1;  ///< plate criterion
+    int bConcreteSkip = 0;
+    int excluded = 0;
+    int selfWeight = 0;  ///< nonzero leaves the self weight out
+    double f_Fxx = 1;
+    double f_Fyy = 1;
+    double f_Fxy = 1;
+    double f_Mxx = 1;
+    double f_Myy = 1;
+    double f_Mxy = 1;
+    double f_Vxx = 1;
+    double f_Vyy = 1;
+
+    static const wchar_t* name() { return L"shell4"; }
+};
+
+/// Eight-node solid.
+struct jxBrick
+{
+    int id = 0;
+    int no = 0;
+    unsigned char bSelected = 0;
+    int material = 1;
+    int node[8] = {};
+    int excluded = 0;
+    int selfWeight = 0;  ///< nonzero leaves the self weight out
+
+    static const wchar_t* name() { return L"brick"; }
+};
+
+inline bool operator<(const jxBm& a, const jxBm& b)
+{
+    return a.id < b.id;
+}
+inline bool operator<(const jxRels& a, const jxRels& b)
+{
+    return a.id < b.id;
+}
+inline bool operator<(const jxShell3& a, const jxShell3& b)
+{
+    return a.id < b.id;
+}
+inline bool operator<(const jxShell4& a, const jxShell4& b)
+{
+    return a.id < b.id;
+}
+inline bool operator<(const jxBrick& a, const jxBrick& b)
+{
+    return a.id < b.id;
+}

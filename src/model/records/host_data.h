@@ -1,0 +1,45 @@
+#pragma once
+
+#include <string>
+#include <utility>
+#include <vector>
+
+/// Master-slave relation of the host; copied and restored, not used by the solver.
+struct jxMasterSlave
+{
+    int id = 0;  ///< master node id
+    int no = 0;
+    unsigned char bSelected = 0;
+    int slave = 0;
+    wchar_t flag[7] = L"000000";
+
+    static const wchar_t* name() { return L"master-slave"; }
+};
+
+/// Named selection set of the host; copied and restored, not used by the solver.
+struct jxNamedSelection
+{
+    wchar_t label[128] = {};
+    std::vector<int> nodes;
+    std::vector<int> beams;
+    std::vector<int> shell3s;
+    std::vector<int> shell4s;
+    std::vector<int> bricks;
+};
+
+/// Mesh settings of the host.
+struct jxMesh
+{
+    explicit jxMesh(int type_ = -1) : type(type_) {}
+
+    int type = -1;
+    double size = 0;  ///< element size [length]
+};
+
+/// Response spectrum of one global direction.
+struct jxSpectrum
+{
+    std::wstring name;
+    int type = 0;
+    std::vector<std::pair<double, double>> points;  ///< abscissa, ordinate in g
+};

@@ -1,0 +1,36 @@
+#pragma once
+
+#include "platform/export.h"
+
+/// The 18 physical quantities, in the order of the columns of jxUnit.
+enum Quantity : int {
+    kLength = 0,
+    kDimension,
+    kForce,
+    kLinearForce,
+    kMoment,
+    kLinearMoment,
+    kSurfacePressure,
+    kTranslationalDisplacement,
+    kRotationalDisplacement,
+    kTemperature,
+    kModulus,
+    kWeightDensity,
+    kReinforcementArea,
+    kStress,
+    kNodalTranslationalSpring,
+    kNodalRotationalSpring,
+    kLineTranslationalSpring,
+    kSurfaceTranslationalSpring,
+    kQuantityCount
+};
+
+/// Units and number formats of a model. Default: the internal set of the solver (inch, pound, radian, degree F).
+struct QVXFEM_API jxUnit
+{
+    jxUnit();
+
+    int unit[kQuantityCount];    ///< index into the unit name table, per quantity
+    int format[kQuantityCount];  ///< index into the number format table, per quantity
+    int flags[kQuantityCount];   ///< 0 by default; 1 in the source of a driver's conversion
+};

@@ -1,0 +1,1 @@
+#include "platform/host_services.h"

@@ -1,0 +1,80 @@
+#include "tools/geometry.h"
+
+#include <algorithm>
+#include <cmath>
+
+void cos_matrix(double* T, const double c[3][3], int n)
+{
+    std::fill(T, T + n * n, 0.0);
+    for (int block = 0; block < n; block += 3)
+        for (int r = 0; r < 3; ++r)
+            for (int k = 0; k < 3; ++k)
+                T[(block + r) * n + block + k] = c[r][k];
+}
+
+double area(const jxPoint* p, int n)
+{
+    // Shoelace formula about the first vertex, so that a polygon far from the origin keeps its digits.
+    double twice = 0;
+    for (int i = 1; i + 1 < n; ++i)
+        twice += (p[i].x - p[0].x) * (p[i + 1].y - p[0].y) - (p[i + 1].x - p[0].x) * (p[i].y - p[0].y);
+    return twice / 2;
+}
+
+bool is_rectangle(const jxPoint& a, const jxPoint& b, const jxPoint& c, const jxPoint& d)
+{
+    constexpr double kTolerance = 5e-7;
+    const double ac = calc_distance(a, c);
+    const double bd = calc_distance(b, d);
+    const double limit = kTolerance * std::max(ac, bd);
+    const jxPoint centreAc = 0.5 * (a + c);
+    const jxPoint centreBd = 0.5 * (b + d);
+    return std::fabs(ac - bd) <= limit && calc_distance(centreAc, centreBd) <= limit;
+}
+
+double calc_angle(const jxPoint& a, const jxPoint& b)
+{
+    // atan2 of |a x b| and a . b keeps its digits near 0 and pi, where acos loses half of them.
+    jxPoint normal;
+    cross(normal, a, b);
+    return std::atan2(std::sqrt(dot(normal, normal)), dot(a, b));
+}
+
+double CalcSignedAngle3D(const jxPoint& from, const jxPoint& to, const jxPoint& normal)
+{
+    jxPoint turn;
+    cross(turn, from, to);
+    const double length = std::sqrt(dot(normal, normal));
+    return length > 0 ? std::atan2(dot(turn, normal) / length, dot(from, to)) : 0.0;
+}
+
+int test_convex(const jxPoint* p, int n)
+{
+    int positive = 0;
+    int negative = 0;
+    double turned = 0;
+    for (int i = 0; i < n; ++i) {
+        const jxPoint e1 = p[(i + 1) % n] - p[i];
+        const jxPoint e2 = p[(i + 2) % n] - p[(i + 1) % n];
+        const double sine = e1.x * e2.y - e1.y * e2.x;
+        const double cosine = e1.x * e2.x + e1.y * e2.y;
+        // A vertex is straight when its sine is lost in the rounding of the edges.
+        const double limit = 1e-12 * (std::hypot(e1.x, e1.y) * std::hypot(e2.x, e2.y));
+        if (std::fabs(sine) <= limit && cosine <= 0)
+            return 0;  // an edge of no length, or one that runs back on the last
+        positive += sine > limit;
+        negative += sine < -limit;
+        turned += std::atan2(sine, cosine);
+    }
+    if ((positive > 0) == (negative > 0) || std::fabs(turned) > 7)
+        return 0;
+    return std::max(positive, negative) == n ? 1 : 2;
+}
+
+double calc_distance3(const jxPoint& p, const jxPoint& a, const jxPoint& b)
+{
+    const jxPoint ab = b - a;
+    const double squared = dot(ab, ab);
+    const double t = squared > 0 ? std::clamp(dot(p - a, ab) / squared, 0.0, 1.0) : 0.0;
+    return calc_distance(p, a + t * ab);
+}

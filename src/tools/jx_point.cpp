@@ -1,0 +1,49 @@
+#include "tools/jx_point.h"
+
+#include <cmath>
+
+bool is_equal(double a, double b, double tolerance)
+{
+    return std::fabs(a - b) <= tolerance;
+}
+
+bool operator==(const jxPoint& a, const jxPoint& b)
+{
+    constexpr double kTolerance = 1e-9;
+    return is_equal(a.x, b.x, kTolerance) && is_equal(a.y, b.y, kTolerance) && is_equal(a.z, b.z, kTolerance);
+}
+
+double calc_distance(const jxPoint& a, const jxPoint& b)
+{
+    return std::hypot(b.x - a.x, b.y - a.y, b.z - a.z);
+}
+
+void cross(jxPoint& out, const jxPoint& a, const jxPoint& b)
+{
+    out = {a.y * b.z - a.z * b.y, a.z * b.x - a.x * b.z, a.x * b.y - a.y * b.x};
+}
+
+void normalize(jxPoint& v)
+{
+    const double length = std::hypot(v.x, v.y, v.z);
+    if (length > 0)
+        v = {v.x / length, v.y / length, v.z / length};
+}
+
+jxPoint arbitrary_rotate(const jxPoint& v, double angle, const jxPoint& axis)
+{
+    jxPoint k = axis;
+    normalize(k);
+    jxPoint kv;
+    cross(kv, k, v);
+    return std::cos(angle) * v + std::sin(angle) * kv + (1 - std::cos(angle)) * dot(k, v) * k;
+}
+
+void calc_cos(double c[3][3], const jxPoint axis[3])
+{
+    for (int r = 0; r < 3; ++r) {
+        c[r][0] = axis[r].x;
+        c[r][1] = axis[r].y;
+        c[r][2] = axis[r].z;
+    }
+}
