@@ -1,0 +1,295 @@
+#include "model/units.h"
+
+#include <algorithm>
+#include <array>
+#include <cassert>
+#include <string>
+
+#include "tools/jx_exception.h"
+
+namespace qvx {
+namespace {
+
+struct Unit
+{
+    std::wstring name;
+    double factor = 0;  ///< in inches, pounds, radians, degrees F
+};
+
+using UnitTable = std::array<Unit, kUnitCount>;
+
+// Metric lengths are 1/25.4 inch per millimetre. MT and Kgf are not in a ratio of exactly 1000: the two values are
+// those of published tables that round differently, and files written with them must read back the same.
+// clang-format off
+const Unit kLengths[] = {
+    {L"in", 1.0}, {L"ft", 12.0},
+    {L"mm", 0.03937007874015748}, {L"cm", 0.39370078740157477}, {L"m", 39.37007874015748},
+};
+const Unit kForces[] = {
+    {L"lb", 1.0}, {L"kip", 1000.0},
+    {L"N", 0.22480892365533914}, {L"kN", 224.80892365533916}, {L"MT", 2204.622622}, {L"Kgf", 2.204622431164631},
+};
+// clang-format on
+
+constexpr int kPoundForces = 2;   // lb, kip go with in, ft; the other forces with mm, cm, m
+constexpr int kPoundLengths = 2;  // in, ft
+
+// A spring constant per degree is this many times the one per radian.
+constexpr double kPerDegree = 57.295779509999996;
+
+class TableBuilder
+{
+public:
+    UnitTable Take()
+    {
+        assert(count_ == kUnitCount);
+        return std::move(table_);
+    }
+
+    void Add(std::wstring name, double factor)
+    {
+        table_[static_cast<std::size_t>(count_)] = {std::move(name), factor};
+        ++count_;
+    }
+
+    /// One entry per force and length of the same system, named and valued by compose(force, length).
+    template <class Compose>
+    void AddForceByLength([[maybe_unused]] UnitFamily family, Compose compose)
+    {
+        assert(count_ == family);
+        for (int i = 0; i < static_cast<int>(std::size(kForces)); ++i)
+            for (int j = 0; j < static_cast<int>(std::size(kLengths)); ++j)
+                if ((i < kPoundForces) == (j < kPoundLengths)) {
+                    const Unit unit = compose(kForces[i], kLengths[j]);
+                    Add(unit.name, unit.factor);
+                }
+    }
+
+private:
+    UnitTable table_;
+    int count_ = 0;
+};
+
+UnitTable BuildUnitTable()
+{
+    TableBuilder table;
+    for (const Unit& l : kLengths)
+        table.Add(l.name, l.factor);
+    for (const Unit& l : kLengths)
+        table.Add(l.name + L"^2", l.factor * l.factor);
+    for (const Unit& l : kLengths)
+        table.Add(l.name + L"^3", l.factor * l.factor * l.factor);
+    for (const Unit& p : kForces)
+        table.Add(p.name, p.factor);
+
+    table.AddForceByLength(kMomentUnits, [](const Unit& p, const Unit& l) {
+        return Unit{p.name + L"-" + l.name, p.factor * l.factor};
+    });
+    table.AddForceByLength(kLinearForceUnits, [](const Unit& p, const Unit& l) {
+        return Unit{p.name + L"/" + l.name, p.factor / l.factor};
+    });
+    table.AddForceByLength(kLinearMomentUnits, [](const Unit& p, const Unit& l) {
+        return Unit{p.name + L"-" + l.name + L"/" + l.name, p.factor * l.factor / l.factor};
+    });
+    table.AddForceByLength(kPressureUnits, [](const Unit& p, const Unit& l) {
+        return Unit{p.name + L"/" + l.name + L"^2", p.factor / (l.factor * l.factor)};
+    });
+    table.AddForceByLength(kDensityUnits, [](const Unit& p, const Unit& l) {
+        return Unit{p.name + L"/" + l.name + L"^3", p.factor / (l.factor * l.factor * l.factor)};
+    });
+
+    table.Add(L"rad", 1.0);
+    table.Add(L"deg", 0.017453292520882225);
+    table.Add(L"F", 1.0);
+    table.Add(L"C", 1.7999999999999998);
+
+    table.AddForceByLength(kRotationalSpringRad, [](const Unit& p, const Unit& l) {
+        return Unit{p.name + L"-" + l.name + L"/rad", p.factor * l.factor};
+    });
+    table.AddForceByLength(kRotationalSpringDeg, [](const Unit& p, const Unit& l) {
+        return Unit{p.name + L"-" + l.name + L"/deg", p.factor * l.factor * kPerDegree};
+    });
+    return table.Take();
+}
+
+const UnitTable& Units()
+{
+    static const UnitTable table = BuildUnitTable();
+    return table;
+}
+
+const Unit& UnitAt(int unit)
+{
+    if (unit < 0 || unit >= kUnitCount) {
+        throw jxException(L"unit index " + std::to_wstring(unit) + L" is outside the unit table (0 to " +
+                          std::to_wstring(kUnitCount - 1) + L")");
+    }
+    return Units()[static_cast<std::size_t>(unit)];
+}
+
+constexpr std::array<const wchar_t*, kQuantityCount> kQuantityLabels = {
+    L"Length",
+    L"Dimension",
+    L"Force",
+    L"Linear Force",
+    L"Moment",
+    L"Linear Moment",
+    L"Surface Pressure",
+    L"Translational Displacement",
+    L"Rotational Displacement",
+    L"Temperature",
+    L"Modulus",
+    L"Weight Density",
+    L"Reinforcement Area",
+    L"Stress",
+    L"Nodal Translational Spring",
+    L"Nodal Rotational Spring",
+    L"Line Translational Spring",
+    L"Surface Translational Spring",
+};
+
+constexpr std::array<const wchar_t*, kFormatCount> kFormatNames = {
+    L"#.0",     L"#.00",     L"#.000",     L"#.0000",     L"#.00000",     L"#.000000",
+    L"#.0E+00", L"#.00E+00", L"#.000E+00", L"#.0000E+00", L"#.00000E+00", L"#.000000E+00",
+};
+
+constexpr int kFixedFormats = 6;
+constexpr int kDefaultFormat = 2;  // "#.000"
+
+/// Position of text in a table of names, or nothing.
+template <std::size_t N>
+std::optional<int> PositionOf(const std::array<const wchar_t*, N>& names, std::wstring_view text)
+{
+    const auto it = std::find(names.begin(), names.end(), text);
+    if (it == names.end())
+        return std::nullopt;
+    return static_cast<int>(it - names.begin());
+}
+
+void RequireFormat(int format)
+{
+    if (format >= 0 && format < kFormatCount)
+        return;
+    throw jxException(L"number format index " + std::to_wstring(format) + L" is outside the format table (0 to " +
+                      std::to_wstring(kFormatCount - 1) + L")");
+}
+
+}  // namespace
+
+const wchar_t* UnitName(int unit)
+{
+    return UnitAt(unit).name.c_str();
+}
+
+double UnitFactor(int unit)
+{
+    return UnitAt(unit).factor;
+}
+
+std::optional<int> FindUnit(std::wstring_view name)
+{
+    const UnitTable& table = Units();
+    const auto it = std::find_if(table.begin(), table.end(), [name](const Unit& unit) { return unit.name == name; });
+    if (it == table.end())
+        return std::nullopt;
+    return static_cast<int>(it - table.begin());
+}
+
+UnitRange UnitsOf(Quantity quantity)
+{
+    switch (quantity) {
+    case kLength:
+    case kDimension:
+    case kTranslationalDisplacement:
+        return {kLengthUnits, kAreaUnits};
+    case kForce:
+        return {kForceUnits, kMomentUnits};
+    case kMoment:
+        return {kMomentUnits, kLinearForceUnits};
+    case kLinearForce:
+    case kNodalTranslationalSpring:
+        return {kLinearForceUnits, kLinearMomentUnits};
+    case kLinearMoment:
+        return {kLinearMomentUnits, kPressureUnits};
+    case kSurfacePressure:
+    case kModulus:
+    case kStress:
+    case kLineTranslationalSpring:
+        return {kPressureUnits, kDensityUnits};
+    case kWeightDensity:
+    case kSurfaceTranslationalSpring:
+        return {kDensityUnits, kAngleUnits};
+    case kRotationalDisplacement:
+        return {kAngleUnits, kTemperatureUnits};
+    case kTemperature:
+        return {kTemperatureUnits, kRotationalSpringRad};
+    case kReinforcementArea:
+        return {kAreaUnits, kVolumeUnits};
+    case kNodalRotationalSpring:
+        return {kRotationalSpringRad, kUnitCount};
+    case kQuantityCount:
+        break;
+    }
+    assert(false && "not a quantity");
+    return {};
+}
+
+bool IsUnitOf(Quantity quantity, int unit)
+{
+    const UnitRange range = UnitsOf(quantity);
+    return unit >= range.first && unit < range.last;
+}
+
+const wchar_t* QuantityLabel(Quantity quantity)
+{
+    return kQuantityLabels.at(quantity);
+}
+
+std::optional<Quantity> FindQuantity(std::wstring_view label)
+{
+    const std::optional<int> position = PositionOf(kQuantityLabels, label);
+    if (!position)
+        return std::nullopt;
+    return static_cast<Quantity>(*position);
+}
+
+const wchar_t* FormatName(int format)
+{
+    RequireFormat(format);
+    return kFormatNames[static_cast<std::size_t>(format)];
+}
+
+std::optional<int> FindFormat(std::wstring_view name)
+{
+    return PositionOf(kFormatNames, name);
+}
+
+int FormatPrecision(int format)
+{
+    RequireFormat(format);
+    return format % kFixedFormats + 1;
+}
+
+wchar_t FormatLetter(int format)
+{
+    RequireFormat(format);
+    return format < kFixedFormats ? L'f' : L'e';
+}
+
+}  // namespace qvx
+
+// The first unit of every family is the internal one: inch, pound, radian, degree F and their compounds.
+jxUnit::jxUnit()
+{
+    for (int k = 0; k < kQuantityCount; ++k) {
+        unit[k] = qvx::UnitsOf(static_cast<Quantity>(k)).first;
+        format[k] = qvx::kDefaultFormat;
+        flags[k] = 0;
+    }
+}
+
+void GetConversionFactors(double f[kQuantityCount], const jxUnit& from, const jxUnit& to)
+{
+    for (int k = 0; k < kQuantityCount; ++k)
+        f[k] = qvx::UnitFactor(from.unit[k]) / qvx::UnitFactor(to.unit[k]);
+}
