@@ -1,36 +1,35 @@
 #pragma once
 
-#include "model/solution_data.h"
-#include "quad/double128.h"
+#include "elements/stiffness_sink.h"
 
 namespace qvx {
 
-/// Adds an element matrix to the global stiffness by its location row.
+/// Adds a square matrix to a store of the global stiffness by its location row.
 ///
-/// Term (q, p) with equations row <= column, both nonzero, is added at maxa[column] + column - row: in the double array
-/// for the double skyline, else in the double128 array, whatever the number type the matrix was formed in.
+/// Of a pair of equations only the term with row <= column is stored. Two degrees of freedom that share an equation
+/// add all their four terms to its diagonal, as the transformation T^t k T wants it.
 /// @param k    n x n, row-major, global axes
 /// @param loc  slots 1..n: equation numbers, 0 or below where there is none
-template <Number Real>
-void ScatterStiffness(jxSolutionData& data, int solverType, const int* loc, int n, const Real* k)
+template <class Sink, Number Real>
+void ScatterInto(const Sink& sink, const int* loc, int n, const Real* k)
 {
     for (int p = 1; p <= n; ++p) {
         const int column = loc[p];
         if (column <= 0)
             continue;
-        const int diagonal = data.maxa[static_cast<std::size_t>(column)];
         for (int q = 1; q <= n; ++q) {
             const int row = loc[q];
-            if (row <= 0 || row > column)
-                continue;
-            const auto address = static_cast<std::size_t>(diagonal + column - row);
-            const Real& term = k[(q - 1) * n + (p - 1)];
-            if (solverType == 0)
-                data.K[address] += static_cast<double>(term);
-            else
-                data.KQ[address] += term;
+            if (row > 0 && row <= column)
+                sink.Add(row, column, k[(q - 1) * n + (p - 1)]);
         }
     }
+}
+
+/// Adds an element matrix to the global stiffness of the run, whatever the number type the matrix was formed in.
+template <Number Real>
+void ScatterStiffness(jxSolutionData& data, int solverType, const int* loc, int n, const Real* k)
+{
+    WithStiffnessSink(data, solverType, [&](const auto& sink) { ScatterInto(sink, loc, n, k); });
 }
 
 }  // namespace qvx

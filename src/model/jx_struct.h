@@ -270,6 +270,8 @@ public:
 
     // --- Results ----------------------------------------------------------------------------------------------------
     std::vector<jxCombResult> combResults;
+    std::vector<jxCombOutcome> combOutcomes;  ///< per combination of the last static run
+    int digitsLost = 0;                       ///< in the worst factorisation of the last static run
     std::vector<jxMaxBmVMD> concreteEnvelope;
     std::vector<jxWoodArmer> woodArmer;
     std::vector<jxEigenResult> eigenResults;

@@ -1,9 +1,29 @@
 #pragma once
 
+#include <string>
 #include <vector>
 
 #include "model/records/element_stress.h"
 #include "model/records/result.h"
+
+/// How the solution of a load combination ended.
+enum class CombEnd {
+    NotSolved,
+    Linear,     ///< one reduction with the factor shared by all linear combinations
+    Converged,  ///< the iteration met its stop rules
+    Limit,      ///< the iteration stopped at maxNonlinearIterations: its last result stands, unproven
+    NoLoad,     ///< nonlinear combination without load: one solution, no iteration
+    Failed,     ///< no element stiffness; the results are empty
+};
+
+/// Course of the solution of one load combination, for summaries.
+struct jxCombOutcome
+{
+    CombEnd end = CombEnd::NotSolved;
+    int iterations = 0;     ///< factorisations made for this combination alone
+    bool bBuckled = false;  ///< a non-positive pivot was tolerated: a buckled state, not an ordinary result
+    std::wstring text;      ///< of the failure
+};
 
 /// Results of one load combination.
 struct QVXFEM_API jxCombResult

@@ -6,6 +6,9 @@
 /// Degrees of freedom of a node, in the order used everywhere.
 enum Dof : int { kX = 0, kY, kZ, kOX, kOY, kOZ, kDofCount };
 
+/// Names of the degrees of freedom in messages.
+inline constexpr const wchar_t* kDofNames[kDofCount] = {L"X", L"Y", L"Z", L"OX", L"OY", L"OZ"};
+
 /// One node.
 struct jxNd
 {
