@@ -36,5 +36,123 @@ template <Number Real>
 using Matrix12 = FixedMatrix<Real, 12, 12>;
 template <Number Real>
 using Matrix24 = FixedMatrix<Real, 24, 24>;
+template <Number Real, int N>
+using FixedVector = std::array<Real, static_cast<std::size_t>(N)>;
+
+/// A * B
+template <class Real, int R, int N, int C>
+FixedMatrix<Real, R, C> operator*(const FixedMatrix<Real, R, N>& a, const FixedMatrix<Real, N, C>& b)
+{
+    FixedMatrix<Real, R, C> product;
+    for (int i = 0; i < R; ++i)
+        for (int k = 0; k < N; ++k)
+            for (int j = 0; j < C; ++j)
+                product(i, j) += a(i, k) * b(k, j);
+    return product;
+}
+
+/// A^t * B
+template <class Real, int N, int R, int C>
+FixedMatrix<Real, R, C> TransposeTimes(const FixedMatrix<Real, N, R>& a, const FixedMatrix<Real, N, C>& b)
+{
+    FixedMatrix<Real, R, C> product;
+    for (int k = 0; k < N; ++k)
+        for (int i = 0; i < R; ++i)
+            for (int j = 0; j < C; ++j)
+                product(i, j) += a(k, i) * b(k, j);
+    return product;
+}
+
+/// A * x
+template <class Real, int R, int C>
+std::array<Real, static_cast<std::size_t>(R)> operator*(const FixedMatrix<Real, R, C>& a,
+                                                        const std::array<Real, static_cast<std::size_t>(C)>& x)
+{
+    std::array<Real, static_cast<std::size_t>(R)> product{};
+    for (int i = 0; i < R; ++i)
+        for (int k = 0; k < C; ++k)
+            product[static_cast<std::size_t>(i)] += a(i, k) * x[static_cast<std::size_t>(k)];
+    return product;
+}
+
+/// Direction cosines, local = c * global, in the number type of the matrices they rotate.
+template <Number Real>
+Matrix3<Real> RotationMatrix(const double (&cosines)[3][3])
+{
+    Matrix3<Real> c;
+    for (int r = 0; r < 3; ++r)
+        for (int k = 0; k < 3; ++k)
+            c(r, k) = Real(cosines[r][k]);
+    return c;
+}
+
+/// 3 x 3 block at (row, column).
+template <Number Real, int N>
+Matrix3<Real> Block3(const FixedMatrix<Real, N, N>& k, int row, int column)
+{
+    Matrix3<Real> block;
+    for (int i = 0; i < 3; ++i)
+        for (int j = 0; j < 3; ++j)
+            block(i, j) = k(row + i, column + j);
+    return block;
+}
+
+/// Writes a 3 x 3 block at (row, column).
+template <Number Real, int N>
+void SetBlock3(FixedMatrix<Real, N, N>& k, int row, int column, const Matrix3<Real>& block)
+{
+    for (int i = 0; i < 3; ++i)
+        for (int j = 0; j < 3; ++j)
+            k(row + i, column + j) = block(i, j);
+}
+
+/// Copies the upper triangle into the lower one, so that the two agree to the last bit.
+template <Number Real, int N>
+void MirrorUpper(FixedMatrix<Real, N, N>& k)
+{
+    for (int i = 1; i < N; ++i)
+        for (int j = 0; j < i; ++j)
+            k(i, j) = k(j, i);
+}
+
+/// T^t K T of a symmetric K, T block diagonal with the rotation c in every 3 x 3 block: K from local to global axes.
+/// Works block by block, (c^t B) c each, on the upper blocks only: a sixth of the products of the full matrices.
+template <Number Real, int N>
+FixedMatrix<Real, N, N> RotateSymmetric(const FixedMatrix<Real, N, N>& k, const Matrix3<Real>& c)
+{
+    static_assert(N % 3 == 0);
+    FixedMatrix<Real, N, N> global;
+    for (int row = 0; row < N; row += 3)
+        for (int column = row; column < N; column += 3)
+            SetBlock3(global, row, column, TransposeTimes(c, Block3(k, row, column)) * c);
+    MirrorUpper(global);
+    return global;
+}
+
+/// T v: every triple of v from global to local axes.
+template <Number Real, std::size_t N>
+std::array<Real, N> ToLocalAxes(const std::array<Real, N>& v, const Matrix3<Real>& c)
+{
+    static_assert(N % 3 == 0);
+    std::array<Real, N> local{};
+    for (std::size_t triple = 0; triple < N; triple += 3)
+        for (int i = 0; i < 3; ++i)
+            for (int k = 0; k < 3; ++k)
+                local[triple + static_cast<std::size_t>(i)] += c(i, k) * v[triple + static_cast<std::size_t>(k)];
+    return local;
+}
+
+/// T^t v: every triple of v from local to global axes.
+template <Number Real, std::size_t N>
+std::array<Real, N> ToGlobalAxes(const std::array<Real, N>& v, const Matrix3<Real>& c)
+{
+    static_assert(N % 3 == 0);
+    std::array<Real, N> global{};
+    for (std::size_t triple = 0; triple < N; triple += 3)
+        for (int k = 0; k < 3; ++k)
+            for (int i = 0; i < 3; ++i)
+                global[triple + static_cast<std::size_t>(i)] += c(k, i) * v[triple + static_cast<std::size_t>(k)];
+    return global;
+}
 
 }  // namespace qvx
