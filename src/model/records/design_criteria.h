@@ -4,6 +4,8 @@
 #include <string>
 #include <vector>
 
+#include "platform/cstring.h"
+
 /// One reinforcing bar of a database.
 struct jxBar
 {
@@ -26,17 +28,43 @@ struct jxBmRcCrit
     int no = 0;
     unsigned char bSelected = 0;
     wchar_t label[128] = {};
+    double topCover = 0;     ///< from the top face to the centre of the top bars [dimension]
+    double bottomCover = 0;  ///< from the bottom face to the centre of the bottom bars [dimension]
+    int stirrupBar = 0;      ///< index of the stirrup's bar in the current database
+    int stirrupLegs = 2;
 
     static const wchar_t* name() { return L"beam concrete criterion"; }
 };
 
-/// Concrete column criterion.
+/// Bars that a column layout may have along the sides of a rectangle.
+enum ColumnBarPattern : int {
+    kAnyBarPattern = 0,
+    kBarsOnWidthFaces = 1,  ///< two bars along the depth (ny = 2)
+    kBarsOnDepthFaces = 2,  ///< two bars along the width (nx = 2)
+    kEqualBarsPerSide = 3,  ///< nx = ny
+};
+
+/// Concrete column criterion. Pairs of axes: 0 bending about local z (M3), 1 bending about local y (M2).
 struct jxColRcCrit
 {
     int id = 0;
     int no = 0;
     unsigned char bSelected = 0;
     wchar_t label[128] = {};
+    double unbracedLength[2] = {};  ///< 0: the member's length [length]
+    double K[2] = {1, 1};           ///< effective length factors; at most 1 braced, at least 1 with sway
+    int bSway[2] = {};
+    double cover = 0;     ///< from the face to the outside of the stirrup [dimension]
+    int stirrupBar = 0;   ///< index of the tie's or spiral's bar in the current database
+    int stirrupLegs = 2;  ///< ties crossing a section
+    int startBar = 0;     ///< indices of the smallest and the largest longitudinal bar in the current database
+    int endBar = 0;
+    int barPattern = kAnyBarPattern;
+    int bSpiral = 0;        ///< round columns: spiral, else ties
+    int minSideBars = 0;    ///< bars along the left and the right face, in all of a round section; 0: no limit
+    int maxSideBars = 0;    ///< 0: no limit
+    int minTopBotBars = 0;  ///< bars along the top and the bottom face; 0: no limit
+    int maxTopBotBars = 0;  ///< 0: no limit
 
     static const wchar_t* name() { return L"column concrete criterion"; }
 };
@@ -48,24 +76,94 @@ struct jxPlateRcCrit
     int no = 0;
     unsigned char bSelected = 0;
     wchar_t label[128] = {};
+    double cover[4] = {};  ///< face to bar centre: top x, top y, bottom x, bottom y [dimension]
 
     static const wchar_t* name() { return L"plate concrete criterion"; }
 };
 
-/// Steel criterion.
+/// Steel criterion. Axes: 0 bending about local z (M3), 1 bending about local y (M2), 2 torsion.
 struct jxSteelCrit
 {
     int id = 0;
     int no = 0;
     unsigned char bSelected = 0;
     wchar_t label[128] = {};
+    wchar_t family[128] = {};       ///< candidate shapes; "" or "Default": the member's own section alone
+    double unbracedLength[3] = {};  ///< 0: the member's length [length]
+    double K[3] = {1, 1, 1};        ///< effective length factors; at most 1 braced, at least 1 with sway
+    int bSway[2] = {};
+    double Lb = 0;                ///< between points that hold the compression flange; 0: the member's length [length]
+    int bContinuouslyBraced = 0;  ///< the compression flange is held all along, Lb is 0
+    double Cb = 0;                ///< moment gradient factor, 1 to 3; 0: from the member's moments
+    double maxRatio = 1;          ///< largest unity check ratio of a candidate, above 0 and at most 1
 
     static const wchar_t* name() { return L"steel criterion"; }
 };
 
-/// Scalar settings of the design runs.
+inline bool operator<(const jxBmRcCrit& a, const jxBmRcCrit& b)
+{
+    return a.id < b.id;
+}
+inline bool operator<(const jxColRcCrit& a, const jxColRcCrit& b)
+{
+    return a.id < b.id;
+}
+inline bool operator<(const jxPlateRcCrit& a, const jxPlateRcCrit& b)
+{
+    return a.id < b.id;
+}
+inline bool operator<(const jxSteelCrit& a, const jxSteelCrit& b)
+{
+    return a.id < b.id;
+}
+
+namespace qvx {
+
+/// Order of names that takes capital and lower-case letters as equal.
+struct NoCaseLess
+{
+    bool operator()(const std::wstring& a, const std::wstring& b) const
+    {
+        return CompareNoCase(a.c_str(), b.c_str()) < 0;
+    }
+};
+
+}  // namespace qvx
+
+/// Settings of the design runs.
 struct jxDesignSettings
 {
-    int concreteCode = 6;
-    int sustainedLoadComb = -1;
+    // Concrete
+    int concreteCode = 6;                     ///< index of the code table; 1 to 6 may be designed by
+    int columnSolverSteps[3] = {16, 50, 20};  ///< of an interaction surface: angles (multiple of 4), axis divisions
+    int bExcludeDisplaced = 1;                ///< the concrete that bars displace carries nothing
+    double minColumnRho = 0.01;               ///< bounds of bar area over gross area
+    double maxColumnRho = 0.08;
+    int sustainedLoadComb = -1;           ///< index of the combination of sustained loads; -1: not chosen
+    int bSkipMagnification = 0;           ///< columns: Cm is 1
+    int bIgnoreColumnCompression = 0;     ///< columns: compression does not raise the shear strength
+    int bColumnEndsOnly = 0;              ///< columns are checked at their ends only
+    int bMinimumEccentricity = 1;         ///< columns carry at least the minimum moment
+    double minPlateRho[2] = {0.18, 0.0};  ///< least plate steel, top and bottom [% of thickness]
+    int bUseBeamFaceMoments = 1;          ///< beams are designed for the moments at the support faces
+    int shearOption = 1;                  ///< of the stirrup spacing
+    int bShearUsesFlexuralSteel = 0;      ///< shear takes the steel of the flexural design
+    // Steel
+    int steelCode = 2;             ///< 0 to 2
+    int bSteelCmOne = 0;           ///< Cm is 1
+    int bSteelEndsOnly = 0;        ///< members are checked at their ends only
+    double connectorDistance = 0;  ///< of the connectors of double angles [length]
+    int bSteelParam1 = 1;          ///< general parameters of the steel code
+    int bSteelParam2 = 1;
+    int bUseSectionPool = 0;  ///< candidates come from sectionPool only
+    std::set<std::wstring, qvx::NoCaseLess> sectionPool;
+    int maxCandidates = 10;                   ///< results kept per member
+    double totalLoadDeflectionRatio = 240.0;  ///< limits: length over deflection
+    double liveLoadDeflectionRatio = 360.0;
+    int bAdjustDeflectionRatios = 1;  ///< deflections of candidates by their moments of inertia
+    // Items of the criteria lists that the host shows, indices
+    int currentBeamRcCriterion = 0;
+    int currentColumnRcCriterion = 0;
+    int currentPlateRcCriterion = 0;
+    int currentSteelCriterion = 0;
 };
