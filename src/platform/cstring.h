@@ -1,6 +1,9 @@
 #pragma once
 
+#include <cstdarg>
+#include <cstddef>
 #include <cwchar>
+#include <iosfwd>
 #include <string>
 #include <string_view>
 
@@ -26,6 +29,7 @@ public:
 
     /// Replaces the text. Wide-printf meaning whatever the platform: %s takes const wchar_t*, %S const char*,
     /// %d %i %u %x int, %ld long as 32-bit int, %I64d 64-bit, %c wchar_t, %g %f %e double; width, precision, flags.
+    /// The locale has no say: the decimal point is always '.'. No length limit; the text may be its own argument.
     void Format(const wchar_t* format, ...);
     void FormatV(const wchar_t* format, va_list arguments);
     void AppendFormat(const wchar_t* format, ...);
@@ -71,6 +75,11 @@ inline bool operator<(const CString& a, const CString& b)
     return a.Text() < b.Text();
 }
 
+/// Wide text goes into a narrow stream, such as the log, as UTF-8. Global: a scope with operators of its own needs
+/// "using ::operator<<;".
+QVXFEM_API std::ostream& operator<<(std::ostream& out, const wchar_t* text);
+QVXFEM_API std::ostream& operator<<(std::ostream& out, const CString& text);
+
 namespace qvx {
 
 /// UTF-8 of wide text; code points that do not exist become U+FFFD.
@@ -79,5 +88,8 @@ QVXFEM_API std::string ToUtf8(std::wstring_view wide);
 QVXFEM_API std::wstring FromUtf8(std::string_view utf8);
 /// Comparison without regard to case (simple case folding), as wcsicmp: negative, 0, positive.
 QVXFEM_API int CompareNoCase(const wchar_t* a, const wchar_t* b);
+/// Case mapping character by character, the same in every locale (Latin, Greek, Cyrillic).
+QVXFEM_API std::wstring ToLower(std::wstring text);
+QVXFEM_API std::wstring ToUpper(std::wstring text);
 
 }  // namespace qvx

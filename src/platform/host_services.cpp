@@ -1,1 +1,152 @@
 #include "platform/host_services.h"
+
+#include <algorithm>
+#include <atomic>
+#include <cwchar>
+#include <filesystem>
+#include <fstream>
+#include <iostream>
+#include <thread>
+
+#if !defined(_WIN32)
+#include <unistd.h>
+#endif
+
+#include "platform/preferences_file.h"
+
+namespace qvx {
+
+namespace {
+
+std::filesystem::path PathOf(const std::wstring& wide)
+{
+    const std::string utf8 = ToUtf8(wide);
+    return std::u8string(utf8.begin(), utf8.end());
+}
+
+std::wstring TextOf(const std::filesystem::path& path)
+{
+    const std::u8string utf8 = path.u8string();
+    return FromUtf8({reinterpret_cast<const char*>(utf8.data()), utf8.size()});
+}
+
+// "Name:  12345 kB" of a table of the kernel, in bytes; 0 when it is not there.
+std::uint64_t KernelTableBytes(const char* file, const std::string& name)
+{
+    std::ifstream in(file);
+    std::string word;
+    while (in >> word) {
+        std::uint64_t kilobytes = 0;
+        if (word == name && in >> kilobytes)
+            return kilobytes * 1024;
+        in.ignore(256, '\n');
+    }
+    return 0;
+}
+
+HostServices& HeadlessHost()
+{
+    static HostServices headless;
+    return headless;
+}
+
+std::atomic<HostServices*>& Installed()
+{
+    static std::atomic<HostServices*> installed{nullptr};
+    return installed;
+}
+
+}  // namespace
+
+HostServices::~HostServices() = default;
+
+int HostServices::MessageBox(const std::wstring& text, unsigned flags)
+{
+    constexpr unsigned kButtons = 0xF;
+    std::cerr << ToUtf8(text) << std::endl;
+    return (flags & kButtons) == kMbYesNo ? kIdYes : kIdOk;
+}
+
+bool HostServices::IsAbortKeyDown()
+{
+    return false;
+}
+
+int HostServices::ProfileInteger(const std::wstring& section, const std::wstring& key, int defaultValue)
+{
+    return ReadIniInteger(PreferencesFile(), section, key, defaultValue);
+}
+
+MemoryStatus HostServices::Memory()
+{
+    MemoryStatus status{.totalPhysical = KernelTableBytes("/proc/meminfo", "MemTotal:"),
+                        .availablePhysical = KernelTableBytes("/proc/meminfo", "MemAvailable:")};
+#if defined(_SC_PHYS_PAGES) && defined(_SC_PAGESIZE)
+    if (status.totalPhysical == 0)
+        status.totalPhysical =
+            static_cast<std::uint64_t>(sysconf(_SC_PHYS_PAGES)) * static_cast<std::uint64_t>(sysconf(_SC_PAGESIZE));
+#endif
+    return status;
+}
+
+int HostServices::ProcessorCount()
+{
+    return static_cast<int>(std::max(1u, std::thread::hardware_concurrency()));
+}
+
+std::wstring HostServices::ExecutableFolder()
+{
+    std::error_code error;
+    const std::filesystem::path executable = std::filesystem::read_symlink("/proc/self/exe", error);
+    return error ? CurrentFolder() : TextOf(executable.parent_path());
+}
+
+std::wstring HostServices::CurrentFolder()
+{
+    std::error_code error;
+    return TextOf(std::filesystem::current_path(error));
+}
+
+bool HostServices::DeleteFile(const std::wstring& path)
+{
+    std::error_code error;
+    return std::filesystem::remove(PathOf(path), error) && !error;
+}
+
+void HostServices::DebugOutput(const std::wstring& text)
+{
+    std::cerr << ToUtf8(text) << std::flush;
+}
+
+HostServices* SetHostServices(HostServices* services)
+{
+    return Installed().exchange(services);
+}
+
+HostServices& Host()
+{
+    HostServices* installed = Installed().load();
+    return installed == nullptr ? HeadlessHost() : *installed;
+}
+
+wchar_t FolderSeparator()
+{
+    return static_cast<wchar_t>(std::filesystem::path::preferred_separator);
+}
+
+}  // namespace qvx
+
+int AfxMessageBox(const wchar_t* text, unsigned flags)
+{
+    return qvx::Host().MessageBox(text, flags);
+}
+
+void GetExecutablePath(wchar_t* buffer, std::size_t capacity)
+{
+    if (capacity == 0)
+        return;
+    const std::wstring folder = qvx::Host().ExecutableFolder();
+    const std::size_t length = std::min(folder.size(), capacity - 1);
+    std::wmemcpy(buffer, folder.data(), length);
+    buffer[length] = 0;
+}

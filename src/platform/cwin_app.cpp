@@ -1,0 +1,16 @@
+#include "platform/cwin_app.h"
+
+#include "platform/host_services.h"
+
+CWinApp::~CWinApp() = default;
+
+int CWinApp::GetProfileInt(const wchar_t* section, const wchar_t* key, int defaultValue) const
+{
+    return qvx::Host().ProfileInteger(section, key, defaultValue);
+}
+
+CqvxFEMApp& AfxGetApp()
+{
+    static CqvxFEMApp application;
+    return application;
+}

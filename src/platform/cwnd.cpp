@@ -1,0 +1,3 @@
+#include "platform/cwnd.h"
+
+CWnd::~CWnd() = default;
