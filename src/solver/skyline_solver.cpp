@@ -1,0 +1,35 @@
+#include "solver/skyline_solver.h"
+
+#include <cstdint>
+
+#include "model/jx_struct.h"
+#include "solver/skyline_kernel.h"
+
+namespace qvx {
+
+template <Number Real>
+unsigned SolveSkyline(CjxStruct* model, Real* a, double128* v, const int* maxa, int nEquations, int /*spare*/, int mode,
+                      bool allowNonPositivePivot)
+{
+    if (mode != Factorize) {
+        model->status_msg(L"reducing load vector");
+        ReduceAndBackSubstitute(a, maxa, nEquations, v);
+        return 1;
+    }
+    int shown = -1;
+    return FactorizeSkyline(a, maxa, nEquations, allowNonPositivePivot, [&](int column) {
+        model->peek_msg();
+        const int percent = static_cast<int>(std::int64_t{column} * 100 / nEquations);
+        if (percent == shown)
+            return;
+        shown = percent;
+        CString text;
+        text.Format(L"%d%%", percent);
+        model->status_msg(text);
+    });
+}
+
+template unsigned SolveSkyline<double>(CjxStruct*, double*, double128*, const int*, int, int, int, bool);
+template unsigned SolveSkyline<double128>(CjxStruct*, double128*, double128*, const int*, int, int, int, bool);
+
+}  // namespace qvx

@@ -1,0 +1,337 @@
+#include "solver/skyline_kernel.h"
+
+#include <cmath>
+#include <cstring>
+#include <stdexcept>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "quad/exact.h"
+#include "solver/skyline_columns.h"
+#include "solver/skyline_samples.h"
+#include "support/round_off.h"
+
+using namespace qvx;
+using namespace qvx::test;
+
+namespace {
+
+const ColumnHook kNoHook = [](int) {};
+
+std::vector<int> Sizes()
+{
+    return {1, 2, 3, 8, 17, 48, 49, 65, 130, 263};
+}
+
+/// Dense factors of a matrix by columns in another number type: term (row, column) at (row - 1) * n + column - 1,
+/// D on the diagonal. Terms outside the profile are zero and stay so.
+template <class Wide, class Real, class Convert>
+std::vector<Wide> DenseFactors(SkylineMatrix<Real>& k, Convert convert)
+{
+    const auto n = static_cast<std::size_t>(k.n);
+    std::vector<Wide> u(n * n);
+    for (int column = 1; column <= k.n; ++column) {
+        const auto at = [&](int row, int c) {
+            return static_cast<std::size_t>(row - 1) * n + static_cast<std::size_t>(c - 1);
+        };
+        for (int row = k.FirstRow(column); row <= column; ++row) {
+            Wide g = convert(k(row, column));
+            for (int r = std::max(k.FirstRow(row), k.FirstRow(column)); r < row; ++r)
+                g = g - u[at(r, row)] * u[at(r, r)] * u[at(r, column)];
+            u[at(row, column)] = row < column ? g / u[at(row, row)] : g;
+        }
+    }
+    return u;
+}
+
+/// Real number of 300 bits for exact factorizations.
+class Wide300
+{
+public:
+    Wide300() { mpfr_init2(value_, 300), mpfr_set_zero(value_, 1); }
+    explicit Wide300(const double128& a) : Wide300()
+    {
+        mpfr_set_d(value_, a.Hi(), MPFR_RNDN);
+        mpfr_add_d(value_, value_, a.Lo(), MPFR_RNDN);
+    }
+    Wide300(const Wide300& other) : Wide300() { mpfr_set(value_, other.value_, MPFR_RNDN); }
+    Wide300& operator=(const Wide300& other)
+    {
+        mpfr_set(value_, other.value_, MPFR_RNDN);
+        return *this;
+    }
+    ~Wide300() { mpfr_clear(value_); }
+    double ToDouble() const { return mpfr_get_d(value_, MPFR_RNDN); }
+
+    friend Wide300 operator-(Wide300 a, const Wide300& b)
+    {
+        mpfr_sub(a.value_, a.value_, b.value_, MPFR_RNDN);
+        return a;
+    }
+    friend Wide300 operator*(Wide300 a, const Wide300& b)
+    {
+        mpfr_mul(a.value_, a.value_, b.value_, MPFR_RNDN);
+        return a;
+    }
+    friend Wide300 operator/(Wide300 a, const Wide300& b)
+    {
+        mpfr_div(a.value_, a.value_, b.value_, MPFR_RNDN);
+        return a;
+    }
+
+private:
+    mpfr_t value_;
+};
+
+/// What the first pivot <= 0 throws, 0 when nothing is thrown; the columns seen by the hook are appended.
+template <class Real>
+int ThrownColumn(SkylineMatrix<Real>& k, std::vector<int>& columns)
+{
+    try {
+        FactorizeSkyline(k.a.data(), k.maxa.data(), k.n, false, [&](int column) { columns.push_back(column); });
+    } catch (int column) {
+        return column;
+    }
+    return 0;
+}
+
+std::vector<int> From2To(int last)
+{
+    std::vector<int> columns;
+    for (int column = 2; column <= last; ++column)
+        columns.push_back(column);
+    return columns;
+}
+
+template <class Real>
+class SkylineKernel : public ::testing::Test
+{
+};
+using NumberTypes = ::testing::Types<double, double128>;
+TYPED_TEST_SUITE(SkylineKernel, NumberTypes);
+
+}  // namespace
+
+// A dominant matrix is factorized stably in any order of operations: each term is right to n roundings.
+TEST(SkylineKernelDouble, FactorsOfAnyProfileAreThoseOfTheDenseMatrix)
+{
+    for (const int n : Sizes())
+        for (const auto& [name, height] : Profiles(n)) {
+            auto k = DominantMatrix<double>(n, height, 17);
+            const auto expected = DenseFactors<double128>(k, [](double x) { return double128(x); });
+
+            ASSERT_EQ(FactorizeSkyline(k.a.data(), k.maxa.data(), n, false, kNoHook), 1u);
+
+            for (int column = 1; column <= n; ++column)
+                for (int row = k.FirstRow(column); row <= column; ++row) {
+                    const auto exact =
+                        static_cast<double>(expected[static_cast<std::size_t>(row - 1) * static_cast<std::size_t>(n) +
+                                                     static_cast<std::size_t>(column - 1)]);
+                    const double scale = row == column ? exact : 1;
+                    EXPECT_WITHIN(k(row, column), exact, RoundOff(scale, n + 4))
+                        << name << " n " << n << ' ' << row << ',' << column;
+                }
+        }
+}
+
+// Reference: the same factorization with 300 bits. 1e-30 is 80 units of the last place of a double128.
+TEST(SkylineKernelQuad, FactorsOfAnyProfileAreRightTo30Digits)
+{
+    for (const int n : Sizes())
+        for (const auto& [name, height] : Profiles(n)) {
+            auto k = DominantMatrix<double128>(n, height, 18);
+            const auto expected = DenseFactors<Wide300>(k, [](const double128& x) { return Wide300(x); });
+
+            ASSERT_EQ(FactorizeSkyline(k.a.data(), k.maxa.data(), n, false, kNoHook), 1u);
+
+            for (int column = 1; column <= n; ++column)
+                for (int row = k.FirstRow(column); row <= column; ++row) {
+                    const Wide300& exact = expected[static_cast<std::size_t>(row - 1) * static_cast<std::size_t>(n) +
+                                                    static_cast<std::size_t>(column - 1)];
+                    const double scale = row == column ? std::fabs(exact.ToDouble()) : 1;
+                    ASSERT_LE(std::fabs((Wide300(k(row, column)) - exact).ToDouble()), 1e-30 * scale)
+                        << name << " n " << n << ' ' << row << ',' << column;
+                }
+        }
+}
+
+// Whole factors make every operation exact: the factorization returns them to the last bit.
+TYPED_TEST(SkylineKernel, WholeFactorsComeBackExactly)
+{
+    using Real = TypeParam;
+    const int n = 150;
+    for (const auto& [name, height] : Profiles(n)) {
+        auto k = MatrixWithPivots<Real>(n, height, [](int) { return 1; });
+
+        FactorizeSkyline(k.a.data(), k.maxa.data(), n, false, kNoHook);
+
+        for (int column = 1; column <= n; ++column)
+            for (int row = k.FirstRow(column); row <= column; ++row)
+                ASSERT_EQ(k(row, column), Real(row == column ? 1 : (row * 7 + column * 3) % 5 - 2)) << name;
+    }
+}
+
+TYPED_TEST(SkylineKernel, OneEquationStaysAsItIs)
+{
+    using Real = TypeParam;
+    SkylineMatrix<Real> k(1, [](int) { return 0; });
+    k(1, 1) = -3;
+    std::vector<int> columns;
+
+    EXPECT_EQ(ThrownColumn(k, columns), 0);
+    EXPECT_EQ(k(1, 1), Real(-3));
+    EXPECT_TRUE(columns.empty());
+}
+
+// Blocks of columns are worked on together; what the caller sees is the order of the columns all the same.
+TYPED_TEST(SkylineKernel, FirstNonPositivePivotInColumnOrderIsThrown)
+{
+    using Real = TypeParam;
+    const int n = 200;
+    for (const int bad : {2, 3, 15, 16, 17, 64, 65, 128, 199, 200})
+        for (const int later : {bad + 1, bad + 20, bad + 70}) {
+            auto k = MatrixWithPivots<Real>(
+                n, [](int) { return 30; }, [&](int column) { return column == bad || column == later ? -2 : 1; });
+            std::vector<int> columns;
+
+            EXPECT_EQ(ThrownColumn(k, columns), bad);
+            EXPECT_EQ(columns, From2To(bad));
+        }
+}
+
+TYPED_TEST(SkylineKernel, PivotOfExactlyZeroIsThrown)
+{
+    using Real = TypeParam;
+    auto k = MatrixWithPivots<Real>(
+        90, [](int) { return 30; }, [](int column) { return column == 70 ? 0 : 1; });
+    std::vector<int> columns;
+
+    EXPECT_EQ(ThrownColumn(k, columns), 70);
+}
+
+TYPED_TEST(SkylineKernel, NegativePivotsAreToleratedOnRequestAndTheFactorsAreRight)
+{
+    using Real = TypeParam;
+    const int n = 180;
+    const auto pivot = [](int column) { return column % 50 == 7 ? -3 : 2; };
+    for (const auto& [name, height] : Profiles(n)) {
+        auto k = MatrixWithPivots<Real>(n, height, pivot);
+        std::vector<int> columns;
+
+        EXPECT_EQ(FactorizeSkyline(k.a.data(), k.maxa.data(), n, true, [&](int c) { columns.push_back(c); }), 0u);
+
+        EXPECT_EQ(columns, From2To(n));
+        for (int column = 1; column <= n; ++column)
+            EXPECT_EQ(k(column, column), Real(pivot(column))) << name << ' ' << column;
+    }
+}
+
+// A tolerated pivot of zero makes quotients infinite or undefined. They must reach the columns that the profile ties
+// to them and no other: blocks pad their columns with zeros, and zero times infinity would spread.
+TYPED_TEST(SkylineKernel, ToleratedZeroPivotSpreadsNoFurtherThanColumnByColumn)
+{
+    using Real = TypeParam;
+    const int n = 210;
+    for (const auto& [name, height] : Profiles(n))
+        for (const int zero : {40, 77}) {
+            auto blocked = MatrixWithPivots<Real>(n, height, [&](int column) { return column == zero ? 0 : 1; });
+            auto byColumn = blocked;
+            for (int column = 2; column <= n; ++column)
+                FactorizeColumn(byColumn.View(), column, 1);
+
+            EXPECT_EQ(FactorizeSkyline(blocked.a.data(), blocked.maxa.data(), n, true, kNoHook), 0u);
+
+            for (std::size_t i = 1; i < blocked.a.size(); ++i)
+                if (byColumn.a[i] == byColumn.a[i])
+                    ASSERT_EQ(blocked.a[i], byColumn.a[i]) << name << ' ' << zero;
+                else
+                    ASSERT_NE(blocked.a[i], blocked.a[i]) << name << ' ' << zero;
+        }
+}
+
+TYPED_TEST(SkylineKernel, ExceptionOfTheHookLeavesAtItsColumn)
+{
+    using Real = TypeParam;
+    auto k = DominantMatrix<Real>(
+        200, [](int) { return 60; }, 3);
+    int last = 0;
+
+    EXPECT_THROW(FactorizeSkyline(k.a.data(), k.maxa.data(), k.n, false,
+                                  [&](int column) {
+                                      last = column;
+                                      if (column == 131)
+                                          throw std::runtime_error("stop");
+                                  }),
+                 std::runtime_error);
+    EXPECT_EQ(last, 131);
+}
+
+TYPED_TEST(SkylineKernel, ResultsRepeatBitForBit)
+{
+    using Real = TypeParam;
+    auto first = DominantMatrix<Real>(
+        300, [](int column) { return 90 + column % 40; }, 5);
+    auto second = first;
+
+    FactorizeSkyline(first.a.data(), first.maxa.data(), first.n, false, kNoHook);
+    FactorizeSkyline(second.a.data(), second.maxa.data(), second.n, false, kNoHook);
+
+    EXPECT_EQ(std::memcmp(first.a.data(), second.a.data(), first.a.size() * sizeof(Real)), 0);
+}
+
+// The load is K x formed in double128: solving returns x, in double factors to double precision.
+TYPED_TEST(SkylineKernel, SolutionOfALoadIsTheVectorItWasFormedFrom)
+{
+    using Real = TypeParam;
+    const double unit = std::same_as<Real, double> ? 0x1p-52 : 0x1p-104;
+    for (const int n : Sizes())
+        for (const auto& [name, height] : Profiles(n)) {
+            auto k = DominantMatrix<Real>(n, height, 19);
+            std::mt19937_64 engine(4);
+            std::vector<double128> x(static_cast<std::size_t>(n) + 1), v(x.size());
+            for (std::size_t i = 1; i < x.size(); ++i)
+                x[i] = RandomNumber<double128>(engine, -1, 1);
+            for (int column = 1; column <= n; ++column)
+                for (int row = k.FirstRow(column); row <= column; ++row) {
+                    v[static_cast<std::size_t>(row)] += k(row, column) * x[static_cast<std::size_t>(column)];
+                    if (row < column)
+                        v[static_cast<std::size_t>(column)] += k(row, column) * x[static_cast<std::size_t>(row)];
+                }
+
+            FactorizeSkyline(k.a.data(), k.maxa.data(), n, false, kNoHook);
+            ReduceAndBackSubstitute(k.a.data(), k.maxa.data(), n, v.data());
+
+            for (std::size_t i = 1; i < x.size(); ++i)
+                EXPECT_WITHIN(v[i], x[i], 8 * n * unit) << name << " n " << n << " row " << i;
+        }
+}
+
+// u(1,2) = 1, D = 1, load (1 + 2^-80, 1): the forward sum of double factors is a double and drops 2^-80.
+TEST(SkylineSubstitution, ForwardSumIsDoubleForDoubleFactorsAndDouble128ForQuad)
+{
+    const std::vector<int> maxa = {0, 1, 2, 4};
+    const std::vector<double> a = {0, 1, 1, 1};
+    const std::vector<double128> aQuad = {0, 1, 1, 1};
+    std::vector<double128> v = {0, double128(1, 0x1p-80), 1}, vQuad = v;
+
+    ReduceAndBackSubstitute(a.data(), maxa.data(), 2, v.data());
+    ReduceAndBackSubstitute(aQuad.data(), maxa.data(), 2, vQuad.data());
+
+    EXPECT_EQ(v[2], double128(0));
+    EXPECT_EQ(v[1], double128(1, 0x1p-80));
+    EXPECT_EQ(vQuad[2], double128(-0x1p-80));
+    EXPECT_EQ(vQuad[1], double128(1, 0x1p-79));
+}
+
+TYPED_TEST(SkylineKernel, OneEquationIsDividedByItsPivot)
+{
+    using Real = TypeParam;
+    const std::vector<int> maxa = {0, 1, 2};
+    const std::vector<Real> a = {0, 4};
+    std::vector<double128> v = {0, double128(1) / 3};
+
+    ReduceAndBackSubstitute(a.data(), maxa.data(), 1, v.data());
+
+    EXPECT_EQ(v[1], double128(1) / 3 / 4);
+}
