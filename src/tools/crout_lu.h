@@ -1,16 +1,134 @@
 #pragma once
 
+#include <array>
+#include <cmath>
+#include <cstddef>
 #include <span>
+#include <utility>
 
 #include "quad/double128.h"
+#include "tools/fixed_matrix.h"
+#include "tools/jx_exception.h"
 
 namespace qvx {
 
-/// Inverse of a dense n x n matrix (row-major) by Crout LU with implicit scaled partial pivoting, solving against
-/// each unit vector. A pivot of exactly 0 becomes 1e-100 and the decomposition goes on.
-/// @throws jxException "Singular matrix in routine ludcmp" when a row is entirely zero
+/// Crout LU factors of a dense matrix with implicit scaled partial pivoting, in storage of the caller: pivots are
+/// compared as if every row had the same largest term. A pivot of exactly 0 becomes 1e-100 and the decomposition goes on.
+/// @tparam N  order when it is known at compile time, else 0
 /// Source: Press, Teukolsky, Vetterling & Flannery, Numerical Recipes in C, 2nd ed. (1992), section 2.3.
+template <Number Real, int N = 0>
+class CroutLu
+{
+public:
+    /// @param lu     n x n row-major: the matrix, replaced by its factors; outlives this object, as rowOf does
+    /// @param rowOf  n interchanges
+    /// @param scale  n values of scratch
+    /// @throws jxException "Singular matrix in routine ludcmp" when a row is entirely zero
+    CroutLu(Real* lu, int* rowOf, Real* scale, int n) : lu_(lu), rowOf_(rowOf), n_(n)
+    {
+        ScaleRows(scale);
+        Decompose(scale);
+    }
+
+    /// x := A^-1 x
+    void Solve(Real* x) const
+    {
+        for (int i = 0; i < Order(); ++i) {
+            std::swap(x[i], x[rowOf_[i]]);
+            for (int k = 0; k < i; ++k)
+                x[i] -= At(i, k) * x[k];
+        }
+        for (int i = Order() - 1; i >= 0; --i) {
+            for (int k = i + 1; k < Order(); ++k)
+                x[i] -= At(i, k) * x[k];
+            x[i] /= At(i, i);
+        }
+    }
+
+private:
+    int Order() const { return N > 0 ? N : n_; }
+    Real& At(int i, int j) { return lu_[i * Order() + j]; }
+    const Real& At(int i, int j) const { return lu_[i * Order() + j]; }
+
+    // Inverse of the largest term of each row.
+    void ScaleRows(Real* scale) const
+    {
+        using std::fabs;
+        for (int i = 0; i < Order(); ++i) {
+            Real largest(0);
+            for (int j = 0; j < Order(); ++j)
+                if (const Real term = fabs(At(i, j)); term > largest)
+                    largest = term;
+            if (!(largest > Real(0)))
+                throw jxException(L"Singular matrix in routine ludcmp");
+            scale[i] = Real(1) / largest;
+        }
+    }
+
+    void Decompose(Real* scale)
+    {
+        using std::fabs;
+        for (int j = 0; j < Order(); ++j) {
+            for (int i = 0; i < j; ++i)
+                SubtractProducts(i, j, i);
+            int pivotRow = j;
+            Real largest(0);
+            for (int i = j; i < Order(); ++i) {
+                SubtractProducts(i, j, j);
+                if (const Real merit = scale[i] * fabs(At(i, j)); merit >= largest) {
+                    largest = merit;
+                    pivotRow = i;
+                }
+            }
+            Interchange(pivotRow, j);
+            std::swap(scale[pivotRow], scale[j]);
+            rowOf_[j] = pivotRow;
+            if (At(j, j) == Real(0))
+                At(j, j) = Real(1e-100);
+            for (int i = j + 1; i < Order(); ++i)
+                At(i, j) /= At(j, j);
+        }
+    }
+
+    void SubtractProducts(int i, int j, int count)
+    {
+        for (int k = 0; k < count; ++k)
+            At(i, j) -= At(i, k) * At(k, j);
+    }
+
+    void Interchange(int a, int b)
+    {
+        if (a == b)
+            return;
+        for (int k = 0; k < Order(); ++k)
+            std::swap(At(a, k), At(b, k));
+    }
+
+    Real* lu_;
+    int* rowOf_;
+    int n_;
+};
+
+/// Inverse of a dense n x n matrix (row-major): the factors of CroutLu solved against each unit vector.
+/// @throws jxException "Singular matrix in routine ludcmp" when a row is entirely zero
 template <Number Real>
 void InvertByCroutLu(std::span<const Real> matrix, int n, std::span<Real> inverse);
+
+/// X := A^-1 X for a small matrix of fixed order and M right-hand sides, without a heap; A is replaced by its factors.
+/// @throws jxException "Singular matrix in routine ludcmp" when a row is entirely zero
+template <Number Real, int N, int M>
+void SolveByCroutLu(FixedMatrix<Real, N, N>& a, FixedMatrix<Real, N, M>& x)
+{
+    std::array<int, N> rowOf;
+    std::array<Real, N> scratch;
+    const CroutLu<Real, N> lu(a.data(), rowOf.data(), scratch.data(), N);
+    for (int j = 0; j < M; ++j) {
+        for (int i = 0; i < N; ++i)
+            scratch[static_cast<std::size_t>(i)] = x(i, j);
+        lu.Solve(scratch.data());
+        for (int i = 0; i < N; ++i)
+            x(i, j) = scratch[static_cast<std::size_t>(i)];
+    }
+}
 
 }  // namespace qvx

@@ -1,0 +1,244 @@
+#include "elements/shell4_group.h"
+
+#include <array>
+
+#include "elements/progress.h"
+#include "elements/scatter.h"
+#include "elements/shell_loads.h"
+#include "elements/shell_stress.h"
+#include "model/find_record.h"
+
+namespace qvx {
+
+namespace {
+
+// One shell with the records that it refers to.
+struct GatheredShell
+{
+    QuadCorners corners;
+    std::array<int, 4> nodePositions;
+    const jxMat& material;
+    const jxThick& thickness;
+};
+
+GatheredShell Gather(const CjxStruct& model, const jxShell4& shell)
+{
+    GatheredShell out{.corners = {},
+                      .nodePositions = {},
+                      .material = FindById(model.materials, shell.material),
+                      .thickness = FindById(model.thicknesses, shell.thickness)};
+    for (std::size_t i = 0; i < 4; ++i) {
+        out.nodePositions[i] = NodePosition(model.nodes, shell.node[i]);
+        out.corners[i] = model.nodes[static_cast<std::size_t>(out.nodePositions[i] - 1)].Point();
+    }
+    return out;
+}
+
+ShellFactors FactorsOf(const CjxStruct& model, const jxShell4& s)
+{
+    if (!model.bStiffnessFactors)
+        return {};
+    return {.cracking = s.cracking,
+            .fxx = s.f_Fxx,
+            .fyy = s.f_Fyy,
+            .fxy = s.f_Fxy,
+            .mxx = s.f_Mxx,
+            .myy = s.f_Myy,
+            .mxy = s.f_Mxy,
+            .vxx = s.f_Vxx,
+            .vyy = s.f_Vyy};
+}
+
+template <Number Real>
+ShellRigidity<Real> RigidityOf(const CjxStruct& model, const jxShell4& shell, const GatheredShell& g)
+{
+    return ShellRigidityOf<Real>(g.material.E, g.material.nu, g.thickness.t, FactorsOf(model, shell));
+}
+
+template <Number Real>
+ShellElement<Real> Form(const CjxStruct& model, const jxShell4& shell, const GatheredShell& g)
+{
+    return FormShell(
+        g.corners, RigidityOf<Real>(model, shell, g),
+        {.isThinPlateWanted = model.bThinPlate != 0,
+         .isIncompatible = model.bIncompatibleMembrane != 0,
+         .shearDirections = model.bSignedShearAngle ? ShearDirections::Signed : ShearDirections::Unsigned});
+}
+
+template <Number Real>
+void AddStiffness(CjxStruct& model, jxSolutionData& data)
+{
+    PercentCounter progress(model, model.shell4s.size());
+    for (std::size_t i = 0; i < model.shell4s.size(); ++i) {
+        progress.Show(i);
+        const jxShell4& shell = model.shell4s[i];
+        if (shell.excluded)
+            continue;
+        const GatheredShell gathered = Gather(model, shell);
+        const ShellElement<Real> element = Form<Real>(model, shell, gathered);
+        const Matrix24<Real> k = ShellStiffness(element, model.shellOzFactor);
+        ScatterStiffness(data, model.solverType, data.lmShell4s[static_cast<int>(i) + 1], 24, k.data());
+    }
+}
+
+void AddToLoadVector(CjxStruct& model, int comb, const GatheredShell& g, std::size_t node, int dof,
+                     const double128& value)
+{
+    const int equation = model.Equation(g.nodePositions[node], dof);
+    if (equation > 0)
+        model.loadVectors[static_cast<std::size_t>(comb)][static_cast<std::size_t>(equation)] += value;
+}
+
+// Surface loads and self weight of one load case: a quarter of the total at each corner, whatever the shape.
+void AddAreaLoads(CjxStruct& model, int comb, std::size_t loadCase, double factor, const jxShell4& shell,
+                  const GatheredShell& g, const ShellFrame<double>& frame)
+{
+    AreaLoad load{};
+    const auto [first, last] = RecordsOf(model.caseLoads[loadCase].shell4SurfaceLoads, shell.id);
+    for (auto surface = first; surface != last; ++surface)
+        if (surface->value != 0 && surface->dir >= 0 && surface->dir < 6)
+            AddAreaLoad(load, frame, surface->dir, surface->value * factor, surface->coordSys == kLocal);
+    const bool isSelfWeightCase = static_cast<int>(loadCase) == model.selfWeightCase;
+    if (isSelfWeightCase && model.selfWeightFactor != 0 && !shell.selfWeight)
+        AddAreaLoad(load, frame, model.selfWeightDir, g.material.Wc * g.thickness.t * model.selfWeightFactor * factor,
+                    false);
+
+    const double quarter = ShellArea(frame) * 0.25;
+    for (std::size_t node = 0; node < 4; ++node)
+        for (int dof = 0; dof < 6; ++dof)
+            AddToLoadVector(model, comb, g, node, dof, load[static_cast<std::size_t>(dof)] * quarter);
+}
+
+void AddThermalLoads(CjxStruct& model, int comb, std::size_t loadCase, double factor, const jxShell4& shell,
+                     const GatheredShell& g, const ShellFrame<double>& frame)
+{
+    const auto [first, last] = RecordsOf(model.caseLoads[loadCase].shell4ThermalLoads, shell.id);
+    for (auto thermal = first; thermal != last; ++thermal) {
+        if (thermal->dT == 0)
+            continue;
+        const std::array<double, 24> f =
+            ShellThermalForces(frame, RigidityOf<double>(model, shell, g), g.material.Tc * thermal->dT * factor);
+        for (std::size_t node = 0; node < 4; ++node)
+            for (int dof = 0; dof < 6; ++dof)
+                AddToLoadVector(model, comb, g, node, dof, f[6 * node + static_cast<std::size_t>(dof)]);
+    }
+}
+
+// Stress-free strain of a shell under all terms of a combination.
+double ThermalStrain(const CjxStruct& model, const jxShell4& shell, double Tc, int comb)
+{
+    double strain = 0;
+    for (const jxCaseFactor& term : model.loadCombs[static_cast<std::size_t>(comb)].cases) {
+        const int loadCase = model.FindLoadCase(term.label);
+        if (loadCase < 0)
+            continue;
+        const auto [first, last] =
+            RecordsOf(model.caseLoads[static_cast<std::size_t>(loadCase)].shell4ThermalLoads, shell.id);
+        for (auto thermal = first; thermal != last; ++thermal)
+            strain += thermal->dT * term.factor * Tc;
+    }
+    return strain;
+}
+
+template <Number Real>
+ShellForces<Real> Recover(const CjxStruct& model, const jxShell4& shell, int comb)
+{
+    const GatheredShell g = Gather(model, shell);
+    const ShellElement<Real> element = Form<Real>(model, shell, g);
+    const std::vector<double128>& solution = model.loadVectors[static_cast<std::size_t>(comb)];
+    std::array<Real, 24> u{};
+    for (std::size_t node = 0; node < 4; ++node)
+        for (int dof = 0; dof < 6; ++dof)
+            if (const int equation = model.Equation(g.nodePositions[node], dof); equation > 0)
+                u[6 * node + static_cast<std::size_t>(dof)] =
+                    static_cast<Real>(solution[static_cast<std::size_t>(equation)]);
+    ShellForces<Real> forces = RecoverShellForces(element, u, Real(ThermalStrain(model, shell, g.material.Tc, comb)));
+    TurnShellForces(forces, shell.angle - element.referenceAngle);
+    return forces;
+}
+
+template <class From, std::size_t N>
+void CopyOut(double* to, const std::array<From, N>& from)
+{
+    for (std::size_t i = 0; i < N; ++i)
+        to[i] = static_cast<double>(from[i]);
+}
+
+template <Number Real>
+void StoreForces(const ShellForces<Real>& forces, double F[5][3], double fm[8], double P[5][5], double fp[12])
+{
+    for (std::size_t k = 0; k < 5; ++k) {
+        CopyOut(F[k], forces.F[k]);
+        CopyOut(P[k], forces.P[k]);
+    }
+    CopyOut(fm, forces.fm);
+    CopyOut(fp, forces.fp);
+}
+
+void CopyAxes(jxPoint to[3], const std::array<jxPoint, 3>& from)
+{
+    for (std::size_t i = 0; i < 3; ++i)
+        to[i] = from[i];
+}
+
+}  // namespace
+
+}  // namespace qvx
+
+void CjxShell4Group::GetLocalAxis(jxPoint axis[3], jxPoint p1, jxPoint p2, jxPoint p3, jxPoint p4, double angle)
+{
+    qvx::CopyAxes(axis, qvx::QuadLocalAxes({p1, p2, p3, p4}, angle));
+}
+
+void CjxShell4Group::GetMITC4StiffnessReferenceAxis(jxPoint axis[3], jxPoint p1, jxPoint p2, jxPoint p3, jxPoint p4)
+{
+    qvx::CopyAxes(axis, qvx::QuadSideAxes({p1, p2, p3, p4}));
+}
+
+double CjxShell4Group::GetStiffnessReferenceLocalAngle(jxPoint p1, jxPoint p2, jxPoint p3, jxPoint p4, int bThinPlate)
+{
+    return qvx::QuadReferenceAngle({p1, p2, p3, p4}, bThinPlate != 0);
+}
+
+bool CjxShell4Group::IsGoodQuadShape(const jxPoint& p1, const jxPoint& p2, const jxPoint& p3, const jxPoint& p4,
+                                     double angle)
+{
+    return qvx::IsConvexQuad({p1, p2, p3, p4}, angle);
+}
+
+void CjxShell4Group::ProcessStiffness(jxSolutionData& data)
+{
+    // A drilling factor above 0.001 would stiffen the shell in its plane, one that is not positive leave it singular.
+    if (!model_->shell4s.empty() && !(model_->shellOzFactor > 0 && model_->shellOzFactor <= 0.001))
+        model_->shellOzFactor = 1e-7;
+    if (model_->solverType == QuadSkyline)
+        qvx::AddStiffness<qvx::double128>(*model_, data);
+    else
+        qvx::AddStiffness<double>(*model_, data);
+}
+
+void CjxShell4Group::ProcessElemLoads(int comb)
+{
+    for (const jxShell4& shell : model_->shell4s) {
+        const qvx::GatheredShell g = qvx::Gather(*model_, shell);
+        const qvx::ShellFrame<double> frame =
+            qvx::ShellFrameOf<double>(g.corners, qvx::QuadLocalAxes(g.corners, shell.angle));
+        for (const jxCaseFactor& term : model_->loadCombs[static_cast<std::size_t>(comb)].cases) {
+            const int found = model_->FindLoadCase(term.label);
+            if (found < 0)
+                continue;
+            const auto loadCase = static_cast<std::size_t>(found);
+            qvx::AddAreaLoads(*model_, comb, loadCase, term.factor, shell, g, frame);
+            qvx::AddThermalLoads(*model_, comb, loadCase, term.factor, shell, g, frame);
+        }
+    }
+}
+
+void CjxShell4Group::ElemStresses(double F[5][3], double fm[8], double P[5][5], double fp[12], const jxShell4& shell,
+                                  int comb)
+{
+    if (model_->solverType == QuadSkyline)
+        qvx::StoreForces(qvx::Recover<qvx::double128>(*model_, shell, comb), F, fm, P, fp);
+    else
+        qvx::StoreForces(qvx::Recover<double>(*model_, shell, comb), F, fm, P, fp);
+}
