@@ -96,7 +96,7 @@ void AddAreaLoads(CjxStruct& model, int comb, std::size_t loadCase, double facto
     AreaLoad load{};
     const auto [first, last] = RecordsOf(model.caseLoads[loadCase].shell4SurfaceLoads, shell.id);
     for (auto surface = first; surface != last; ++surface)
-        if (surface->value != 0 && surface->dir >= 0 && surface->dir < 6)
+        if (surface->value != 0)
             AddAreaLoad(load, frame, surface->dir, surface->value * factor, surface->coordSys == kLocal);
     const bool isSelfWeightCase = static_cast<int>(loadCase) == model.selfWeightCase;
     if (isSelfWeightCase && model.selfWeightFactor != 0 && !shell.selfWeight)

@@ -82,11 +82,14 @@ std::vector<CornerForces> Merge(std::vector<CornerForces> corners)
     return merged;
 }
 
-const CornerForces& FindMean(const std::vector<CornerForces>& merged, const CornerForces& corner)
+// Null for axes that are not numbers: they are equal to none, their own included.
+const CornerForces* FindMean(const std::vector<CornerForces>& merged, const CornerForces& corner)
 {
     const auto first = std::lower_bound(merged.begin(), merged.end(), corner.node,
                                         [](const CornerForces& m, int node) { return m.node < node; });
-    return *std::find_if(first, merged.end(), [&](const CornerForces& m) { return HaveEqualAxes(m, corner); });
+    const auto mean = std::find_if(
+        first, merged.end(), [&](const CornerForces& m) { return m.node == corner.node && HaveEqualAxes(m, corner); });
+    return mean == merged.end() ? nullptr : &*mean;
 }
 
 // Corner values become the means; the centre becomes the mean of the four corners.
@@ -96,7 +99,9 @@ void TakeMeans(jxShellStress& s, const jxShell4& shell, const std::array<jxPoint
     std::fill_n(s.F[0], 3, 0.0);
     std::fill_n(s.P[0], 5, 0.0);
     for (int corner = 0; corner < 4; ++corner) {
-        const CornerForces& mean = FindMean(merged, CornerOf(s, shell, axes, corner));
+        const CornerForces own = CornerOf(s, shell, axes, corner);
+        const CornerForces* found = FindMean(merged, own);
+        const CornerForces& mean = found != nullptr ? *found : own;
         std::copy_n(mean.values.begin(), 3, s.F[corner + 1]);
         std::copy_n(mean.values.begin() + 3, 5, s.P[corner + 1]);
         for (std::size_t i = 0; i < 3; ++i)

@@ -1,6 +1,5 @@
 #include "elements/shell_loads.h"
 
-#include <cassert>
 #include <cmath>
 
 #include "elements/shell_membrane.h"
@@ -10,7 +9,8 @@ namespace qvx {
 
 void AddAreaLoad(AreaLoad& load, const ShellFrame<double>& frame, int dir, double value, bool isLocal)
 {
-    assert(dir >= 0 && dir < 6);
+    if (dir < 0 || dir > 5)
+        return;
     AreaLoad added{};
     added[static_cast<std::size_t>(dir)] = value;
     if (isLocal)
