@@ -162,6 +162,8 @@ public:
     void ConvertAllLocalLoadsToGlobalLoads();
     void AllBeamEndForces(CjxBmGroup& group, int comb);
     void AllBeamSegmental(int comb);
+    /// Normal stresses of the members whose section is regular or in a table; the others are left out.
+    /// @param comb  combination index, -1 for the modal result
     std::vector<jxBmStress> GetBeamStresses(int comb) const;
     jxVMD GetVMD_At(std::vector<jxVMD> curve, double x) const;
     void AllShell4Stresses(CjxShell4Group& group, int comb);
