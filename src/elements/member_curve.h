@@ -24,9 +24,6 @@
 // Forces are kept in f[6] = Fx, Fy, Fz, Mx, My, Mz. Where a load jumps, the section exactly at the load counts as left
 // of it. Positions are compared exactly.
 
-using jxPtLoadIterator = std::vector<jxPtLoad>::const_iterator;
-using jxLnLoadIterator = std::vector<jxLnLoad>::const_iterator;
-
 /// Appends one station per break point of the loads: x as a fraction of L, forces, no deflections.
 /// @param n  regular intervals asked for, > 0
 QVXFEM_API void VMD(std::vector<jxVMD>& out, jxPtLoadIterator firstPoint, jxPtLoadIterator lastPoint,

@@ -71,11 +71,13 @@ private:
         for (int j = 0; j < Order(); ++j) {
             for (int i = 0; i < j; ++i)
                 SubtractProducts(i, j, i);
+            // Of equal merits the first row stands. A column without any pivot then takes its own row, and a singular
+            // part of the matrix leaves the unknowns that it is not coupled with alone.
             int pivotRow = j;
             Real largest(0);
             for (int i = j; i < Order(); ++i) {
                 SubtractProducts(i, j, j);
-                if (const Real merit = scale[i] * fabs(At(i, j)); merit >= largest) {
+                if (const Real merit = scale[i] * fabs(At(i, j)); merit > largest) {
                     largest = merit;
                     pivotRow = i;
                 }

@@ -139,6 +139,11 @@ struct jxLoadComb
     static const wchar_t* name() { return L"load combination"; }
 };
 
+// Ranges of loads, as the kernels of one member take them.
+using jxPtLoadIterator = std::vector<jxPtLoad>::const_iterator;
+using jxLnLoadIterator = std::vector<jxLnLoad>::const_iterator;
+using jxThermalLoadIterator = std::vector<jxThermalLoad>::const_iterator;
+
 inline bool operator<(const jxNdLoad& a, const jxNdLoad& b)
 {
     return a.id < b.id;
