@@ -11,6 +11,7 @@ function(qvx_add_tests folder)
   target_link_libraries(${target} PRIVATE qvx::internals qvx::test_support GTest::gmock GTest::gtest_main
                         qvx::warnings ${ARG_LIBRARIES})
   target_include_directories(${target} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
+  qvx_copy_data()
   gtest_discover_tests(${target} TEST_PREFIX "${folder}." DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 60
                        PROPERTIES LABELS "${ARG_LABELS}" TIMEOUT 300)
 endfunction()

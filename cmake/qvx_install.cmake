@@ -16,4 +16,5 @@ install(FILES ${PROJECT_BINARY_DIR}/qvxFEMConfig.cmake ${PROJECT_BINARY_DIR}/qvx
         DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/qvxFEM)
 if(TARGET qvxfem_app)
   install(TARGETS qvxfem_app RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+  install(FILES ${PROJECT_SOURCE_DIR}/data/RcSections.ini DESTINATION ${CMAKE_INSTALL_BINDIR})
 endif()

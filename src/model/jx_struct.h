@@ -62,24 +62,32 @@ public:
 
     // --- Host channel (model/messages.cpp) ------------------------------------------------------------------------
     unsigned char bInteractive = 1;  ///< message boxes may be shown
+    int bEmptyDocument = 1;          ///< of the host: nothing was entered yet
 
-    /// Sets the window that receives messages, resets counter and abort flag, posts an empty status line.
+    /// Sets the window that receives messages, resets counter and abort flag, posts and logs an empty status line.
+    /// Nothing is posted without a window or after an abort; the log goes on.
     void set_solver_wnds(CWnd* window);
     void clear_solver_wnds();
-    /// Posts "[HH:MM:SS] text" and status as a list line (message 1124) and logs "text - status".
+    /// Posts "[HH:MM:SS] text" and status as a list line (message 1124) and logs "text - status", or text alone when
+    /// there is no status.
     void list_msg(const wchar_t* text, const wchar_t* status);
+    /// list_msg, and "text - status" once more in the log.
     void list_msg0(const wchar_t* text, const wchar_t* status);
+    /// list_msg, and "text;  status" in the log.
     void list_msg_and_log(const wchar_t* text, const wchar_t* status);
     /// Posts a status line (message 1126) and logs it.
     void status_msg(const wchar_t* text);
-    /// Asks the user when the abort key is down; on Yes throws jxException "SOLUTION ABORTED!".
+    /// Asks the user when the abort key is down; on Yes posts nothing more and throws jxException "SOLUTION ABORTED!".
     void peek_msg();
+    /// Next string of the message table, from any thread. It lives until ClearCounterString, so that a window can read
+    /// it after PostMessageW returned; after set_solver_wnds the strings are handed out anew.
     CString* GetNextCounterString();
     void ClearCounterString();
     /// Starts a log entry with "[date time]: " and returns the stream; the host opens it (fileLog).
     std::ofstream& GetFileLog();
     /// One whole log entry: prefix, text, end of line, flush.
     void LogLine(const wchar_t* text);
+    /// Lists physical memory, total and available, and what the run needs, in MB. Returns 1; refuses nothing.
     int memcheck(std::ofstream& log, int kilobytes);
     int GetNumberOfCPUs() const;
     std::ofstream fileLog;  ///< opened by the host before the first analysis
@@ -87,11 +95,16 @@ public:
 
     // --- Saved input, clearing, repair (model/saved_input.cpp, clear_results.cpp, repair.cpp) -----------------------
     /// Copies what the host entered: no links, no derived masses, no bar databases, nothing of results or channels.
+    /// units and bInSolution come along: they tell in which units the copied numbers are.
     CjxStruct& copy_input(const CjxStruct& other);
+    /// Keeps one copy of the input, in the units it has now; the copy before is dropped.
     void SaveInputData();
-    /// Copies the saved input back, if there is one. Units and bInSolution follow the copy.
+    /// Copies the saved input back, if there is one, and nothing else. After a failed run the input is again in the
+    /// model's units and bInSolution 0. Results that the run left are in internal units still: clear them.
     void RestoreInputData();
+    bool HasSavedInput() const { return savedInput_ != nullptr; }
     void ClearResult();
+    /// Load vectors and all that followed from them, and the file "<documentPath>.uni" of the host.
     void ClearStaticResult();
     void ClearFrequencyResult();
     void ClearResponseSpectrumResult();
@@ -103,7 +116,8 @@ public:
     bool ResponseSpectrumSolution() const;
     int GetSolver() const { return solverType; }
     void SetSolverType(int type) { solverType = type; }
-    /// Adds missing default records, drops records that refer to nothing, resets stored indices beyond their vector.
+    /// Clears all results, adds missing default records (label "Default", id 1), drops records that refer to nothing
+    /// and resets stored indices beyond the end of their vector to 0.
     void RepaireData();
     /// Input checks; 1 when the model may be solved. Derives bNonlinear and linearCombCount.
     /// @param mode     0 static, 1 frequency
@@ -290,6 +304,8 @@ private:
     int RefuseInput();
     void SolveLinearCombinations(jxSolutionData& data, CjxBmGroup& bm, CjxShell4Group& sh, CjxBrickGroup& br);
     void SolveNonlinearCombinations(jxSolutionData& data, CjxBmGroup& bm, CjxShell4Group& sh, CjxBrickGroup& br);
+
+    bool MayPost() const { return solverWindow_ != nullptr && !bAborted_; }
 
     CWnd* solverWindow_ = nullptr;
     int messageCounter_ = 0;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <atomic>
+#include <charconv>
 #include <cwchar>
 #include <filesystem>
 #include <fstream>
@@ -12,23 +13,13 @@
 #include <unistd.h>
 #endif
 
+#include "platform/ini_file.h"
 #include "platform/preferences_file.h"
+#include "platform/wide_path.h"
 
 namespace qvx {
 
 namespace {
-
-std::filesystem::path PathOf(const std::wstring& wide)
-{
-    const std::string utf8 = ToUtf8(wide);
-    return std::u8string(utf8.begin(), utf8.end());
-}
-
-std::wstring TextOf(const std::filesystem::path& path)
-{
-    const std::u8string utf8 = path.u8string();
-    return FromUtf8({reinterpret_cast<const char*>(utf8.data()), utf8.size()});
-}
 
 // "Name:  12345 kB" of a table of the kernel, in bytes; 0 when it is not there.
 std::uint64_t KernelTableBytes(const char* file, const std::string& name)
@@ -42,6 +33,14 @@ std::uint64_t KernelTableBytes(const char* file, const std::string& name)
         in.ignore(256, '\n');
     }
     return 0;
+}
+
+int IntegerOr(const std::string& text, int defaultValue)
+{
+    int value = 0;
+    const char* last = text.data() + text.size();
+    const auto [end, error] = std::from_chars(text.data(), last, value);
+    return error == std::errc() && end == last ? value : defaultValue;
 }
 
 HostServices& HeadlessHost()
@@ -74,7 +73,10 @@ bool HostServices::IsAbortKeyDown()
 
 int HostServices::ProfileInteger(const std::wstring& section, const std::wstring& key, int defaultValue)
 {
-    return ReadIniInteger(PreferencesFile(), section, key, defaultValue);
+    const auto sections = ReadIniFile(PreferencesFile());
+    const IniSection* found = sections ? FindSection(*sections, section) : nullptr;
+    const std::wstring* value = found == nullptr ? nullptr : found->Find(key);
+    return value == nullptr ? defaultValue : IntegerOr(ToUtf8(*value), defaultValue);
 }
 
 MemoryStatus HostServices::Memory()

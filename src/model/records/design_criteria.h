@@ -10,14 +10,15 @@
 struct jxBar
 {
     wchar_t size[32] = {};
-    double diameter = 0;
-    double area = 0;
+    double diameter = 0;  ///< in the unit of its database
+    double area = 0;      ///< in the square of that unit
 };
 
 /// A table of reinforcing bars.
 struct jxBarDatabase
 {
     std::wstring name;
+    std::wstring unit = L"in";  ///< "in" or "mm"
     std::vector<jxBar> bars;
 };
 

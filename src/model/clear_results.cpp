@@ -1,0 +1,67 @@
+#include "model/jx_struct.h"
+#include "platform/host_services.h"
+
+void jxCombResult::clear()
+{
+    *this = {};
+}
+
+void CjxStruct::ClearSolverData()
+{
+    numberOfEquations = 0;
+    loadVectors = {};  // a new vector, so that the memory goes too
+    for (std::vector<int>& row : idTable)
+        row = {};
+}
+
+void CjxStruct::ClearStaticResult()
+{
+    ClearSolverData();
+    combResults.clear();
+    combResults.resize(loadCombs.size());
+    combOutcomes.clear();
+    digitsLost = 0;
+    concreteEnvelope.clear();
+    woodArmer.clear();
+    modalResult.clear();
+    ClearConcreteResult();
+    ClearSteelResult();
+    if (!documentPath.IsEmpty())
+        qvx::Host().DeleteFile(documentPath.Text() + L".uni");
+}
+
+void CjxStruct::ClearFrequencyResult()
+{
+    eigenResults.clear();
+    ClearResponseSpectrumResult();
+}
+
+void CjxStruct::ClearResponseSpectrumResult()
+{
+    spectrumResults.clear();
+}
+
+// The design runs keep no result of their own yet; envelope and plate moments belong to the static run.
+void CjxStruct::ClearConcreteResult() {}
+void CjxStruct::ClearSteelResult() {}
+
+void CjxStruct::ClearResult()
+{
+    ClearStaticResult();
+    ClearFrequencyResult();
+}
+
+bool CjxStruct::HasStaticSolution() const
+{
+    return !combResults.empty() && !combResults.front().displacements.empty();
+}
+
+bool CjxStruct::EigenSolution() const
+{
+    return !eigenResults.empty();
+}
+
+bool CjxStruct::ResponseSpectrumSolution() const
+{
+    return !spectrumResults.empty();
+}
