@@ -8,3 +8,10 @@ if(QVXFEM_BUILD_APPS)
 endif()
 set(BLA_VENDOR OpenBLAS)
 find_package(BLAS REQUIRED)
+
+# MUMPS ships no package file: its sequential build, without MPI.
+find_path(MUMPS_INCLUDE_DIR dmumps_c.h REQUIRED)
+find_library(MUMPS_LIBRARY dmumps_seq REQUIRED)
+add_library(MUMPS::sequential INTERFACE IMPORTED)
+set_target_properties(MUMPS::sequential PROPERTIES
+  INTERFACE_INCLUDE_DIRECTORIES ${MUMPS_INCLUDE_DIR} INTERFACE_LINK_LIBRARIES ${MUMPS_LIBRARY})

@@ -13,6 +13,10 @@ namespace qvx {
 template <class Sink, Number Real>
 void ScatterInto(const Sink& sink, const int* loc, int n, const Real* k)
 {
+    if constexpr (requires { sink.AddElement(loc, n, k); }) {
+        sink.AddElement(loc, n, k);
+        return;
+    }
     for (int p = 1; p <= n; ++p) {
         const int column = loc[p];
         if (column <= 0)

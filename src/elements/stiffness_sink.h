@@ -43,11 +43,35 @@ private:
     std::span<Store> terms_;
 };
 
+/// Store of a direct sparse solver: whole elements are scattered block by block.
+class SparseSink
+{
+public:
+    explicit SparseSink(SparseStiffness& store) : store_(store) {}
+
+    template <Number Value>
+    void Add(int row, int column, const Value& value) const
+    {
+        store_.Add(row, column, static_cast<double>(value));
+    }
+    double& Diagonal(int equation) const { return store_.Diagonal(equation); }
+    template <Number Real>
+    void AddElement(const int* loc, int n, const Real* k) const
+    {
+        store_.AddElement(loc, n, k);
+    }
+
+private:
+    SparseStiffness& store_;
+};
+
 /// Calls use(sink) with the store into which a run of this solver type assembles.
 template <class Use>
 void WithStiffnessSink(jxSolutionData& data, int solverType, Use&& use)
 {
-    if (solverType == DoubleSkyline)
+    if (solverType == DoubleSparse && data.bForceSkyline == 0)
+        use(SparseSink(data.sparseK));
+    else if (solverType == DoubleSkyline)
         use(SkylineSink<double>(data.maxa, data.K));
     else
         use(SkylineSink<double128>(data.maxa, data.KQ));

@@ -2,41 +2,12 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <map>
 #include <vector>
 
+#include "model/row_table.h"
+#include "model/sparse_stiffness.h"
 #include "platform/export.h"
 #include "quad/double128.h"
-
-namespace qvx {
-
-/// Location table: per element (row, from 1) the equation numbers of its degrees of freedom (column, from 1),
-/// 0 where a degree of freedom has no equation.
-class RowTable
-{
-public:
-    RowTable() = default;
-    RowTable(int rows, int columns)
-        : rows_(rows), columns_(columns),
-          terms_((static_cast<std::size_t>(rows) + 1) * (static_cast<std::size_t>(columns) + 1))
-    {
-    }
-
-    int Rows() const { return rows_; }
-    int Columns() const { return columns_; }
-    /// Row r; its slots 1 to Columns() hold the entries.
-    int* operator[](int row) { return terms_.data() + static_cast<std::size_t>(row) * Stride(); }
-    const int* operator[](int row) const { return terms_.data() + static_cast<std::size_t>(row) * Stride(); }
-
-private:
-    std::size_t Stride() const { return static_cast<std::size_t>(columns_) + 1; }
-
-    int rows_ = 0;
-    int columns_ = 0;
-    std::vector<int> terms_;
-};
-
-}  // namespace qvx
 
 /// Working data of one run. All arrays count from 1: slot 0 is unused.
 struct jxSolutionData
@@ -57,5 +28,6 @@ struct jxSolutionData
     std::vector<int> columnHeight;  ///< distance from the diagonal to the topmost stored term
     std::vector<double> M;          ///< second matrix of an eigen run
     std::vector<qvx::double128> MQ;
-    int bForceSkyline = 0;  ///< keeps the skyline form although solverType is 2
+    qvx::SparseStiffness sparseK;  ///< stiffness for a direct sparse solver
+    int bForceSkyline = 0;         ///< keeps the skyline form although solverType is 2
 };

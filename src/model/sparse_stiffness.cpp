@@ -1,0 +1,222 @@
+#include "model/sparse_stiffness.h"
+
+#include <algorithm>
+#include <array>
+#include <cassert>
+#include <limits>
+#include <utility>
+
+#include "platform/cstring.h"
+#include "tools/jx_exception.h"
+
+namespace qvx {
+
+namespace {
+
+// Consecutive slots of a location row that belong to one node.
+struct Run
+{
+    int node = 0;
+    int first = 0;
+    int last = 0;
+};
+
+constexpr int kMaxRuns = 24;
+
+}  // namespace
+
+void SparseStiffness::BuildPattern(std::vector<int> nodeOfEquation, std::span<const RowTable* const> tables)
+{
+    nodeOf_ = std::move(nodeOfEquation);
+    const int n = static_cast<int>(nodeOf_.size()) - 1;
+    firstEquation_.clear();
+    int given = 0;
+    for (int e = 1; e <= n; ++e) {
+        if (e == 1 || nodeOf_[At(e)] != given) {
+            given = nodeOf_[At(e)];
+            firstEquation_.push_back(e);
+        }
+        nodeOf_[At(e)] = static_cast<int>(firstEquation_.size()) - 1;
+    }
+    firstEquation_.push_back(n + 1);
+    Connect(tables);
+    LayOutRows();
+}
+
+// Nodes that share an element, each pair once, at the node of lower number.
+void SparseStiffness::Connect(std::span<const RowTable* const> tables)
+{
+    const std::size_t nNodes = firstEquation_.size() - 1;
+    const auto forEachNode = [&](const int* loc, int slots, auto&& visit) {
+        int last = -1;
+        for (int slot = 1; slot <= slots; ++slot)
+            if (loc[slot] > 0 && nodeOf_[At(loc[slot])] != last)
+                visit(last = nodeOf_[At(loc[slot])]);
+    };
+
+    // Elements of each node: table and row, counted, then filled.
+    std::vector<int> start(nNodes + 1);
+    for (const RowTable* table : tables)
+        for (int row = 1; row <= table->Rows(); ++row)
+            forEachNode((*table)[row], table->Columns(), [&](int node) { ++start[At(node) + 1]; });
+    for (std::size_t i = 0; i < nNodes; ++i)
+        start[i + 1] += start[i];
+    std::vector<std::pair<int, int>> elements(At(start.back()));
+    std::vector<int> filled(start.begin(), start.end() - 1);
+    for (std::size_t t = 0; t < tables.size(); ++t)
+        for (int row = 1; row <= tables[t]->Rows(); ++row)
+            forEachNode((*tables[t])[row], tables[t]->Columns(), [&](int node) {
+                elements[At(filled[At(node)]++)] = {static_cast<int>(t), row};
+            });
+
+    neighbourStart_.assign(1, 0);
+    neighbour_.clear();
+    std::vector<int> seenBy(nNodes, -1);
+    for (int i = 0; i < static_cast<int>(nNodes); ++i) {
+        for (int k = start[At(i)]; k < start[At(i) + 1]; ++k) {
+            const auto& [t, row] = elements[At(k)];
+            const RowTable& table = *tables[At(t)];
+            forEachNode(table[row], table.Columns(), [&](int j) {
+                if (j > i && seenBy[At(j)] != i) {
+                    seenBy[At(j)] = i;
+                    neighbour_.push_back(j);
+                }
+            });
+        }
+        std::sort(neighbour_.begin() + neighbourStart_.back(), neighbour_.end());
+        neighbourStart_.push_back(static_cast<int>(neighbour_.size()));
+    }
+}
+
+void SparseStiffness::LayOutRows()
+{
+    const std::size_t nNodes = firstEquation_.size() - 1;
+    const auto size = [&](int node) { return firstEquation_[At(node) + 1] - firstEquation_[At(node)]; };
+    neighbourOffset_.resize(neighbour_.size());
+    std::int64_t terms = 0;
+    for (int i = 0; i < static_cast<int>(nNodes); ++i) {
+        int width = 0;
+        for (int k = neighbourStart_[At(i)]; k < neighbourStart_[At(i) + 1]; ++k) {
+            neighbourOffset_[At(k)] = width;
+            width += size(neighbour_[At(k)]);
+        }
+        terms += std::int64_t{size(i)} * width + std::int64_t{size(i)} * (size(i) + 1) / 2;
+    }
+    constexpr int kLimit = std::numeric_limits<int>::max();
+    if (terms > kLimit - 1) {
+        CString text;
+        text.Format(L"The number of nonzero terms in global stiffness matrix (%I64d) is greater than its limit (%d).  "
+                    L"Solution aborts!",
+                    static_cast<long long>(terms), kLimit);
+        throw jxException(text);
+    }
+
+    rowStart_.clear();
+    rowStart_.reserve(nodeOf_.size());
+    column_.resize(static_cast<std::size_t>(terms));
+    value_.assign(static_cast<std::size_t>(terms), 0.0);
+    std::size_t place = 0;
+    for (int i = 0; i < static_cast<int>(nNodes); ++i)
+        for (int e = firstEquation_[At(i)]; e < firstEquation_[At(i) + 1]; ++e) {
+            rowStart_.push_back(static_cast<int>(place) + 1);
+            for (int c = e; c < firstEquation_[At(i) + 1]; ++c)
+                column_[place++] = c;
+            for (int k = neighbourStart_[At(i)]; k < neighbourStart_[At(i) + 1]; ++k)
+                for (int c = firstEquation_[At(neighbour_[At(k)])]; c < firstEquation_[At(neighbour_[At(k)]) + 1]; ++c)
+                    column_[place++] = c;
+        }
+    rowStart_.push_back(static_cast<int>(place) + 1);
+}
+
+void SparseStiffness::SetZero()
+{
+    std::fill(value_.begin(), value_.end(), 0.0);
+}
+
+void SparseStiffness::Clear()
+{
+    *this = {};
+}
+
+int SparseStiffness::BlockOffset(int i, int j) const
+{
+    const auto first = neighbour_.begin() + neighbourStart_[At(i)];
+    const auto last = neighbour_.begin() + neighbourStart_[At(i) + 1];
+    const auto it = std::lower_bound(first, last, j);
+    assert(it != last && *it == j && "the pattern has no block of these nodes");
+    return neighbourOffset_[static_cast<std::size_t>(it - neighbour_.begin())];
+}
+
+std::size_t SparseStiffness::Address(int row, int column) const
+{
+    assert(row >= 1 && row <= column && column <= Equations());
+    const int i = nodeOf_[At(row)];
+    const int j = nodeOf_[At(column)];
+    const int start = rowStart_[At(row - 1)] - 1;
+    if (i == j)
+        return At(start + column - row);
+    const int ownBlock = firstEquation_[At(i) + 1] - row;
+    return At(start + ownBlock + BlockOffset(i, j) + column - firstEquation_[At(j)]);
+}
+
+template <Number Real>
+void SparseStiffness::AddElement(const int* loc, int n, const Real* k)
+{
+    std::array<Run, kMaxRuns> runs;
+    int nRuns = 0;
+    for (int slot = 1; slot <= n; ++slot) {
+        if (loc[slot] <= 0)
+            continue;
+        const int node = nodeOf_[At(loc[slot])];
+        if (nRuns == 0 || runs[At(nRuns - 1)].node != node) {
+            assert(nRuns < kMaxRuns);
+            runs[At(nRuns++)] = {.node = node, .first = slot};
+        }
+        runs[At(nRuns - 1)].last = slot;
+    }
+    for (int a = 0; a < nRuns; ++a)
+        for (int b = 0; b < nRuns; ++b) {
+            const Run& rows = runs[At(a)];
+            const Run& columns = runs[At(b)];
+            if (rows.node > columns.node)
+                continue;
+            const bool isOwnBlock = rows.node == columns.node;
+            const int offset = isOwnBlock ? 0 : BlockOffset(rows.node, columns.node);
+            const int firstColumn = firstEquation_[At(columns.node)];
+            const int ownEnd = firstEquation_[At(rows.node) + 1];
+            for (int q = rows.first; q <= rows.last; ++q) {
+                const int row = loc[q];
+                if (row <= 0)
+                    continue;
+                // Place of column 0 of this block in this row, so that a column is found by adding its number.
+                const int base = rowStart_[At(row - 1)] - 1 + (isOwnBlock ? -row : ownEnd - row + offset - firstColumn);
+                const Real* terms = k + std::ptrdiff_t{q - 1} * n - 1;
+                for (int p = columns.first; p <= columns.last; ++p) {
+                    const int column = loc[p];
+                    if (column >= row && column > 0)
+                        value_[At(base + column)] += static_cast<double>(terms[p]);
+                }
+            }
+        }
+}
+
+template void SparseStiffness::AddElement<double>(const int*, int, const double*);
+template void SparseStiffness::AddElement<double128>(const int*, int, const double128*);
+
+std::int64_t SparseStiffness::CountNonzero() const
+{
+    std::int64_t count = std::count_if(value_.begin(), value_.end(), [](double v) { return v != 0; });
+    for (std::size_t e = 0; e + 1 < rowStart_.size(); ++e)
+        count += value_[At(rowStart_[e] - 1)] == 0;
+    return count;
+}
+
+double SparseStiffness::LargestTerm() const
+{
+    double largest = 0;
+    for (const double v : value_)
+        largest = std::max(largest, v);
+    return largest;
+}
+
+}  // namespace qvx

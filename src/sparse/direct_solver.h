@@ -1,0 +1,77 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+
+namespace qvx {
+
+/// Upper triangle of a real symmetric matrix, compressed by rows. Row starts and columns count from 1; each row holds
+/// its diagonal first and its columns ascending. The arrays belong to the caller and stay in place while the solver
+/// works on them.
+struct SymmetricMatrix
+{
+    int n = 0;                      ///< equations
+    const int* rowStart = nullptr;  ///< n + 1 entries
+    const int* column = nullptr;
+    const double* value = nullptr;
+};
+
+/// Outcome of a phase, in the numbers of the routine `pardiso`: 0 done, -2 out of memory, -4 zero or negative pivot,
+/// -9 not enough memory for out-of-core, -10 and -11 files of the out-of-core mode, others as its manual has them.
+struct SparseStatus
+{
+    int error = 0;
+    int equation = 0;  ///< from 1: where the pivot of error -4 stands, 0 when unknown
+
+    explicit operator bool() const { return error == 0; }
+};
+
+/// How a direct solver works.
+struct SparseSettings
+{
+    bool isPositiveDefinite = true;  ///< false: indefinite, negative pivots are counted
+    bool isOutOfCore = false;        ///< factor on disk
+    int maxCoreMegabytes = 2000;     ///< memory limit of the out-of-core mode
+    int threads = 1;
+    int refinementSteps = 2;  ///< iterative refinement per solve, 0 for none
+    /// Called during the factorisation with the percentage done and the thread that tells it.
+    std::function<void(int percent, int thread)> progress = nullptr;
+};
+
+/// One door to the direct sparse solvers: analyse, factorise, solve, release.
+///
+/// A matrix of the same pattern with other values is factorised again without a new analysis.
+class DirectSolver
+{
+public:
+    virtual ~DirectSolver() = default;
+
+    /// Ordering and symbolic factorisation of the pattern.
+    virtual SparseStatus Analyse(const SymmetricMatrix& matrix) = 0;
+    /// Numerical factorisation; needs the analysis of the same pattern.
+    virtual SparseStatus Factorise(const SymmetricMatrix& matrix) = 0;
+    /// x = A^-1 b for nRhs right-hand sides, stored one after the other. b may be overwritten.
+    virtual SparseStatus Solve(const SymmetricMatrix& matrix, double* b, double* x, int nRhs) = 0;
+    /// Frees all memory and files of the solver; analysis is needed again.
+    virtual void Release() = 0;
+
+    /// Negative pivots of the last factorisation of an indefinite matrix.
+    virtual int NegativePivots() const = 0;
+    /// Peak memory of analysis and factorisation [kilobytes].
+    virtual std::int64_t PeakKilobytes() const = 0;
+    /// Terms of the factor.
+    virtual std::int64_t FactorTerms() const = 0;
+    virtual const char* Name() const = 0;
+};
+
+enum class SparseBackend { Automatic, Pardiso, Mumps };
+
+/// True when the runtime library of the routine `pardiso` can be loaded on this machine.
+bool IsPardisoInstalled();
+
+/// A solver of this kind; Automatic takes `pardiso` where it is installed, else MUMPS.
+/// Null when the kind asked for is not installed.
+std::unique_ptr<DirectSolver> MakeDirectSolver(SparseBackend backend, const SparseSettings& settings);
+
+}  // namespace qvx

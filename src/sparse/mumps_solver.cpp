@@ -1,0 +1,233 @@
+#include "sparse/mumps_solver.h"
+
+#include "sparse/lanczos.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstddef>
+#include <cstring>
+#include <filesystem>
+#include <system_error>
+
+#include <dmumps_c.h>
+#include <unistd.h>
+
+namespace qvx {
+
+namespace {
+
+enum Job : int { kStart = -1, kAnalyse = 1, kFactorise = 2, kSolve = 3, kEnd = -2 };
+enum Symmetry : int { kPositiveDefinite = 1, kGeneralSymmetric = 2 };
+
+constexpr int kWorldCommunicator = -987654;
+
+// Control entries, named as the users' guide counts them (from 1).
+enum Control : int {
+    kErrorStream = 1,
+    kDiagnosticStream = 2,
+    kGlobalStream = 3,
+    kPrintLevel = 4,
+    kOrdering = 7,
+    kRefinementSteps = 10,
+    kRootInParallel = 13,
+    kMemoryMargin = 14,
+    kThreads = 16,
+    kOutOfCore = 22,
+    kMaxMemory = 23,
+    kNullPivots = 24,
+};
+// Global information entries, counted from 1.
+enum Information : int { kError = 1, kNegative = 12, kMemory = 21, kTerms = 29, kNullPivotCount = 28 };
+
+constexpr int kScotch = 3;
+
+SparseStatus Translate(int error)
+{
+    switch (error) {
+    case 0:
+        return {};
+    case -10:
+        return {.error = -4};
+    case -7:
+    case -8:
+    case -9:
+    case -13:
+        return {.error = -2};
+    case -19:
+        return {.error = -9};
+    case -90:
+        return {.error = -11};
+    case -51:
+    case -52:
+        return {.error = -8};
+    default:
+        return {.error = error > 0 ? 0 : -5};
+    }
+}
+
+}  // namespace
+
+/// One MUMPS instance with the settings of a solver.
+class MumpsSolver::Instance
+{
+public:
+    Instance(Symmetry symmetry, const SparseSettings& settings)
+    {
+        data.sym = symmetry;
+        data.par = 1;
+        data.comm_fortran = kWorldCommunicator;
+        Run(kStart);
+        Set(kErrorStream, -1);
+        Set(kDiagnosticStream, -1);
+        Set(kGlobalStream, -1);
+        Set(kPrintLevel, 0);
+        Set(kOrdering, kScotch);
+        Set(kRootInParallel, 1);
+        Set(kMemoryMargin, 50);
+        Set(kThreads, settings.threads);
+        if (settings.isOutOfCore)
+            KeepFactorOnDisk(settings);
+    }
+    Instance(const Instance&) = delete;
+    Instance& operator=(const Instance&) = delete;
+    ~Instance()
+    {
+        Run(kEnd);
+        if (!folder_.empty()) {
+            std::error_code ignored;
+            std::filesystem::remove_all(folder_, ignored);
+        }
+    }
+
+    int Run(Job job)
+    {
+        data.job = job;
+        dmumps_c(&data);
+        return data.infog[kError - 1];
+    }
+    void Set(Control control, int value) { data.icntl[control - 1] = value; }
+    int Get(Information information) const { return data.infog[information - 1]; }
+
+    void SetMatrix(const SymmetricMatrix& matrix, std::vector<int>& rows)
+    {
+        data.n = matrix.n;
+        data.nnz = matrix.rowStart[matrix.n] - 1;
+        data.irn = rows.data();
+        data.jcn = const_cast<int*>(matrix.column);
+        data.a = const_cast<double*>(matrix.value);
+    }
+    int SolveInPlace(double* b, int nRhs, int refinementSteps)
+    {
+        Set(kRefinementSteps, nRhs == 1 ? refinementSteps : 0);
+        data.rhs = b;
+        data.nrhs = nRhs;
+        data.lrhs = data.n;
+        return Run(kSolve);
+    }
+
+    DMUMPS_STRUC_C data{};
+
+private:
+    void KeepFactorOnDisk(const SparseSettings& settings)
+    {
+        std::error_code ignored;
+        folder_ = std::filesystem::temp_directory_path(ignored) / ("qvxfem-" + std::to_string(getpid()) + "-factor");
+        std::filesystem::create_directories(folder_, ignored);
+        Set(kOutOfCore, 1);
+        Set(kMaxMemory, settings.maxCoreMegabytes);
+        std::strncpy(data.ooc_tmpdir, folder_.c_str(), sizeof data.ooc_tmpdir - 1);
+        std::strncpy(data.ooc_prefix, "factor", sizeof data.ooc_prefix - 1);
+    }
+
+    std::filesystem::path folder_;
+};
+
+MumpsSolver::MumpsSolver(const SparseSettings& settings) : settings_(settings) {}
+
+MumpsSolver::~MumpsSolver() = default;
+
+SparseStatus MumpsSolver::Analyse(const SymmetricMatrix& matrix)
+{
+    Release();
+    row_.resize(static_cast<std::size_t>(matrix.rowStart[matrix.n] - 1));
+    for (int i = 0; i < matrix.n; ++i)
+        std::fill(row_.begin() + matrix.rowStart[i] - 1, row_.begin() + matrix.rowStart[i + 1] - 1, i + 1);
+    instance_ =
+        std::make_unique<Instance>(settings_.isPositiveDefinite ? kPositiveDefinite : kGeneralSymmetric, settings_);
+    instance_->SetMatrix(matrix, row_);
+    return Translate(instance_->Run(kAnalyse));
+}
+
+SparseStatus MumpsSolver::Factorise(const SymmetricMatrix& matrix)
+{
+    instance_->SetMatrix(matrix, row_);
+    if (settings_.progress)
+        settings_.progress(0, 0);
+    instance_->Run(kFactorise);
+    const SparseStatus status = StatusOf(matrix);
+    if (settings_.progress && status)
+        settings_.progress(100, 0);
+    return status;
+}
+
+SparseStatus MumpsSolver::StatusOf(const SymmetricMatrix& matrix) const
+{
+    SparseStatus status = Translate(instance_->Get(kError));
+    if (settings_.isPositiveDefinite && status && instance_->Get(kNegative) > 0)
+        status.error = -4;
+    if (status.error == -4)
+        status.equation = FindBadPivot(matrix);
+    return status;
+}
+
+// A pivot-free factorisation does not tell where it failed. An indefinite one lists its null pivots; where there is
+// none, a vector of negative energy names the equation that gives way by its largest component.
+int MumpsSolver::FindBadPivot(const SymmetricMatrix& matrix) const
+{
+    Instance indefinite(kGeneralSymmetric, settings_);
+    std::vector<int> rows = row_;
+    indefinite.SetMatrix(matrix, rows);
+    indefinite.Set(kNullPivots, 1);
+    if (indefinite.Run(kAnalyse) < 0 || indefinite.Run(kFactorise) < 0)
+        return 0;
+    if (indefinite.Get(kNullPivotCount) > 0)
+        return indefinite.data.pivnul_list[0];
+    const auto solve = [&](std::vector<double>& x) { return indefinite.SolveInPlace(x.data(), 1, 0) >= 0; };
+    const std::vector<double> x = LowestVectorOfInverse(static_cast<std::size_t>(matrix.n), solve);
+    const auto largest =
+        std::max_element(x.begin(), x.end(), [](double a, double b) { return std::fabs(a) < std::fabs(b); });
+    return largest == x.end() ? 0 : static_cast<int>(largest - x.begin()) + 1;
+}
+
+SparseStatus MumpsSolver::Solve(const SymmetricMatrix& matrix, double* b, double* x, int nRhs)
+{
+    const auto count = static_cast<std::size_t>(matrix.n) * static_cast<std::size_t>(nRhs);
+    std::copy_n(b, count, x);
+    instance_->SetMatrix(matrix, row_);
+    return Translate(instance_->SolveInPlace(x, nRhs, settings_.refinementSteps));
+}
+
+void MumpsSolver::Release()
+{
+    instance_.reset();
+}
+
+int MumpsSolver::NegativePivots() const
+{
+    return instance_ ? instance_->Get(kNegative) : 0;
+}
+
+std::int64_t MumpsSolver::PeakKilobytes() const
+{
+    return instance_ ? std::int64_t{instance_->Get(kMemory)} * 1024 : 0;
+}
+
+std::int64_t MumpsSolver::FactorTerms() const
+{
+    if (!instance_)
+        return 0;
+    const int terms = instance_->Get(kTerms);
+    return terms >= 0 ? terms : std::int64_t{-terms} * 1000000;  // negative: in millions
+}
+
+}  // namespace qvx

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <memory>
+#include <vector>
+
+#include "sparse/direct_solver.h"
+
+namespace qvx {
+
+/// The multifrontal solver MUMPS, sequential build, behind the solver's door (Amestoy, Duff, L'Excellent & Koster,
+/// SIAM J. Matrix Anal. Appl. 23 (2001) 15-41).
+///
+/// A positive definite matrix is factorised without pivoting, which is what shows a zero or negative pivot. Where one
+/// stands is then found from the null pivots of an indefinite factorisation, or as the largest component of the
+/// vector of negative energy that inverse iteration finds.
+class MumpsSolver : public DirectSolver
+{
+public:
+    explicit MumpsSolver(const SparseSettings& settings);
+    ~MumpsSolver() override;
+
+    SparseStatus Analyse(const SymmetricMatrix& matrix) override;
+    SparseStatus Factorise(const SymmetricMatrix& matrix) override;
+    SparseStatus Solve(const SymmetricMatrix& matrix, double* b, double* x, int nRhs) override;
+    void Release() override;
+    int NegativePivots() const override;
+    std::int64_t PeakKilobytes() const override;
+    std::int64_t FactorTerms() const override;
+    const char* Name() const override { return "MUMPS"; }
+
+private:
+    class Instance;
+
+    SparseStatus StatusOf(const SymmetricMatrix& matrix) const;
+    int FindBadPivot(const SymmetricMatrix& matrix) const;
+
+    SparseSettings settings_;
+    std::vector<int> row_;  ///< row of each term: MUMPS takes coordinates
+    std::unique_ptr<Instance> instance_;
+};
+
+}  // namespace qvx

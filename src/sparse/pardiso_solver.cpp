@@ -1,0 +1,195 @@
+#include "sparse/pardiso_solver.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <string_view>
+#include <vector>
+
+#include <dlfcn.h>
+
+namespace qvx {
+
+namespace {
+
+// Positions in the control array of the routine, named as its manual counts them less one.
+enum ControlIndex : std::size_t {
+    kNoDefaults = 0,
+    kOrdering = 1,
+    kReserved2 = 2,
+    kRefinementSteps = 7,
+    kPivotPerturbation = 9,
+    kScaling = 10,
+    kPeakOfAnalysis = 14,
+    kPermanentMemory = 15,
+    kMemoryOfFactor = 16,
+    kFactorTerms = 17,
+    kNegativePivots = 22,
+    kBadPivot = 29,
+    kKeepDiagonal = 55,
+    kOutOfCore = 59,
+    kFactorMemoryOutOfCore = 62,
+};
+
+enum Phase : int { kAnalysis = 11, kFactorisation = 22, kSubstitution = 33, kReleaseAll = -1 };
+
+constexpr int kPositiveDefinite = 2;
+constexpr int kIndefinite = -2;
+constexpr int kNestedDissection = 2;
+constexpr int kGnuThreading = 3;
+constexpr int kIntegers32 = 0;
+
+template <class Function>
+Function Entry(void* library, const char* name)
+{
+    return reinterpret_cast<Function>(dlsym(library, name));
+}
+
+PardisoLibrary Open()
+{
+    PardisoLibrary entries;
+    void* library = dlopen("libmkl_rt.so", RTLD_NOW | RTLD_LOCAL);
+    if (library == nullptr)
+        library = dlopen("libmkl_rt.so.2", RTLD_NOW | RTLD_LOCAL);
+    if (library == nullptr)
+        return entries;
+    const auto setThreading = Entry<int (*)(int)>(library, "MKL_Set_Threading_Layer");
+    const auto setInterface = Entry<int (*)(int)>(library, "MKL_Set_Interface_Layer");
+    if (setThreading == nullptr || setInterface == nullptr)
+        return entries;
+    setThreading(kGnuThreading);
+    setInterface(kIntegers32);
+    entries.setThreads = Entry<void (*)(int)>(library, "MKL_Set_Num_Threads");
+    entries.setProgress = Entry<PardisoLibrary::Progress (*)(PardisoLibrary::Progress)>(library, "mkl_set_progress");
+    entries.getDiagonal = Entry<PardisoLibrary::GetDiagonal>(library, "pardiso_getdiag");
+    entries.pardiso = Entry<PardisoLibrary::Pardiso>(library, "pardiso");
+    return entries;
+}
+
+// The library calls back without a user pointer: the running factorisation stands here.
+const SparseSettings* runningFactorisation = nullptr;
+int lastStep = -1;
+
+int OnProgress(int* thread, int* step, char* stage, int stageLength)
+{
+    const SparseSettings* reader = runningFactorisation;
+    if (reader == nullptr || !reader->progress)
+        return 0;
+    const std::string_view text(stage, static_cast<std::size_t>(std::max(stageLength, 0)));
+    if (text.find("factorization") == std::string_view::npos || *step == lastStep)
+        return 0;
+    lastStep = *step;
+    reader->progress(std::min(*step, 100), *thread);
+    return 0;
+}
+
+}  // namespace
+
+const PardisoLibrary* PardisoLibrary::Load()
+{
+    static const PardisoLibrary library = Open();
+    return library.pardiso != nullptr && library.setThreads != nullptr ? &library : nullptr;
+}
+
+PardisoSolver::PardisoSolver(const PardisoLibrary& library, const SparseSettings& settings)
+    : library_(library), settings_(settings)
+{
+    iparm_[kNoDefaults] = 1;
+    iparm_[kOrdering] = kNestedDissection;
+    iparm_[kReserved2] = 1;
+    iparm_[kRefinementSteps] = settings.refinementSteps;
+    iparm_[kPivotPerturbation] = 13;
+    iparm_[kScaling] = 1;
+    iparm_[kFactorTerms] = -1;
+    iparm_[kKeepDiagonal] = settings.isPositiveDefinite && library.getDiagonal != nullptr;
+    iparm_[kOutOfCore] = settings.isOutOfCore ? 2 : 0;
+}
+
+PardisoSolver::~PardisoSolver()
+{
+    Release();
+}
+
+SparseStatus PardisoSolver::Call(int phase, const SymmetricMatrix& matrix, double* b, double* x, int nRhs)
+{
+    const int one = 1;
+    const int silent = 0;
+    const int type = settings_.isPositiveDefinite ? kPositiveDefinite : kIndefinite;
+    int error = 0;
+    library_.pardiso(handle_.data(), &one, &one, &type, &phase, &matrix.n, matrix.value, matrix.rowStart, matrix.column,
+                     nullptr, &nRhs, iparm_.data(), &silent, b, x, &error);
+    return {.error = error, .equation = error == -4 ? iparm_[kBadPivot] : 0};
+}
+
+SparseStatus PardisoSolver::Analyse(const SymmetricMatrix& matrix)
+{
+    Release();
+    library_.setThreads(settings_.threads);
+    n_ = matrix.n;
+    isOpen_ = true;
+    return Call(kAnalysis, matrix, nullptr, nullptr, 1);
+}
+
+SparseStatus PardisoSolver::Factorise(const SymmetricMatrix& matrix)
+{
+    lastStep = -1;
+    runningFactorisation = &settings_;
+    const auto previous = library_.setProgress != nullptr ? library_.setProgress(OnProgress) : nullptr;
+    const SparseStatus status = Call(kFactorisation, matrix, nullptr, nullptr, 1);
+    if (library_.setProgress != nullptr)
+        library_.setProgress(previous);
+    runningFactorisation = nullptr;
+    return status && settings_.isPositiveDefinite ? CheckPivots() : status;
+}
+
+// A mechanism whose last pivot is positive by rounding alone passes the factorisation. Thirteen digits lost between a
+// diagonal and its pivot leave none to trust: that pivot is zero.
+SparseStatus PardisoSolver::CheckPivots() const
+{
+    constexpr double kZeroPivot = 1e-13;
+    if (library_.getDiagonal == nullptr)
+        return {};
+    const int one = 1;
+    int error = 0;
+    std::vector<double> pivot(static_cast<std::size_t>(n_));
+    std::vector<double> diagonal(static_cast<std::size_t>(n_));
+    library_.getDiagonal(handle_.data(), pivot.data(), diagonal.data(), &one, &error);
+    if (error != 0)
+        return {};
+    for (std::size_t i = 0; i < pivot.size(); ++i)
+        if (!(pivot[i] > kZeroPivot * diagonal[i]))
+            return {.error = -4, .equation = static_cast<int>(i) + 1};
+    return {};
+}
+
+SparseStatus PardisoSolver::Solve(const SymmetricMatrix& matrix, double* b, double* x, int nRhs)
+{
+    iparm_[kRefinementSteps] = settings_.refinementSteps;
+    return Call(kSubstitution, matrix, b, x, nRhs);
+}
+
+void PardisoSolver::Release()
+{
+    if (!isOpen_)
+        return;
+    Call(kReleaseAll, {.n = n_}, nullptr, nullptr, 1);
+    handle_.fill(nullptr);
+    isOpen_ = false;
+}
+
+int PardisoSolver::NegativePivots() const
+{
+    return iparm_[kNegativePivots];
+}
+
+std::int64_t PardisoSolver::PeakKilobytes() const
+{
+    const int factor = settings_.isOutOfCore ? iparm_[kFactorMemoryOutOfCore] : iparm_[kMemoryOfFactor];
+    return std::max<std::int64_t>(iparm_[kPeakOfAnalysis], std::int64_t{iparm_[kPermanentMemory]} + factor);
+}
+
+std::int64_t PardisoSolver::FactorTerms() const
+{
+    return iparm_[kFactorTerms];
+}
+
+}  // namespace qvx

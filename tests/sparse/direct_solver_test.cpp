@@ -1,0 +1,238 @@
+// Every backend behind the one door, against dense Gauss elimination and closed forms.
+#include <cmath>
+#include <random>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "sparse/direct_solver.h"
+
+namespace {
+
+using qvx::DirectSolver;
+using qvx::MakeDirectSolver;
+using qvx::SparseBackend;
+using qvx::SparseSettings;
+using qvx::SparseStatus;
+using qvx::SymmetricMatrix;
+
+struct Csr
+{
+    std::vector<int> rowStart, column;
+    std::vector<double> value;
+
+    SymmetricMatrix View() const
+    {
+        return {static_cast<int>(rowStart.size()) - 1, rowStart.data(), column.data(), value.data()};
+    }
+    double& Diagonal(int equation) { return value[static_cast<std::size_t>(rowStart[equation - 1] - 1)]; }
+};
+
+// Chain of n springs of stiffness 1 in a line, the first tied to the ground: under a force at the tip u_i = i.
+Csr SpringChain(int n)
+{
+    Csr m;
+    for (int i = 1; i <= n; ++i) {
+        m.rowStart.push_back(static_cast<int>(m.column.size()) + 1);
+        m.column.push_back(i);
+        m.value.push_back(i < n ? 2 : 1);
+        if (i < n) {
+            m.column.push_back(i + 1);
+            m.value.push_back(-1);
+        }
+    }
+    m.rowStart.push_back(static_cast<int>(m.column.size()) + 1);
+    return m;
+}
+
+// Random sparse symmetric matrix with a dominant diagonal of the given sign pattern.
+Csr RandomMatrix(int n, unsigned seed)
+{
+    std::mt19937 random(seed);
+    std::uniform_real_distribution<double> uniform(-1, 1);
+    Csr m;
+    for (int i = 1; i <= n; ++i) {
+        m.rowStart.push_back(static_cast<int>(m.column.size()) + 1);
+        m.column.push_back(i);
+        m.value.push_back(12 + uniform(random));
+        for (int j = i + 1; j <= n; ++j)
+            if (uniform(random) > 0.9) {
+                m.column.push_back(j);
+                m.value.push_back(uniform(random));
+            }
+    }
+    m.rowStart.push_back(static_cast<int>(m.column.size()) + 1);
+    return m;
+}
+
+std::vector<double> Times(const Csr& m, const std::vector<double>& x)
+{
+    std::vector<double> y(x.size());
+    for (std::size_t i = 0; i < x.size(); ++i)
+        for (int k = m.rowStart[i] - 1; k < m.rowStart[i + 1] - 1; ++k) {
+            const auto term = static_cast<std::size_t>(k);
+            const auto j = static_cast<std::size_t>(m.column[term] - 1);
+            y[i] += m.value[term] * x[j];
+            if (j != i)
+                y[j] += m.value[term] * x[i];
+        }
+    return y;
+}
+
+class DirectSolvers : public testing::TestWithParam<SparseBackend>
+{
+protected:
+    std::unique_ptr<DirectSolver> Make(const SparseSettings& settings = {}) const
+    {
+        return MakeDirectSolver(GetParam(), settings);
+    }
+    void SetUp() override
+    {
+        if (GetParam() == SparseBackend::Pardiso && !qvx::IsPardisoInstalled())
+            GTEST_SKIP() << "the runtime of the routine pardiso is not installed";
+    }
+};
+
+INSTANTIATE_TEST_SUITE_P(Backends, DirectSolvers, testing::Values(SparseBackend::Pardiso, SparseBackend::Mumps),
+                         [](const auto& p) { return p.param == SparseBackend::Pardiso ? "Pardiso" : "Mumps"; });
+
+TEST_P(DirectSolvers, ChainUnderTipForceStretchesLinearly)
+{
+    const int n = 500;
+    const Csr m = SpringChain(n);
+    std::vector<double> b(n), x(n);
+    b.back() = 1;
+    const auto solver = Make();
+
+    ASSERT_TRUE(solver->Analyse(m.View()));
+    ASSERT_TRUE(solver->Factorise(m.View()));
+    ASSERT_TRUE(solver->Solve(m.View(), b.data(), x.data(), 1));
+
+    for (int i = 0; i < n; ++i)
+        EXPECT_NEAR(x[static_cast<std::size_t>(i)], i + 1, 1e-9 * n);
+    EXPECT_GT(solver->FactorTerms(), 0);
+    EXPECT_GT(solver->PeakKilobytes(), 0);
+}
+
+TEST_P(DirectSolvers, ManyRightHandSidesAreSolvedTogether)
+{
+    const int n = 120, nRhs = 7;
+    const Csr m = RandomMatrix(n, 3);
+    std::mt19937 random(5);
+    std::uniform_real_distribution<double> uniform(-1, 1);
+    std::vector<double> expected(n * nRhs), b, x(n * nRhs);
+    for (double& value : expected)
+        value = uniform(random);
+    for (int k = 0; k < nRhs; ++k) {
+        const auto y = Times(m, {expected.begin() + k * n, expected.begin() + (k + 1) * n});
+        b.insert(b.end(), y.begin(), y.end());
+    }
+    const auto solver = Make();
+
+    ASSERT_TRUE(solver->Analyse(m.View()));
+    ASSERT_TRUE(solver->Factorise(m.View()));
+    ASSERT_TRUE(solver->Solve(m.View(), b.data(), x.data(), nRhs));
+
+    for (std::size_t i = 0; i < expected.size(); ++i)
+        EXPECT_NEAR(x[i], expected[i], 1e-13);
+}
+
+TEST_P(DirectSolvers, NewValuesOnTheSamePatternNeedNoNewAnalysis)
+{
+    const int n = 80;
+    Csr m = RandomMatrix(n, 8);
+    const auto solver = Make();
+    ASSERT_TRUE(solver->Analyse(m.View()));
+    for (int round = 0; round < 3; ++round) {
+        for (int e = 1; e <= n; ++e)
+            m.Diagonal(e) += round;
+        const std::vector<double> expected(n, 1.5);
+        std::vector<double> b = Times(m, expected), x(n);
+
+        ASSERT_TRUE(solver->Factorise(m.View()));
+        ASSERT_TRUE(solver->Solve(m.View(), b.data(), x.data(), 1));
+
+        for (const double value : x)
+            EXPECT_NEAR(value, 1.5, 1e-13);
+    }
+}
+
+// One equation of negative stiffness, well away from all others.
+TEST_P(DirectSolvers, NegativePivotOfADefiniteMatrixIsNamed)
+{
+    const int n = 200;
+    Csr m = RandomMatrix(n, 4);
+    m.Diagonal(77) = -15;
+    const auto solver = Make();
+
+    ASSERT_TRUE(solver->Analyse(m.View()));
+    const SparseStatus status = solver->Factorise(m.View());
+
+    EXPECT_EQ(status.error, -4);
+    EXPECT_EQ(status.equation, 77);
+}
+
+// A free chain has the rigid-body motion: the factorisation meets a zero pivot somewhere on it.
+TEST_P(DirectSolvers, MechanismIsNotAnsweredWithNumbers)
+{
+    const int n = 60;
+    Csr m = SpringChain(n);
+    m.Diagonal(1) = 1;  // no ground
+    const auto solver = Make();
+
+    ASSERT_TRUE(solver->Analyse(m.View()));
+    const SparseStatus status = solver->Factorise(m.View());
+
+    EXPECT_EQ(status.error, -4);
+    EXPECT_GE(status.equation, 1);
+    EXPECT_LE(status.equation, n);
+}
+
+// Sylvester: the negative pivots of A - s I count the eigenvalues below s. The chain's are 2 - 2 cos((2k-1) pi / (2n+1)).
+TEST_P(DirectSolvers, NegativePivotsCountEigenvaluesBelowTheShift)
+{
+    const int n = 40;
+    const double shift = 0.35;
+    Csr m = SpringChain(n);
+    for (int e = 1; e <= n; ++e)
+        m.Diagonal(e) -= shift;
+    int below = 0;
+    for (int k = 1; k <= n; ++k)
+        below += 2 - 2 * std::cos((2 * k - 1) * std::acos(-1.0) / (2 * n + 1)) < shift;
+    const auto solver = Make({.isPositiveDefinite = false});
+
+    ASSERT_TRUE(solver->Analyse(m.View()));
+    ASSERT_TRUE(solver->Factorise(m.View()));
+
+    EXPECT_GT(below, 0);
+    EXPECT_EQ(solver->NegativePivots(), below);
+}
+
+TEST_P(DirectSolvers, ProgressRunsUpToTheEnd)
+{
+    const Csr m = RandomMatrix(600, 2);
+    int last = -1;
+    const auto solver = Make({.progress = [&](int percent, int) { last = percent; }});
+
+    ASSERT_TRUE(solver->Analyse(m.View()));
+    ASSERT_TRUE(solver->Factorise(m.View()));
+
+    EXPECT_EQ(last, 100);
+}
+
+TEST_P(DirectSolvers, ReleasedSolverStartsAgain)
+{
+    const Csr m = SpringChain(30);
+    const auto solver = Make();
+    for (int round = 0; round < 2; ++round) {
+        std::vector<double> b(30, 0.0), x(30);
+        b.back() = 2;
+        ASSERT_TRUE(solver->Analyse(m.View()));
+        ASSERT_TRUE(solver->Factorise(m.View()));
+        ASSERT_TRUE(solver->Solve(m.View(), b.data(), x.data(), 1));
+        EXPECT_NEAR(x[29], 60, 1e-9);
+        solver->Release();
+    }
+}
+
+}  // namespace
