@@ -271,6 +271,11 @@ public:
     int currentRebarDatabase = -1;
 
     // --- Spectra ----------------------------------------------------------------------------------------------------
+    int bSignedModalResults = 0;  ///< modal rules get the dominant mode of each direction
+    int bPerformSpectrum = 0;     ///< a frequency run goes on to the response to the spectra
+    double dampingRatio = 0.05;
+    double spectrumFactor[3] = {1.0, 0.0, 0.3};  ///< of X, Y, Z; a direction takes part when it is not 0
+    int modalCombination = 0;                    ///< 0 CQC, 1 SRSS, 2 absolute sum
     jxSpectrum spectra[3];
     jxMesh mesh;
 
