@@ -168,7 +168,10 @@ public:
                                    qvx::double128 penalty, int comb);
     void _SpringReactions(double r[6], int* nodes, int nNodes, const jxSpring& spring, int comb);
     void CalcModalCombinationResult();  ///< nothing until a spectrum run has filled its results
-    void CalcRcBeamEnvelop();
+    /// Envelope of the member curves over the selected combinations, one record per member.
+    void CalcMaxBeamVMD(std::vector<jxMaxBmVMD>& out, const std::vector<bool>& selection) const;
+    jxMaxVMD GetMaxVMD_At(const std::vector<jxMaxVMD>& curve, double x) const;
+    void CalcRcBeamEnvelop();  ///< concreteEnvelope over the combinations marked for concrete
     void CalcRcWoodArmerMoment();
 
     // --- Element results and loads (elements/) ------------------------------------------------------------------------
@@ -308,7 +311,12 @@ private:
 
     int RefuseInput();
     void SolveLinearCombinations(jxSolutionData& data, CjxBmGroup& bm, CjxShell4Group& sh, CjxBrickGroup& br);
+    void SolveLinearCombination(jxSolutionData& data, CjxBmGroup& bm, CjxShell4Group& sh, CjxBrickGroup& br, int comb);
     void SolveNonlinearCombinations(jxSolutionData& data, CjxBmGroup& bm, CjxShell4Group& sh, CjxBrickGroup& br);
+    bool IterateCombination(jxSolutionData& data, CjxBmGroup& bm, CjxShell4Group& sh, CjxBrickGroup& br, int comb);
+    bool FormCombinationStiffness(jxSolutionData& data, CjxBmGroup& bm, CjxShell4Group& sh, CjxBrickGroup& br,
+                                  int comb);
+    void FactorizeIteration(jxSolutionData& data, int comb);
 
     bool MayPost() const { return solverWindow_ != nullptr && !bAborted_; }
 
