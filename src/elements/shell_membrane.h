@@ -27,7 +27,7 @@ struct MembraneElement
 };
 
 template <Number Real>
-MembraneElement<Real> FormMembrane(const PlaneQuad<Real>& corners, const PlaneRigidity<Real>& rigidity,
+MembraneElement<Real> FormMembrane(const GaussGeometry<Real>& geometry, const PlaneRigidity<Real>& rigidity,
                                    bool isIncompatible);
 
 /// Membrane forces Fxx, Fyy, Fxy at a point, tension positive [force/length].

@@ -46,15 +46,15 @@ struct Gradient
 template <Number Real>
 std::array<Real, 4> BilinearSlopesR(Real s)
 {
-    const Real lower = (1 - s) / 4;
-    const Real upper = (1 + s) / 4;
+    const Real lower = (1 - s) * 0.25;
+    const Real upper = (1 + s) * 0.25;
     return {-lower, lower, upper, -upper};
 }
 template <Number Real>
 std::array<Real, 4> BilinearSlopesS(Real r)
 {
-    const Real left = (1 - r) / 4;
-    const Real right = (1 + r) / 4;
+    const Real left = (1 - r) * 0.25;
+    const Real right = (1 + r) * 0.25;
     return {-left, -right, right, left};
 }
 
@@ -100,6 +100,49 @@ const std::array<NaturalPoint<Real>, 4>& GaussPoints2x2()
     static const std::array<NaturalPoint<Real>, 4> points = {{{g, g}, {-g, g}, {-g, -g}, {g, -g}}};
     return points;
 }
+
+/// Integrals of f,x g,x, of f,x g,y and of f,y g,y over the element for each pair of N functions. Every term of a plane
+/// stress or bending stiffness is a combination of these. Of the symmetric ones only the pairs i <= j are kept.
+template <Number Real, std::size_t N>
+struct GradientProducts
+{
+    std::array<std::array<Real, N>, N> xx{};
+    std::array<std::array<Real, N>, N> xy{};
+    std::array<std::array<Real, N>, N> yy{};
+
+    void Add(const std::array<Gradient<Real>, N>& f, const Real& weight)
+    {
+        for (std::size_t i = 0; i < N; ++i) {
+            const Real fx = weight * f[i].x;
+            const Real fy = weight * f[i].y;
+            for (std::size_t j = 0; j < N; ++j)
+                xy[i][j] += fx * f[j].y;
+            for (std::size_t j = i; j < N; ++j) {
+                xx[i][j] += fx * f[j].x;
+                yy[i][j] += fy * f[j].y;
+            }
+        }
+    }
+};
+
+/// What membrane and plate share: tangents and gradients at the Gauss points, and the integrals of their products.
+template <Number Real>
+struct GaussGeometry
+{
+    explicit GaussGeometry(const PlaneQuad<Real>& quad) : corners(quad)
+    {
+        for (std::size_t g = 0; g < J.size(); ++g) {
+            J[g] = JacobianAt(quad, GaussPoints2x2<Real>()[g]);
+            N[g] = BilinearGradients(J[g], GaussPoints2x2<Real>()[g]);
+            products.Add(N[g], J[g].det);
+        }
+    }
+
+    PlaneQuad<Real> corners;
+    std::array<Jacobian<Real>, 4> J;
+    std::array<std::array<Gradient<Real>, 4>, 4> N;
+    GradientProducts<Real, 4> products;
+};
 
 /// Where results are given: the centre, then the corners 1 to 4.
 template <Number Real>

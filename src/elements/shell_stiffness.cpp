@@ -1,7 +1,5 @@
 #include "elements/shell_stiffness.h"
 
-#include "tools/geometry.h"
-
 #include <cmath>
 
 namespace qvx {
@@ -21,50 +19,60 @@ Real SideLength(const PlaneQuad<Real>& q, std::size_t i, std::size_t j)
     return sqrt(dx * dx + dy * dy);
 }
 
-// block = c^t [[A, 0], [0, n]] c for a 2 x 2 part A in the plane and a term n along the normal.
+// Blocks of global axes made from the few terms of a local 6 x 6 block that are not zero.
 template <Number Real>
-void PutTurnedDiagonal(Matrix24<Real>& k, int row, int column, const ShellFrame<Real>& frame, const Real (&A)[2][2],
-                       const Real& n)
+class NodePairRotation
 {
-    const auto& [ex, ey, ez] = frame.c;
-    for (std::size_t j = 0; j < 3; ++j) {
-        const Real x = A[0][0] * ex[j] + A[0][1] * ey[j];
-        const Real y = A[1][0] * ex[j] + A[1][1] * ey[j];
-        const Real z = n * ez[j];
-        for (std::size_t i = 0; i < 3; ++i)
-            k(row + static_cast<int>(i), column + static_cast<int>(j)) = ex[i] * x + ey[i] * y + ez[i] * z;
-    }
-}
+public:
+    NodePairRotation(const Matrix3<Real>& c, Matrix24<Real>& k) : c_(c), k_(k) {}
 
-// Translations of node i against rotations of node j: only uz meets rx and ry.
-template <Number Real>
-void PutTurnedCoupling(Matrix24<Real>& k, int row, int column, const ShellFrame<Real>& frame, const Real& uzRx,
-                       const Real& uzRy, bool isTransposed)
-{
-    const auto& [ex, ey, ez] = frame.c;
-    for (std::size_t j = 0; j < 3; ++j) {
-        const Real inPlane = uzRx * ex[j] + uzRy * ey[j];
-        for (std::size_t i = 0; i < 3; ++i) {
-            const int normal = static_cast<int>(i);
-            const int turned = static_cast<int>(j);
-            (isTransposed ? k(row + turned, column + normal) : k(row + normal, column + turned)) = ez[i] * inPlane;
+    // c^t [[A, 0], [0, n]] c for a 2 x 2 part A in the plane and a term n along the normal.
+    void PutDiagonal(int row, int column, const Real (&A)[2][2], const Real& n)
+    {
+        for (int j = 0; j < 3; ++j) {
+            const Real x = A[0][0] * c_(0, j) + A[0][1] * c_(1, j);
+            const Real y = A[1][0] * c_(0, j) + A[1][1] * c_(1, j);
+            const Real z = n * c_(2, j);
+            for (int i = 0; i < 3; ++i)
+                Put(row + i, column + j, c_(0, i) * x + c_(1, i) * y + c_(2, i) * z);
         }
     }
-}
 
-// The 6 x 6 block of nodes i and j: c^t k c block by block, with the zeros of the local matrix left out.
+    // Translations against rotations: only uz meets rx and ry.
+    void PutCoupling(int translation, int rotation, const Real& uzRx, const Real& uzRy)
+    {
+        for (int j = 0; j < 3; ++j) {
+            const Real inPlane = uzRx * c_(0, j) + uzRy * c_(1, j);
+            for (int i = 0; i < 3; ++i)
+                Put(translation + i, rotation + j, c_(2, i) * inPlane);
+        }
+    }
+
+private:
+    void Put(int i, int j, const Real& term)
+    {
+        k_(i, j) = term;
+        k_(j, i) = term;
+    }
+
+    const Matrix3<Real> c_;  // a copy: it cannot overlap the matrix that is written
+    Matrix24<Real>& k_;
+};
+
+// The 6 x 6 block of nodes i <= j and its mirror image.
 template <Number Real>
-void PutNodePair(Matrix24<Real>& k, const ShellElement<Real>& e, int i, int j, const Real& drilling)
+void PutNodePair(NodePairRotation<Real>& k, const ShellElement<Real>& e, int i, int j, const Real& drilling)
 {
     const FixedMatrix<Real, 8, 8>& m = e.membrane.stiffness;
     const Matrix12<Real>& p = e.plate;
     const int mi = 2 * i, mj = 2 * j, pi = 3 * i, pj = 3 * j, row = 6 * i, column = 6 * j;
     const Real inPlane[2][2] = {{m(mi, mj), m(mi, mj + 1)}, {m(mi + 1, mj), m(mi + 1, mj + 1)}};
     const Real rotation[2][2] = {{p(pi + 1, pj + 1), p(pi + 1, pj + 2)}, {p(pi + 2, pj + 1), p(pi + 2, pj + 2)}};
-    PutTurnedDiagonal(k, row, column, e.frame, inPlane, p(pi, pj));
-    PutTurnedDiagonal(k, row + 3, column + 3, e.frame, rotation, i == j ? drilling : Real(0));
-    PutTurnedCoupling(k, row, column + 3, e.frame, p(pi, pj + 1), p(pi, pj + 2), false);
-    PutTurnedCoupling(k, row + 3, column, e.frame, p(pi + 1, pj), p(pi + 2, pj), true);
+    k.PutDiagonal(row, column, inPlane, p(pi, pj));
+    k.PutDiagonal(row + 3, column + 3, rotation, i == j ? drilling : Real(0));
+    k.PutCoupling(row, column + 3, p(pi, pj + 1), p(pi, pj + 2));
+    if (i != j)
+        k.PutCoupling(column, row + 3, p(pi + 1, pj), p(pi + 2, pj));
 }
 
 }  // namespace
@@ -73,20 +81,19 @@ template <Number Real>
 ShellElement<Real> FormShell(const QuadCorners& corners, const ShellRigidity<Real>& rigidity,
                              const ShellOptions& options)
 {
-    const double angle = QuadReferenceAngle(corners, options.isThinPlateWanted);
-    const ShellFrame<Real> frame = ShellFrameOf<Real>(corners, QuadLocalAxes(corners, angle));
-    const PlaneQuad<Real>& q = frame.corners;
-    const bool isThin = options.isThinPlateWanted && is_rectangle(corners[0], corners[1], corners[2], corners[3]);
-    const Real a = SideLength(q, 0, 1);
-    const Real b = SideLength(q, 0, 3);
+    const QuadPlacement place = PlaceQuad(corners, options.isThinPlateWanted);
+    const ShellFrame<Real> frame = ShellFrameOf<Real>(corners, place.axes);
+    const GaussGeometry<Real> geometry(frame.corners);
+    const Real a = place.isThinPlate ? SideLength(frame.corners, 0, 1) : Real(0);
+    const Real b = place.isThinPlate ? SideLength(frame.corners, 0, 3) : Real(0);
     return {.frame = frame,
-            .referenceAngle = angle,
+            .referenceAngle = place.referenceAngle,
             .rigidity = rigidity,
             .shearDirections = options.shearDirections,
-            .membrane = FormMembrane(q, rigidity.membrane, options.isIncompatible),
-            .plate = isThin ? ThinPlateStiffness(a, b, rigidity.bending)
-                            : Mitc4Stiffness(q, rigidity, options.shearDirections),
-            .isThinPlate = isThin,
+            .membrane = FormMembrane(geometry, rigidity.membrane, options.isIncompatible),
+            .plate = place.isThinPlate ? ThinPlateStiffness(a, b, rigidity.bending)
+                                       : Mitc4Stiffness(geometry, rigidity, options.shearDirections),
+            .isThinPlate = place.isThinPlate,
             .a = a,
             .b = b};
 }
@@ -109,9 +116,10 @@ Matrix24<Real> ShellStiffness(const ShellElement<Real>& element, double ozFactor
 {
     const Real drilling = DrillingStiffness(element, ozFactor);
     Matrix24<Real> k;
+    NodePairRotation<Real> rotation(element.frame.c, k);
     for (int i = 0; i < 4; ++i)
-        for (int j = 0; j < 4; ++j)
-            PutNodePair(k, element, i, j, drilling);
+        for (int j = i; j < 4; ++j)
+            PutNodePair(rotation, element, i, j, drilling);
     return k;
 }
 
