@@ -14,7 +14,9 @@ using ModeGradients = std::array<Gradient<Real>, kModes>;
 template <Number Real>
 ModeGradients<Real> ModeGradientsAt(const Jacobian<Real>& J, const NaturalPoint<Real>& at)
 {
-    return {GradientOf(J, -2 * at.r, Real(0)), GradientOf(J, Real(0), -2 * at.s)};
+    const Real slopeR = -2 * at.r * J.perDet;  // of the first mode along r; it has none along s
+    const Real slopeS = -2 * at.s * J.perDet;
+    return {{{J.ys * slopeR, -J.xs * slopeR}, {-J.yr * slopeS, J.xr * slopeS}}};
 }
 
 template <Number Real>
@@ -44,12 +46,12 @@ struct PairProducts
     Real yx{};
     Real yy{};
 
-    void Add(const Gradient<Real>& f, const Gradient<Real>& g, const Real& weight)
+    void Add(const Gradient<Real>& f, const Gradient<Real>& g)
     {
-        xx += weight * f.x * g.x;
-        xy += weight * f.x * g.y;
-        yx += weight * f.y * g.x;
-        yy += weight * f.y * g.y;
+        xx += f.x * g.x;
+        xy += f.x * g.y;
+        yx += f.y * g.x;
+        yy += f.y * g.y;
     }
 };
 
@@ -66,7 +68,7 @@ void PutBlock(Real* k, int columns, const PairProducts<Real>& p, const PlaneRigi
 template <Number Real>
 FixedMatrix<Real, 8, 8> PlainStiffness(const GaussGeometry<Real>& geometry, const PlaneRigidity<Real>& D)
 {
-    const GradientProducts<Real, 4>& p = geometry.products;
+    const GradientProducts<Real>& p = geometry.products;
     FixedMatrix<Real, 8, 8> k;
     for (std::size_t i = 0; i < 4; ++i)
         for (std::size_t j = i; j < 4; ++j)
@@ -90,19 +92,22 @@ ModeStiffness<Real> ModeStiffnessOf(const GaussGeometry<Real>& geometry,
 {
     ModeStiffness<Real> out;
     for (std::size_t m = 0; m < kModes; ++m) {
-        std::array<PairProducts<Real>, 4> withNodes{};
-        std::array<PairProducts<Real>, kModes> withModes{};
-        for (std::size_t g = 0; g < 4; ++g) {
-            for (std::size_t i = 0; i < 4; ++i)
-                withNodes[i].Add(modes[g][m], geometry.N[g][i], geometry.J[g].det);
-            for (std::size_t n = m; n < kModes; ++n)
-                withModes[n].Add(modes[g][m], modes[g][n], geometry.J[g].det);
-        }
+        std::array<Gradient<Real>, 4> weighted;
+        for (std::size_t g = 0; g < 4; ++g)
+            weighted[g] = {geometry.J[g].det * modes[g][m].x, geometry.J[g].det * modes[g][m].y};
         const int row = 2 * static_cast<int>(m);
-        for (std::size_t i = 0; i < 4; ++i)
-            PutBlock(&out.Kau(row, 2 * static_cast<int>(i)), 8, withNodes[i], D);
-        for (std::size_t n = m; n < kModes; ++n)
-            PutBlock(&out.Kaa(row, 2 * static_cast<int>(n)), 4, withModes[n], D);
+        for (std::size_t i = 0; i < 4; ++i) {
+            PairProducts<Real> withNode;
+            for (std::size_t g = 0; g < 4; ++g)
+                withNode.Add(weighted[g], geometry.N[g][i]);
+            PutBlock(&out.Kau(row, 2 * static_cast<int>(i)), 8, withNode, D);
+        }
+        for (std::size_t n = m; n < kModes; ++n) {
+            PairProducts<Real> withMode;
+            for (std::size_t g = 0; g < 4; ++g)
+                withMode.Add(weighted[g], modes[g][n]);
+            PutBlock(&out.Kaa(row, 2 * static_cast<int>(n)), 4, withMode, D);
+        }
     }
     MirrorUpper(out.Kaa);
     return out;
@@ -143,7 +148,7 @@ MembraneElement<Real> FormMembrane(const GaussGeometry<Real>& geometry, const Pl
 
     std::array<ModeGradients<Real>, 4> modes;
     for (std::size_t g = 0; g < 4; ++g)
-        modes[g] = ModeGradientsAt(geometry.J[g], GaussPoints2x2<Real>()[g]);
+        modes[g] = ModeGradientsAt(geometry.J[g], GaussPoints2x2<Real>()[g].at);
     e.meanGradients = Mean(geometry, modes);
     for (ModeGradients<Real>& atPoint : modes)
         for (std::size_t m = 0; m < kModes; ++m)
@@ -155,11 +160,11 @@ MembraneElement<Real> FormMembrane(const GaussGeometry<Real>& geometry, const Pl
 
 template <Number Real>
 std::array<Real, 3> MembraneForces(const MembraneElement<Real>& element, const std::array<Real, 8>& u,
-                                   const NaturalPoint<Real>& at)
+                                   const BilinearPoint<Real>& at)
 {
     const Jacobian<Real> J = JacobianAt(element.corners, at);
     const std::array<Gradient<Real>, 4> N = BilinearGradients(J, at);
-    const ModeGradients<Real> modes = ModeGradientsAt(J, at);
+    const ModeGradients<Real> modes = ModeGradientsAt(J, at.at);
     std::array<Real, 3> strain{};
     const auto Add = [&strain](const Gradient<Real>& f, const Real& ux, const Real& uy) {
         strain[0] += f.x * ux;
@@ -186,7 +191,7 @@ std::array<Real, 8> MembraneThermalForces(const PlaneQuad<Real>& corners, const 
 {
     const Real force = RestrainedMembraneForce(rigidity, e);
     std::array<Real, 8> f{};
-    for (const NaturalPoint<Real>& at : GaussPoints2x2<Real>()) {
+    for (const BilinearPoint<Real>& at : GaussPoints2x2<Real>()) {
         const Jacobian<Real> J = JacobianAt(corners, at);
         const std::array<Gradient<Real>, 4> N = BilinearGradients(J, at);
         for (std::size_t i = 0; i < 4; ++i) {
@@ -201,10 +206,10 @@ template MembraneElement<double> FormMembrane<double>(const GaussGeometry<double
 template MembraneElement<double128> FormMembrane<double128>(const GaussGeometry<double128>&,
                                                             const PlaneRigidity<double128>&, bool);
 template std::array<double, 3> MembraneForces<double>(const MembraneElement<double>&, const std::array<double, 8>&,
-                                                      const NaturalPoint<double>&);
+                                                      const BilinearPoint<double>&);
 template std::array<double128, 3> MembraneForces<double128>(const MembraneElement<double128>&,
                                                             const std::array<double128, 8>&,
-                                                            const NaturalPoint<double128>&);
+                                                            const BilinearPoint<double128>&);
 template std::array<double, 8> MembraneThermalForces<double>(const PlaneQuad<double>&, const PlaneRigidity<double>&,
                                                              const double&);
 template std::array<double128, 8> MembraneThermalForces<double128>(const PlaneQuad<double128>&,

@@ -33,7 +33,7 @@ MembraneElement<Real> FormMembrane(const GaussGeometry<Real>& geometry, const Pl
 /// Membrane forces Fxx, Fyy, Fxy at a point, tension positive [force/length].
 template <Number Real>
 std::array<Real, 3> MembraneForces(const MembraneElement<Real>& element, const std::array<Real, 8>& u,
-                                   const NaturalPoint<Real>& at);
+                                   const BilinearPoint<Real>& at);
 
 /// Nodal forces by which a free element keeps its shape under a stress-free strain e, equal in all directions:
 /// integral of B^t D (e, e, 0) by 2 x 2 points. Order ux, uy per node [force].

@@ -110,7 +110,7 @@ ShearWeights<Real> ShearWeightsAt(const NaturalDirections<Real>& d, const Jacobi
 
 // Curvatures -thy,x, thx,y and thx,x - thy,y: -thy and thx take the part of the displacements of a membrane.
 template <Number Real>
-void PutBending(Matrix12<Real>& k, const GradientProducts<Real, 4>& p, const PlaneRigidity<Real>& D)
+void PutBending(Matrix12<Real>& k, const GradientProducts<Real>& p, const PlaneRigidity<Real>& D)
 {
     for (std::size_t i = 0; i < 4; ++i)
         for (std::size_t j = i; j < 4; ++j) {
@@ -139,11 +139,19 @@ void AddShear(FixedMatrix<Real, 4, 4>& sum, const ShearWeights<Real>& g, const S
 template <Number Real>
 void AddTiedShearStiffness(Matrix12<Real>& k, const FixedMatrix<Real, 4, 12>& e, const FixedMatrix<Real, 4, 4>& W)
 {
-    const FixedMatrix<Real, 4, 12> We = W * e;
-    for (int i = 0; i < 12; ++i)
-        for (const int side : kSidesOfNode[static_cast<std::size_t>(i / 3)])
-            for (int j = 0; j < 12; ++j)
-                k(i, j) += e(side, i) * We(side, j);
+    FixedMatrix<Real, 4, 12> We;
+    for (int side = 0; side < 4; ++side)
+        for (int j = 0; j < 12; ++j) {
+            const auto [a, b] = kSidesOfNode[static_cast<std::size_t>(j / 3)];
+            We(side, j) = W(side, a) * e(a, j) + W(side, b) * e(b, j);
+        }
+    for (int i = 0; i < 12; ++i) {
+        const auto [a, b] = kSidesOfNode[static_cast<std::size_t>(i / 3)];
+        const Real ea = e(a, i);
+        const Real eb = e(b, i);
+        for (int j = 3 * (i / 3); j < 12; ++j)
+            k(i, j) += ea * We(a, j) + eb * We(b, j);
+    }
 }
 
 }  // namespace
@@ -159,7 +167,7 @@ Matrix12<Real> Mitc4Stiffness(const GaussGeometry<Real>& geometry, const ShellRi
     FixedMatrix<Real, 4, 4> W;
     for (std::size_t g = 0; g < 4; ++g) {
         const Jacobian<Real>& J = geometry.J[g];
-        AddShear(W, ShearWeightsAt(resolver.At(J), J, GaussPoints2x2<Real>()[g]), rigidity, J.det);
+        AddShear(W, ShearWeightsAt(resolver.At(J), J, GaussPoints2x2<Real>()[g].at), rigidity, J.det);
     }
     AddTiedShearStiffness(k, TiedShears(geometry.corners), W);
     MirrorUpper(k);
@@ -168,7 +176,7 @@ Matrix12<Real> Mitc4Stiffness(const GaussGeometry<Real>& geometry, const ShellRi
 
 template <Number Real>
 PlateForces<Real> Mitc4Forces(const PlaneQuad<Real>& corners, const ShellRigidity<Real>& rigidity,
-                              ShearDirections directions, const std::array<Real, 12>& u, const NaturalPoint<Real>& at)
+                              ShearDirections directions, const std::array<Real, 12>& u, const BilinearPoint<Real>& at)
 {
     const Jacobian<Real> J = JacobianAt(corners, at);
     const std::array<Gradient<Real>, 4> N = BilinearGradients(J, at);
@@ -182,7 +190,7 @@ PlateForces<Real> Mitc4Forces(const PlaneQuad<Real>& corners, const ShellRigidit
     }
 
     const FixedMatrix<Real, 4, 12> e = TiedShears(corners);
-    const ShearWeights<Real> g = ShearWeightsAt(ShearResolver<Real>(corners, directions).At(J), J, at);
+    const ShearWeights<Real> g = ShearWeightsAt(ShearResolver<Real>(corners, directions).At(J), J, at.at);
     std::array<Real, 2> shear{};
     for (std::size_t k = 0; k < kSides; ++k) {
         Real tied(0);
@@ -205,9 +213,9 @@ template Matrix12<double128> Mitc4Stiffness<double128>(const GaussGeometry<doubl
                                                        ShearDirections);
 template PlateForces<double> Mitc4Forces<double>(const PlaneQuad<double>&, const ShellRigidity<double>&,
                                                  ShearDirections, const std::array<double, 12>&,
-                                                 const NaturalPoint<double>&);
+                                                 const BilinearPoint<double>&);
 template PlateForces<double128> Mitc4Forces<double128>(const PlaneQuad<double128>&, const ShellRigidity<double128>&,
                                                        ShearDirections, const std::array<double128, 12>&,
-                                                       const NaturalPoint<double128>&);
+                                                       const BilinearPoint<double128>&);
 
 }  // namespace qvx

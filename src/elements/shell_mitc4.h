@@ -44,6 +44,6 @@ Matrix12<Real> Mitc4Stiffness(const GaussGeometry<Real>& geometry, const ShellRi
 /// @param u  w, thx, thy per node
 template <Number Real>
 PlateForces<Real> Mitc4Forces(const PlaneQuad<Real>& corners, const ShellRigidity<Real>& rigidity,
-                              ShearDirections directions, const std::array<Real, 12>& u, const NaturalPoint<Real>& at);
+                              ShearDirections directions, const std::array<Real, 12>& u, const BilinearPoint<Real>& at);
 
 }  // namespace qvx

@@ -19,60 +19,80 @@ Real SideLength(const PlaneQuad<Real>& q, std::size_t i, std::size_t j)
     return sqrt(dx * dx + dy * dy);
 }
 
-// Blocks of global axes made from the few terms of a local 6 x 6 block that are not zero.
 template <Number Real>
-class NodePairRotation
+using Block9 = std::array<Real, 9>;  // 3 x 3, row-major
+
+// e_a (x) e_b of two local axes: where the term (a, b) of a local 3 x 3 block goes in global axes.
+template <Number Real>
+Block9<Real> Dyad(const Matrix3<Real>& c, int a, int b)
+{
+    Block9<Real> dyad;
+    for (int i = 0; i < 3; ++i)
+        for (int j = 0; j < 3; ++j)
+            dyad[static_cast<std::size_t>(3 * i + j)] = c(a, i) * c(b, j);
+    return dyad;
+}
+
+// c^t k c of local 3 x 3 blocks, made from those terms only that are not zero in a flat shell.
+template <Number Real>
+class BlockRotation
 {
 public:
-    NodePairRotation(const Matrix3<Real>& c, Matrix24<Real>& k) : c_(c), k_(k) {}
-
-    // c^t [[A, 0], [0, n]] c for a 2 x 2 part A in the plane and a term n along the normal.
-    void PutDiagonal(int row, int column, const Real (&A)[2][2], const Real& n)
+    explicit BlockRotation(const Matrix3<Real>& c)
+        : xx_(Dyad(c, 0, 0)), xy_(Dyad(c, 0, 1)), yx_(Dyad(c, 1, 0)), yy_(Dyad(c, 1, 1)), zx_(Dyad(c, 2, 0)),
+          zy_(Dyad(c, 2, 1)), zz_(Dyad(c, 2, 2))
     {
-        for (int j = 0; j < 3; ++j) {
-            const Real x = A[0][0] * c_(0, j) + A[0][1] * c_(1, j);
-            const Real y = A[1][0] * c_(0, j) + A[1][1] * c_(1, j);
-            const Real z = n * c_(2, j);
-            for (int i = 0; i < 3; ++i)
-                Put(row + i, column + j, c_(0, i) * x + c_(1, i) * y + c_(2, i) * z);
-        }
+    }
+
+    // Translations among themselves, or rotations: four terms in the plane and one along the normal.
+    Block9<Real> Diagonal(const Real (&A)[4], const Real& n) const
+    {
+        Block9<Real> block;
+        for (std::size_t i = 0; i < 9; ++i)
+            block[i] = A[0] * xx_[i] + A[1] * xy_[i] + A[2] * yx_[i] + A[3] * yy_[i] + n * zz_[i];
+        return block;
     }
 
     // Translations against rotations: only uz meets rx and ry.
-    void PutCoupling(int translation, int rotation, const Real& uzRx, const Real& uzRy)
+    Block9<Real> Coupling(const Real& uzRx, const Real& uzRy) const
     {
-        for (int j = 0; j < 3; ++j) {
-            const Real inPlane = uzRx * c_(0, j) + uzRy * c_(1, j);
-            for (int i = 0; i < 3; ++i)
-                Put(translation + i, rotation + j, c_(2, i) * inPlane);
-        }
+        Block9<Real> block;
+        for (std::size_t i = 0; i < 9; ++i)
+            block[i] = uzRx * zx_[i] + uzRy * zy_[i];
+        return block;
     }
 
 private:
-    void Put(int i, int j, const Real& term)
-    {
-        k_(i, j) = term;
-        k_(j, i) = term;
-    }
-
-    const Matrix3<Real> c_;  // a copy: it cannot overlap the matrix that is written
-    Matrix24<Real>& k_;
+    Block9<Real> xx_, xy_, yx_, yy_, zx_, zy_, zz_;
 };
 
-// The 6 x 6 block of nodes i <= j and its mirror image.
+// Writes a block and its mirror image.
 template <Number Real>
-void PutNodePair(NodePairRotation<Real>& k, const ShellElement<Real>& e, int i, int j, const Real& drilling)
+void PutMirrored(Matrix24<Real>& k, int row, int column, const Block9<Real>& block)
 {
-    const FixedMatrix<Real, 8, 8>& m = e.membrane.stiffness;
-    const Matrix12<Real>& p = e.plate;
-    const int mi = 2 * i, mj = 2 * j, pi = 3 * i, pj = 3 * j, row = 6 * i, column = 6 * j;
-    const Real inPlane[2][2] = {{m(mi, mj), m(mi, mj + 1)}, {m(mi + 1, mj), m(mi + 1, mj + 1)}};
-    const Real rotation[2][2] = {{p(pi + 1, pj + 1), p(pi + 1, pj + 2)}, {p(pi + 2, pj + 1), p(pi + 2, pj + 2)}};
-    k.PutDiagonal(row, column, inPlane, p(pi, pj));
-    k.PutDiagonal(row + 3, column + 3, rotation, i == j ? drilling : Real(0));
-    k.PutCoupling(row, column + 3, p(pi, pj + 1), p(pi, pj + 2));
+    Real* upper = &k(row, column);
+    Real* lower = &k(column, row);
+    for (int i = 0; i < 3; ++i)
+        for (int j = 0; j < 3; ++j) {
+            upper[24 * i + j] = block[static_cast<std::size_t>(3 * i + j)];
+            lower[24 * j + i] = block[static_cast<std::size_t>(3 * i + j)];
+        }
+}
+
+// The 6 x 6 block of nodes i <= j.
+template <Number Real>
+void PutNodePair(Matrix24<Real>& k, const BlockRotation<Real>& turn, const ShellElement<Real>& e, int i, int j,
+                 const Real& drilling)
+{
+    const Real* m = &e.membrane.stiffness(2 * i, 2 * j);
+    const Real* p = &e.plate(3 * i, 3 * j);
+    const int row = 6 * i;
+    const int column = 6 * j;
+    PutMirrored(k, row, column, turn.Diagonal({m[0], m[1], m[8], m[9]}, p[0]));
+    PutMirrored(k, row + 3, column + 3, turn.Diagonal({p[13], p[14], p[25], p[26]}, i == j ? drilling : Real(0)));
+    PutMirrored(k, row, column + 3, turn.Coupling(p[1], p[2]));
     if (i != j)
-        k.PutCoupling(column, row + 3, p(pi + 1, pj), p(pi + 2, pj));
+        PutMirrored(k, column, row + 3, turn.Coupling(p[12], p[24]));
 }
 
 }  // namespace
@@ -116,10 +136,10 @@ Matrix24<Real> ShellStiffness(const ShellElement<Real>& element, double ozFactor
 {
     const Real drilling = DrillingStiffness(element, ozFactor);
     Matrix24<Real> k;
-    NodePairRotation<Real> rotation(element.frame.c, k);
+    const BlockRotation<Real> turn(element.frame.c);
     for (int i = 0; i < 4; ++i)
         for (int j = i; j < 4; ++j)
-            PutNodePair(rotation, element, i, j, drilling);
+            PutNodePair(k, turn, element, i, j, drilling);
     return k;
 }
 

@@ -8,11 +8,12 @@ namespace {
 
 template <Number Real>
 PlateForces<Real> PlateForcesAt(const ShellElement<Real>& e, const std::array<Real, 12>& u,
-                                const NaturalPoint<Real>& at)
+                                const BilinearPoint<Real>& point)
 {
     if (e.isThinPlate)
-        return ThinPlateForces(e.a, e.b, e.rigidity.bending, u, e.a * (1 + at.r) * 0.5, e.b * (1 + at.s) * 0.5);
-    return Mitc4Forces(e.frame.corners, e.rigidity, e.shearDirections, u, at);
+        return ThinPlateForces(e.a, e.b, e.rigidity.bending, u, e.a * (1 + point.at.r) * 0.5,
+                               e.b * (1 + point.at.s) * 0.5);
+    return Mitc4Forces(e.frame.corners, e.rigidity, e.shearDirections, u, point);
 }
 
 // Components of a symmetric tensor t = (xx, yy, xy) in turned axes (Mohr's circle).
@@ -58,7 +59,7 @@ ShellForces<Real> RecoverShellForces(const ShellElement<Real>& element, const st
     ShellForces<Real> out{};
     const Real restrained = RestrainedMembraneForce(element.rigidity.membrane, thermal);
     for (std::size_t k = 0; k < 5; ++k) {
-        const NaturalPoint<Real>& at = ResultPoints<Real>()[k];
+        const BilinearPoint<Real>& at = ResultPoints<Real>()[k];
         out.F[k] = MembraneForces(element.membrane, um, at);
         out.F[k][0] -= restrained;
         out.F[k][1] -= restrained;
