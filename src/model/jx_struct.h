@@ -168,10 +168,7 @@ public:
                                    qvx::double128 penalty, int comb);
     void _SpringReactions(double r[6], int* nodes, int nNodes, const jxSpring& spring, int comb);
     void CalcModalCombinationResult();  ///< nothing until a spectrum run has filled its results
-    /// Envelope of the member curves over the selected combinations, one record per member.
-    void CalcMaxBeamVMD(std::vector<jxMaxBmVMD>& out, const std::vector<bool>& selection) const;
-    jxMaxVMD GetMaxVMD_At(const std::vector<jxMaxVMD>& curve, double x) const;
-    void CalcRcBeamEnvelop();  ///< concreteEnvelope over the combinations marked for concrete
+    void CalcRcBeamEnvelop();
     void CalcRcWoodArmerMoment();
 
     // --- Element results and loads (elements/) ------------------------------------------------------------------------
@@ -187,6 +184,16 @@ public:
     void AverageShellStresses(CjxShell4Group& group, int comb);
     void AllBrickStresses(CjxBrickGroup& group, int comb);
     void AverageBrickStresses(CjxBrickGroup& group, int comb);
+
+    // --- Rigid diaphragms and rigid links (operations/) --------------------------------------------------------------
+    /// Nodes on the level of a diaphragm in a coordinate plane, in the order of the model.
+    /// @param axis  receives the coordinate held constant (0 X, 1 Y, 2 Z); stays as it is for an unknown type
+    void GetRegularDiaphragmNodes(std::vector<jxNd>& levelNodes, jxNd& reference, int& axis,
+                                  const jxDiaphragm& d) const;
+    /// Section of members that act as rigid links ("RIGID_LINK"): 100,000 times the model's largest area and inertia.
+    jxSect GetRigidLinkSection() const;
+    /// Adds the section "RIGID_LINK"; false when the model has one.
+    bool SafeCreateRigidLinkSection();
 
     // --- Document ---------------------------------------------------------------------------------------------------
     jxUnit units;
@@ -274,11 +281,6 @@ public:
     int currentRebarDatabase = -1;
 
     // --- Spectra ----------------------------------------------------------------------------------------------------
-    int bSignedModalResults = 0;  ///< modal rules get the dominant mode of each direction
-    int bPerformSpectrum = 0;     ///< a frequency run goes on to the response to the spectra
-    double dampingRatio = 0.05;
-    double spectrumFactor[3] = {1.0, 0.0, 0.3};  ///< of X, Y, Z; a direction takes part when it is not 0
-    int modalCombination = 0;                    ///< 0 CQC, 1 SRSS, 2 absolute sum
     jxSpectrum spectra[3];
     jxMesh mesh;
 
@@ -305,18 +307,18 @@ public:
 protected:
     /// Rewrites every number of model, loads and results from one unit set to the other; the units themselves stay.
     void ConvertUnits(const jxUnit& from, const jxUnit& to);
+    /// Rebuilds links, the stiff bars that stand for the rigid diaphragms.
+    /// @throws jxException when a diaphragm names a missing node or has no plane footprint
+    void CreateDiaphragmLinks();
+    void CreateLinks(const std::vector<jxNd>& levelNodes, int& count, const jxPoint& normal);
+    void ProcessDiaphragmStiffness(jxSolutionData& data);
 
 private:
     friend class ConvertUnitsAccess;  // tests of the conversion alone
 
     int RefuseInput();
     void SolveLinearCombinations(jxSolutionData& data, CjxBmGroup& bm, CjxShell4Group& sh, CjxBrickGroup& br);
-    void SolveLinearCombination(jxSolutionData& data, CjxBmGroup& bm, CjxShell4Group& sh, CjxBrickGroup& br, int comb);
     void SolveNonlinearCombinations(jxSolutionData& data, CjxBmGroup& bm, CjxShell4Group& sh, CjxBrickGroup& br);
-    bool IterateCombination(jxSolutionData& data, CjxBmGroup& bm, CjxShell4Group& sh, CjxBrickGroup& br, int comb);
-    bool FormCombinationStiffness(jxSolutionData& data, CjxBmGroup& bm, CjxShell4Group& sh, CjxBrickGroup& br,
-                                  int comb);
-    void FactorizeIteration(jxSolutionData& data, int comb);
 
     bool MayPost() const { return solverWindow_ != nullptr && !bAborted_; }
 

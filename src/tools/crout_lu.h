@@ -1,6 +1,5 @@
 #pragma once
 
-#include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstddef>
@@ -31,24 +30,18 @@ public:
         Decompose(scale);
     }
 
-    /// X := A^-1 X for m right-hand sides side by side
-    /// @param x  n x m, row-major
-    void Solve(Real* x, int m = 1) const
+    /// x := A^-1 x
+    void Solve(Real* x) const
     {
         for (int i = 0; i < Order(); ++i) {
-            Real* row = x + i * m;
-            if (rowOf_[i] != i)
-                std::swap_ranges(row, row + m, x + rowOf_[i] * m);
+            std::swap(x[i], x[rowOf_[i]]);
             for (int k = 0; k < i; ++k)
-                Subtract(row, At(i, k), x + k * m, m);
+                x[i] -= At(i, k) * x[k];
         }
         for (int i = Order() - 1; i >= 0; --i) {
-            Real* row = x + i * m;
             for (int k = i + 1; k < Order(); ++k)
-                Subtract(row, At(i, k), x + k * m, m);
-            const Real pivot = At(i, i);
-            for (int j = 0; j < m; ++j)
-                row[j] /= pivot;
+                x[i] -= At(i, k) * x[k];
+            x[i] /= At(i, i);
         }
     }
 
@@ -56,12 +49,6 @@ private:
     int Order() const { return N > 0 ? N : n_; }
     Real& At(int i, int j) { return lu_[i * Order() + j]; }
     const Real& At(int i, int j) const { return lu_[i * Order() + j]; }
-
-    static void Subtract(Real* row, const Real& factor, const Real* other, int m)
-    {
-        for (int j = 0; j < m; ++j)
-            row[j] -= factor * other[j];
-    }
 
     // Inverse of the largest term of each row.
     void ScaleRows(Real* scale) const
@@ -135,9 +122,15 @@ template <Number Real, int N, int M>
 void SolveByCroutLu(FixedMatrix<Real, N, N>& a, FixedMatrix<Real, N, M>& x)
 {
     std::array<int, N> rowOf;
-    std::array<Real, N> scale;
-    const CroutLu<Real, N> lu(a.data(), rowOf.data(), scale.data(), N);
-    lu.Solve(x.data(), M);
+    std::array<Real, N> scratch;
+    const CroutLu<Real, N> lu(a.data(), rowOf.data(), scratch.data(), N);
+    for (int j = 0; j < M; ++j) {
+        for (int i = 0; i < N; ++i)
+            scratch[static_cast<std::size_t>(i)] = x(i, j);
+        lu.Solve(scratch.data());
+        for (int i = 0; i < N; ++i)
+            x(i, j) = scratch[static_cast<std::size_t>(i)];
+    }
 }
 
 }  // namespace qvx

@@ -21,8 +21,7 @@ struct jxCombOutcome
 {
     CombEnd end = CombEnd::NotSolved;
     int iterations = 0;     ///< factorisations made for this combination alone
-    bool bWarned = false;   ///< a non-positive pivot was tolerated in some iteration
-    bool bBuckled = false;  ///< and in the last one: the results are of a buckled state, not ordinary results
+    bool bBuckled = false;  ///< a non-positive pivot was tolerated: a buckled state, not an ordinary result
     std::wstring text;      ///< of the failure
 };
 

@@ -1,0 +1,51 @@
+#include <algorithm>
+#include <iterator>
+
+#include "model/input_check.h"
+#include "model/multi_dof_check.h"
+
+namespace qvx {
+
+namespace {
+
+bool HasBoundaryConditions(const CjxStruct& m)
+{
+    return !m.supports.empty() || !m.nodalSprings.empty() || !m.coupledSprings.empty() || !m.beamSprings.empty() ||
+           !m.shell3Springs.empty() || !m.shell4Springs.empty();
+}
+
+// A natural mode is a motion about the supports; their displacements do not enter.
+void CheckForcedDisplacements(InputCheck& check)
+{
+    bool isAnyForced = false;
+    for (const jxSupt& s : check.model.supports) {
+        if (std::all_of(std::begin(s.value), std::end(s.value), [](double v) { return v == 0; }))
+            continue;
+        check.Log(L"Support %d: forced displacements ignored in frequency analysis", s.id);
+        isAnyForced = true;
+    }
+    if (isAnyForced)
+        check.Warn(L"Forced displacements are ignored in frequency analysis");
+}
+
+}  // namespace
+
+void CheckBoundaryConditions(InputCheck& check)
+{
+    const CjxStruct& m = check.model;
+    check.Heading(L"CHECKING BOUNDARY CONDITIONS");
+    if (!HasBoundaryConditions(m)) {
+        constexpr const wchar_t* kNone = L"No boundary conditions defined";
+        check.Log(kNone);
+        if (m.multiDofConstraints.empty())
+            check.RefuseLogged(kNone);
+    }
+    if (check.mode == kFrequencyCheck)
+        CheckForcedDisplacements(check);
+    if (const CString fault = checkMultiDofConstraints(m.multiDofConstraints, m.nodes); !fault.IsEmpty()) {
+        check.model.LogLine(fault);
+        check.RefuseLogged(L"Invalid Multi-DOF constraint found");
+    }
+}
+
+}  // namespace qvx

@@ -1,0 +1,114 @@
+#include <algorithm>
+#include <iterator>
+#include <set>
+
+#include "model/find_record.h"
+#include "model/input_check.h"
+#include "tools/quad_axes.h"
+
+namespace qvx {
+
+namespace {
+
+// The corners of a shell; false when one of its nodes is not there.
+bool GetCorners(const CjxStruct& m, const jxShell4& shell, QuadCorners& corners)
+{
+    for (std::size_t i = 0; i < corners.size(); ++i) {
+        const jxNd* node = FindOrNull(m.nodes, shell.node[i]);
+        if (node == nullptr)
+            return false;
+        corners[i] = node->Point();
+    }
+    return true;
+}
+
+void CheckEdgeLengths(InputCheck& check, const LengthRange& range)
+{
+    CString text;
+    text.Format(L"(Maximum shell length) / (Minimum shell length) = %g", range.Ratio());
+    check.model.list_msg(text, L"OK");
+    if (!(range.Ratio() > 20.0) || check.isSilent)
+        return;
+    text.Format(L"Excessive shell length variation exists in the model.\n"
+                L"Minimum length shell no. %d, Maximum length shell no. %d.",
+                range.shortestId, range.longestId);
+    const bool isAccepted = check.Ask(text + L"\nDo you want to continue solution process?");
+    check.List(text);
+    if (!isAccepted)
+        check.Refuse(L"Excessive shell length variation exists in the model.");
+}
+
+void CheckFactorsAgainstOption(InputCheck& check)
+{
+    if (!check.isUsingFactors || check.model.bStiffnessFactors != 0)
+        return;
+    constexpr const wchar_t* kFactors =
+        L"The model contains elements with stiffness modifications or cracking factors.";
+    constexpr const wchar_t* kOption =
+        L"However, the \"Apply stiffness modification factors and cracking factors\" analysis option is not set.";
+    check.model.list_msg(kFactors, L"");
+    check.model.list_msg(kOption, L"WARNING");
+    check.AskOrRefuse(CString(kFactors) + L" " + kOption + L"\n\nDo you want to continue?");
+}
+
+void CheckRepeatedNodes(InputCheck& check)
+{
+    bool isAnyRepeated = false;
+    for (const jxShell4& s : check.model.shell4s) {
+        const std::set<int> distinct(std::begin(s.node), std::end(s.node));
+        if (distinct.size() == std::size(s.node))
+            continue;
+        check.Log(L"Shell %d same nodes", s.id);
+        isAnyRepeated = true;
+    }
+    if (isAnyRepeated)
+        check.Warn(L"Same nodes are found on shell(s)");
+}
+
+}  // namespace
+
+void CheckShellGeometry(InputCheck& check)
+{
+    const CjxStruct& m = check.model;
+    LengthRange range;
+    bool isAnyPoor = false;
+    for (const jxShell4& s : m.shell4s) {
+        QuadCorners p;
+        if (!GetCorners(m, s, p))
+            continue;
+        if (!IsConvexQuad(p, s.angle)) {
+            check.Log(L"poor element shape for shell %d", s.id);
+            isAnyPoor = true;
+        }
+        for (std::size_t i = 0; i < p.size(); ++i)
+            range.Add(calc_distance(p[i], p[(i + 1) % p.size()]), s.id);
+    }
+    if (m.shell4s.empty())
+        return;
+    CheckEdgeLengths(check, range);
+    if (isAnyPoor)
+        check.Warn(L"Shells with poor element shapes found.");
+}
+
+void CheckShells(InputCheck& check)
+{
+    const CjxStruct& m = check.model;
+    check.Heading(L"CHECKING SHELLS");
+    bool areValid = true;
+    for (const jxShell4& s : m.shell4s)
+        areValid &= CheckCracking(check, L"Shell", s.id, s.cracking);
+    if (!areValid)
+        check.Refuse(L"Invalid shell cracking factors found");
+
+    areValid = true;
+    for (const jxShell4& s : m.shell4s)
+        areValid &= CheckStiffnessFactors(check, L"Shell", s.id,
+                                          {s.f_Fxx, s.f_Fyy, s.f_Fxy, s.f_Mxx, s.f_Myy, s.f_Mxy, s.f_Vxx, s.f_Vyy});
+    if (!areValid)
+        check.Refuse(L"Invalid shell stiffness modification factors found");
+
+    CheckFactorsAgainstOption(check);
+    CheckRepeatedNodes(check);
+}
+
+}  // namespace qvx

@@ -1,0 +1,66 @@
+#include "operations/diaphragm.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "model/find_record.h"
+#include "tools/geometry.h"
+
+namespace {
+
+// Geometric tolerance relative to the size of a footprint.
+constexpr double kRelativeTolerance = 5e-7;
+
+[[noreturn]] void ThrowInvalid(const jxDiaphragm& d, const wchar_t* reason)
+{
+    CString text;
+    text.Format(L"Invalid diaphragm defined by node (%d, %d, %d, %d): %s", d.node[0], d.node[1], d.node[2], d.node[3],
+                reason);
+    throw jxException(text);
+}
+
+}  // namespace
+
+qvxDiaphragm::~qvxDiaphragm() = default;
+
+void qvxDiaphragm::SetDiaphragm(const jxDiaphragm& diaphragm)
+{
+    nodes_.clear();
+    diaphragm_ = diaphragm;
+    jxPoint p[4];
+    for (int i = 0; i < 4; ++i)
+        p[i] = qvx::FindById(model_->nodes, diaphragm.node[i]).Point();
+
+    const jxPlane plane(p[0], p[1], p[2], 0.0);
+    if (calc_distance(p[1], p[2]) * kRelativeTolerance > calc_distance(p[0], p[1], p[2]))
+        ThrowInvalid(diaphragm, L"first three nodes are colinear");
+    plane.calc_cos(cosines_);
+    for (int i = 0; i < 4; ++i) {
+        corners_[i] = transform_point(p[i], cosines_);
+        corners_[i].z = 0;
+    }
+    area_ = std::fabs(area(corners_, 4));
+    if (area_ == 0)
+        ThrowInvalid(diaphragm, L"zero diaphragm area");
+    const double tolerance = std::sqrt(area_) * kRelativeTolerance;
+    if (plane.distance(p[3]) >= tolerance)
+        ThrowInvalid(diaphragm, L"diaphragm area not coplanar");
+    GatherNodesInside(plane, std::max(tolerance, model_->mergeTolerance));
+}
+
+void qvxDiaphragm::GatherNodesInside(const jxPlane& plane, double tolerance)
+{
+    for (const jxNd& node : model_->nodes) {
+        if (plane.distance(node.Point()) > tolerance)
+            continue;
+        jxPoint p = transform_point(node.Point(), cosines_);
+        p.z = 0;
+        if (!inpolygon(corners_, 4, p) && !onpolygon(corners_, 4, p, tolerance))
+            continue;
+        jxNd inPlane = node;
+        inPlane.x = p.x;
+        inPlane.y = p.y;
+        inPlane.z = 0;
+        nodes_.push_back(inPlane);
+    }
+}

@@ -1,0 +1,89 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <vector>
+
+#include "platform/export.h"
+#include "tools/jx_point.h"
+
+namespace qvx {
+
+/// k-d tree over fixed points: names the few that can lie near a point or a segment, so that a search over all pairs
+/// of a large model takes about n log n steps instead of n^2. The caller tests each candidate exactly.
+///
+/// Boxes are split at the median of their longest side down to 8 points.
+/// Source: Bentley, Multidimensional binary search trees used for associative searching, CACM 18 (1975).
+class QVXFEM_API PointTree
+{
+public:
+    explicit PointTree(std::span<const jxPoint> points);
+
+    /// Calls visit(index) for every point within reach of the segment a-b, and perhaps for some outside, in no special
+    /// order. A segment of no length is a point. visit returns false to end the search.
+    template <class Visit>
+    void VisitNear(const jxPoint& a, const jxPoint& b, double reach, Visit visit) const;
+
+private:
+    static constexpr std::uint32_t kLeafPoints = 8;
+
+    struct Entry
+    {
+        jxPoint point;
+        std::uint32_t index = 0;
+    };
+
+    // Points first to last - 1 of entries_; the left child follows its parent, a leaf has no right one.
+    struct Box
+    {
+        jxPoint lowest;
+        jxPoint highest;
+        std::uint32_t first = 0;
+        std::uint32_t last = 0;
+        std::uint32_t right = 0;
+    };
+
+    // Segment with the reach widened by the rounding of the exact test.
+    struct Probe
+    {
+        jxPoint a;
+        jxPoint direction;
+        double reach = 0;
+    };
+
+    void Build(std::uint32_t first, std::uint32_t last);
+    Probe MakeProbe(const jxPoint& a, const jxPoint& b, double reach) const;
+    static bool CanTouch(const Probe& probe, const Box& box);
+
+    std::vector<Entry> entries_;
+    std::vector<Box> boxes_;
+};
+
+template <class Visit>
+void PointTree::VisitNear(const jxPoint& a, const jxPoint& b, double reach, Visit visit) const
+{
+    if (boxes_.empty())
+        return;
+    const Probe probe = MakeProbe(a, b, reach);
+    std::array<std::uint32_t, 64> open{};  // a median split of 2^32 points is 32 boxes deep
+    std::size_t nOpen = 0;
+    open[nOpen++] = 0;
+    while (nOpen > 0) {
+        const std::uint32_t at = open[--nOpen];
+        const Box& box = boxes_[at];
+        if (!CanTouch(probe, box))
+            continue;
+        if (box.right != 0) {
+            open[nOpen++] = box.right;
+            open[nOpen++] = at + 1;
+            continue;
+        }
+        for (std::uint32_t i = box.first; i < box.last; ++i)
+            if (!visit(static_cast<std::size_t>(entries_[i].index)))
+                return;
+    }
+}
+
+}  // namespace qvx
