@@ -14,7 +14,7 @@ void AddAreaLoad(AreaLoad& load, const ShellFrame<double>& frame, int dir, doubl
     AreaLoad added{};
     added[static_cast<std::size_t>(dir)] = value;
     if (isLocal)
-        TurnToGlobal(frame, added);
+        added = ToGlobalAxes(added, frame.c);
     for (std::size_t k = 0; k < load.size(); ++k)
         load[k] += added[k];
 }
@@ -37,8 +37,7 @@ std::array<Real, 24> ShellThermalForces(const ShellFrame<Real>& frame, const She
         f[6 * node] = inPlane[2 * node];
         f[6 * node + 1] = inPlane[2 * node + 1];
     }
-    TurnToGlobal(frame, f);
-    return f;
+    return ToGlobalAxes(f, frame.c);
 }
 
 template std::array<double, 24> ShellThermalForces<double>(const ShellFrame<double>&, const ShellRigidity<double>&,

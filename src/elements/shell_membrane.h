@@ -27,13 +27,13 @@ struct MembraneElement
 };
 
 template <Number Real>
-MembraneElement<Real> FormMembrane(const PlaneQuad<Real>& corners, const PlaneRigidity<Real>& rigidity,
+MembraneElement<Real> FormMembrane(const GaussGeometry<Real>& geometry, const PlaneRigidity<Real>& rigidity,
                                    bool isIncompatible);
 
 /// Membrane forces Fxx, Fyy, Fxy at a point, tension positive [force/length].
 template <Number Real>
 std::array<Real, 3> MembraneForces(const MembraneElement<Real>& element, const std::array<Real, 8>& u,
-                                   const NaturalPoint<Real>& at);
+                                   const BilinearPoint<Real>& at);
 
 /// Nodal forces by which a free element keeps its shape under a stress-free strain e, equal in all directions:
 /// integral of B^t D (e, e, 0) by 2 x 2 points. Order ux, uy per node [force].

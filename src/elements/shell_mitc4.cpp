@@ -17,6 +17,7 @@ struct Side
     std::size_t minus;
 };
 constexpr std::array<Side, kSides> kTied = {{{0, 1}, {3, 2}, {0, 3}, {1, 2}}};
+constexpr std::array<std::array<int, 2>, 4> kSidesOfNode = {{{0, 2}, {0, 3}, {1, 3}, {1, 2}}};
 
 // Shears at the middles of the sides. Half of a side is the tangent of its natural line there, and the rotations are
 // the mean of its ends: e = (w+ - w-) / 2 + (x+ - x-) (thy+ + thy-) / 4 - (y+ - y-) (thx+ + thx-) / 4.
@@ -29,9 +30,9 @@ FixedMatrix<Real, 4, 12> TiedShears(const PlaneQuad<Real>& q)
         const int row = static_cast<int>(k);
         for (const std::size_t node : {plus, minus}) {
             const int column = 3 * static_cast<int>(node);
-            e(row, column) = Real(node == plus ? 1 : -1) / 2;
-            e(row, column + 1) = (q.y[minus] - q.y[plus]) / 4;
-            e(row, column + 2) = (q.x[plus] - q.x[minus]) / 4;
+            e(row, column) = node == plus ? 0.5 : -0.5;
+            e(row, column + 1) = (q.y[minus] - q.y[plus]) * 0.25;
+            e(row, column + 2) = (q.x[plus] - q.x[minus]) * 0.25;
         }
     }
     return e;
@@ -47,23 +48,42 @@ struct NaturalDirections
     Real sSin;
 };
 
-// Tangents at the point itself: their components are sine and cosine times length already.
+// Unit vectors along r and s at the centre, turned so that neither points below local x: their angles from it are
+// taken between 0 and pi.
 template <Number Real>
-NaturalDirections<Real> SignedDirections(const Jacobian<Real>& J)
-{
-    return {-J.xr, -J.yr, -J.xs, -J.ys};  // r and s of the plate run against those of the membrane
-}
-
-// Lengths at the point, but angles of the lines through the centre and between 0 and pi: no sine is negative.
-template <Number Real>
-NaturalDirections<Real> UnsignedDirections(const PlaneQuad<Real>& q, const Jacobian<Real>& J)
+NaturalDirections<Real> CentreDirections(const PlaneQuad<Real>& q)
 {
     const Gradient<Real> r = {q.x[0] + q.x[3] - q.x[1] - q.x[2], q.y[0] + q.y[3] - q.y[1] - q.y[2]};
     const Gradient<Real> s = {q.x[0] + q.x[1] - q.x[2] - q.x[3], q.y[0] + q.y[1] - q.y[2] - q.y[3]};
-    const Real rScale = sqrt((J.xr * J.xr + J.yr * J.yr) / (r.x * r.x + r.y * r.y));
-    const Real sScale = sqrt((J.xs * J.xs + J.ys * J.ys) / (s.x * s.x + s.y * s.y));
-    return {r.x * rScale, fabs(r.y) * rScale, s.x * sScale, fabs(s.y) * sScale};
+    const Real perR = 1 / sqrt(r.x * r.x + r.y * r.y);
+    const Real perS = 1 / sqrt(s.x * s.x + s.y * s.y);
+    return {r.x * perR, fabs(r.y) * perR, s.x * perS, fabs(s.y) * perS};
 }
+
+// Directions of the shears at a point: the tangents of its natural lines, or their lengths along given directions.
+template <Number Real>
+class ShearResolver
+{
+public:
+    ShearResolver(const PlaneQuad<Real>& q, ShearDirections directions) : directions_(directions)
+    {
+        if (directions == ShearDirections::Unsigned)
+            centre_ = CentreDirections(q);
+    }
+
+    NaturalDirections<Real> At(const Jacobian<Real>& J) const
+    {
+        if (directions_ == ShearDirections::Signed)
+            return {-J.xr, -J.yr, -J.xs, -J.ys};  // r and s of the plate run against those of the membrane
+        const Real r = sqrt(J.xr * J.xr + J.yr * J.yr);
+        const Real s = sqrt(J.xs * J.xs + J.ys * J.ys);
+        return {r * centre_.rCos, r * centre_.rSin, s * centre_.sCos, s * centre_.sSin};
+    }
+
+private:
+    ShearDirections directions_;
+    NaturalDirections<Real> centre_{};
+};
 
 // Shears along x and y as sums over the tied ones.
 template <Number Real>
@@ -76,12 +96,10 @@ struct ShearWeights
 // The covariant shears e_r, e_s against the tangents a, b give gx = (b_y e_r - a_y e_s) / det and
 // gy = (a_x e_s - b_x e_r) / det.
 template <Number Real>
-ShearWeights<Real> ShearWeightsAt(const PlaneQuad<Real>& q, const Jacobian<Real>& J, const NaturalPoint<Real>& at,
-                                  ShearDirections directions)
+ShearWeights<Real> ShearWeightsAt(const NaturalDirections<Real>& d, const Jacobian<Real>& J,
+                                  const NaturalPoint<Real>& at)
 {
-    const NaturalDirections<Real> d =
-        directions == ShearDirections::Signed ? SignedDirections(J) : UnsignedDirections(q, J);
-    const Real half = J.perDet / 2;
+    const Real half = J.perDet * 0.5;
     const Real plusS = (1 - at.s) * half;   // share of side 12
     const Real minusS = (1 + at.s) * half;  // of side 43
     const Real plusR = (1 - at.r) * half;   // of side 14
@@ -90,25 +108,19 @@ ShearWeights<Real> ShearWeightsAt(const PlaneQuad<Real>& q, const Jacobian<Real>
             .y = {-d.sCos * plusS, -d.sCos * minusS, d.rCos * plusR, d.rCos * minusR}};
 }
 
-// Curvatures -thy,x, thx,y and thx,x - thy,y: the rotations take the part of the displacements of a membrane, so that
-// a pair of nodes needs no more than the products of their gradients.
+// Curvatures -thy,x, thx,y and thx,x - thy,y: -thy and thx take the part of the displacements of a membrane.
 template <Number Real>
-void AddBending(Matrix12<Real>& k, const std::array<Gradient<Real>, 4>& N, const PlaneRigidity<Real>& D,
-                const Real& weight)
+void PutBending(Matrix12<Real>& k, const GradientProducts<Real>& p, const PlaneRigidity<Real>& D)
 {
-    for (std::size_t i = 0; i < 4; ++i) {
-        const Real direct[2] = {weight * D.direct * N[i].x, weight * D.direct * N[i].y};
-        const Real coupling[2] = {weight * D.coupling * N[i].x, weight * D.coupling * N[i].y};
-        const Real shear[2] = {weight * D.shear * N[i].x, weight * D.shear * N[i].y};
-        const int thx = 3 * static_cast<int>(i) + 1;
-        for (std::size_t j = 0; j < 4; ++j) {
-            const int other = 3 * static_cast<int>(j) + 1;
-            k(thx, other) += direct[1] * N[j].y + shear[0] * N[j].x;
-            k(thx, other + 1) -= coupling[1] * N[j].x + shear[0] * N[j].y;
-            k(thx + 1, other) -= coupling[0] * N[j].y + shear[1] * N[j].x;
-            k(thx + 1, other + 1) += direct[0] * N[j].x + shear[1] * N[j].y;
+    for (std::size_t i = 0; i < 4; ++i)
+        for (std::size_t j = i; j < 4; ++j) {
+            const int row = 3 * static_cast<int>(i) + 1;
+            const int column = 3 * static_cast<int>(j) + 1;
+            k(row, column) = D.direct * p.yy[i][j] + D.shear * p.xx[i][j];
+            k(row, column + 1) = -(D.coupling * p.xy[j][i] + D.shear * p.xy[i][j]);
+            k(row + 1, column) = -(D.coupling * p.xy[i][j] + D.shear * p.xy[j][i]);
+            k(row + 1, column + 1) = D.direct * p.xx[i][j] + D.shear * p.yy[i][j];
         }
-    }
 }
 
 template <Number Real>
@@ -123,41 +135,48 @@ void AddShear(FixedMatrix<Real, 4, 4>& sum, const ShearWeights<Real>& g, const S
     }
 }
 
-// k += e^t W e, with the 4 x 4 stiffness W of the tied shears.
+// k += e^t W e on and above the diagonal, with the 4 x 4 stiffness W of the tied shears. A node stands on two sides.
 template <Number Real>
 void AddTiedShearStiffness(Matrix12<Real>& k, const FixedMatrix<Real, 4, 12>& e, const FixedMatrix<Real, 4, 4>& W)
 {
     FixedMatrix<Real, 4, 12> We;
-    for (int a = 0; a < 4; ++a)
-        for (int b = 0; b < 4; ++b)
-            for (int j = 0; j < 12; ++j)
-                We(a, j) += W(a, b) * e(b, j);
-    for (int i = 0; i < 12; ++i)
-        for (int a = 0; a < 4; ++a)
-            for (int j = 0; j < 12; ++j)
-                k(i, j) += e(a, i) * We(a, j);
+    for (int side = 0; side < 4; ++side)
+        for (int j = 0; j < 12; ++j) {
+            const auto [a, b] = kSidesOfNode[static_cast<std::size_t>(j / 3)];
+            We(side, j) = W(side, a) * e(a, j) + W(side, b) * e(b, j);
+        }
+    for (int i = 0; i < 12; ++i) {
+        const auto [a, b] = kSidesOfNode[static_cast<std::size_t>(i / 3)];
+        const Real ea = e(a, i);
+        const Real eb = e(b, i);
+        for (int j = 3 * (i / 3); j < 12; ++j)
+            k(i, j) += ea * We(a, j) + eb * We(b, j);
+    }
 }
 
 }  // namespace
 
 template <Number Real>
-Matrix12<Real> Mitc4Stiffness(const PlaneQuad<Real>& corners, const ShellRigidity<Real>& rigidity,
+Matrix12<Real> Mitc4Stiffness(const GaussGeometry<Real>& geometry, const ShellRigidity<Real>& rigidity,
                               ShearDirections directions)
 {
     Matrix12<Real> k;
+    PutBending(k, geometry.products, rigidity.bending);
+
+    const ShearResolver<Real> resolver(geometry.corners, directions);
     FixedMatrix<Real, 4, 4> W;
-    for (const NaturalPoint<Real>& at : GaussPoints2x2<Real>()) {
-        const Jacobian<Real> J = JacobianAt(corners, at);
-        AddBending(k, BilinearGradients(J, at), rigidity.bending, J.det);
-        AddShear(W, ShearWeightsAt(corners, J, at, directions), rigidity, J.det);
+    for (std::size_t g = 0; g < 4; ++g) {
+        const Jacobian<Real>& J = geometry.J[g];
+        AddShear(W, ShearWeightsAt(resolver.At(J), J, GaussPoints2x2<Real>()[g].at), rigidity, J.det);
     }
-    AddTiedShearStiffness(k, TiedShears(corners), W);
+    AddTiedShearStiffness(k, TiedShears(geometry.corners), W);
+    MirrorUpper(k);
     return k;
 }
 
 template <Number Real>
 PlateForces<Real> Mitc4Forces(const PlaneQuad<Real>& corners, const ShellRigidity<Real>& rigidity,
-                              ShearDirections directions, const std::array<Real, 12>& u, const NaturalPoint<Real>& at)
+                              ShearDirections directions, const std::array<Real, 12>& u, const BilinearPoint<Real>& at)
 {
     const Jacobian<Real> J = JacobianAt(corners, at);
     const std::array<Gradient<Real>, 4> N = BilinearGradients(J, at);
@@ -171,7 +190,7 @@ PlateForces<Real> Mitc4Forces(const PlaneQuad<Real>& corners, const ShellRigidit
     }
 
     const FixedMatrix<Real, 4, 12> e = TiedShears(corners);
-    const ShearWeights<Real> g = ShearWeightsAt(corners, J, at, directions);
+    const ShearWeights<Real> g = ShearWeightsAt(ShearResolver<Real>(corners, directions).At(J), J, at.at);
     std::array<Real, 2> shear{};
     for (std::size_t k = 0; k < kSides; ++k) {
         Real tied(0);
@@ -188,15 +207,15 @@ PlateForces<Real> Mitc4Forces(const PlaneQuad<Real>& corners, const ShellRigidit
             .V = {-rigidity.shearX * shear[0], -rigidity.shearY * shear[1]}};
 }
 
-template Matrix12<double> Mitc4Stiffness<double>(const PlaneQuad<double>&, const ShellRigidity<double>&,
+template Matrix12<double> Mitc4Stiffness<double>(const GaussGeometry<double>&, const ShellRigidity<double>&,
                                                  ShearDirections);
-template Matrix12<double128> Mitc4Stiffness<double128>(const PlaneQuad<double128>&, const ShellRigidity<double128>&,
+template Matrix12<double128> Mitc4Stiffness<double128>(const GaussGeometry<double128>&, const ShellRigidity<double128>&,
                                                        ShearDirections);
 template PlateForces<double> Mitc4Forces<double>(const PlaneQuad<double>&, const ShellRigidity<double>&,
                                                  ShearDirections, const std::array<double, 12>&,
-                                                 const NaturalPoint<double>&);
+                                                 const BilinearPoint<double>&);
 template PlateForces<double128> Mitc4Forces<double128>(const PlaneQuad<double128>&, const ShellRigidity<double128>&,
                                                        ShearDirections, const std::array<double128, 12>&,
-                                                       const NaturalPoint<double128>&);
+                                                       const BilinearPoint<double128>&);
 
 }  // namespace qvx

@@ -37,13 +37,13 @@ struct PlateForces
 /// Source: Bathe & Dvorkin, Int. J. Num. Meth. Eng. 21 (1985), 367.
 /// @param shear  rigidities along local x and y are rigidity.shearX, shearY
 template <Number Real>
-Matrix12<Real> Mitc4Stiffness(const PlaneQuad<Real>& corners, const ShellRigidity<Real>& rigidity,
+Matrix12<Real> Mitc4Stiffness(const GaussGeometry<Real>& geometry, const ShellRigidity<Real>& rigidity,
                               ShearDirections directions);
 
 /// Moments and shears at a point given in the convention of the membrane, corner 1 at (-1,-1).
 /// @param u  w, thx, thy per node
 template <Number Real>
 PlateForces<Real> Mitc4Forces(const PlaneQuad<Real>& corners, const ShellRigidity<Real>& rigidity,
-                              ShearDirections directions, const std::array<Real, 12>& u, const NaturalPoint<Real>& at);
+                              ShearDirections directions, const std::array<Real, 12>& u, const BilinearPoint<Real>& at);
 
 }  // namespace qvx

@@ -42,70 +42,122 @@ struct Gradient
     Real y;
 };
 
-/// Derivatives N,r (or N,s) of the bilinear functions N1 = (1-r)(1-s)/4 and so on.
+/// A natural point with the slopes N,r and N,s of the bilinear functions there, N1 = (1-r)(1-s)/4 and so on.
 template <Number Real>
-std::array<Real, 4> BilinearSlopesR(Real s)
+struct BilinearPoint
 {
-    const Real lower = (1 - s) / 4;
-    const Real upper = (1 + s) / 4;
-    return {-lower, lower, upper, -upper};
-}
-template <Number Real>
-std::array<Real, 4> BilinearSlopesS(Real r)
-{
-    const Real left = (1 - r) / 4;
-    const Real right = (1 + r) / 4;
-    return {-left, -right, right, left};
-}
+    explicit BilinearPoint(const NaturalPoint<Real>& point) : at(point)
+    {
+        const Real lower = (1 - at.s) * 0.25;
+        const Real upper = (1 + at.s) * 0.25;
+        const Real left = (1 - at.r) * 0.25;
+        const Real right = (1 + at.r) * 0.25;
+        Nr = {-lower, lower, upper, -upper};
+        Ns = {-left, -right, right, left};
+    }
+
+    NaturalPoint<Real> at;
+    std::array<Real, 4> Nr;
+    std::array<Real, 4> Ns;
+};
 
 template <Number Real>
-Jacobian<Real> JacobianAt(const PlaneQuad<Real>& q, const NaturalPoint<Real>& at)
+Jacobian<Real> JacobianAt(const PlaneQuad<Real>& q, const BilinearPoint<Real>& point)
 {
-    const std::array<Real, 4> Nr = BilinearSlopesR(at.s);
-    const std::array<Real, 4> Ns = BilinearSlopesS(at.r);
     Jacobian<Real> J{};
     for (std::size_t i = 0; i < 4; ++i) {
-        J.xr += Nr[i] * q.x[i];
-        J.yr += Nr[i] * q.y[i];
-        J.xs += Ns[i] * q.x[i];
-        J.ys += Ns[i] * q.y[i];
+        J.xr += point.Nr[i] * q.x[i];
+        J.yr += point.Nr[i] * q.y[i];
+        J.xs += point.Ns[i] * q.x[i];
+        J.ys += point.Ns[i] * q.y[i];
     }
     J.det = J.xr * J.ys - J.xs * J.yr;
     J.perDet = 1 / J.det;
     return J;
 }
 
-/// f,x and f,y of a function with the natural slopes f,r and f,s.
+/// Gradients of the bilinear functions: N,x = (y,s N,r - y,r N,s) / det, N,y = (x,r N,s - x,s N,r) / det.
 template <Number Real>
-Gradient<Real> GradientOf(const Jacobian<Real>& J, const Real& fr, const Real& fs)
+std::array<Gradient<Real>, 4> BilinearGradients(const Jacobian<Real>& J, const BilinearPoint<Real>& point)
 {
-    return {(J.ys * fr - J.yr * fs) * J.perDet, (J.xr * fs - J.xs * fr) * J.perDet};
-}
-
-template <Number Real>
-std::array<Gradient<Real>, 4> BilinearGradients(const Jacobian<Real>& J, const NaturalPoint<Real>& at)
-{
-    const std::array<Real, 4> Nr = BilinearSlopesR(at.s);
-    const std::array<Real, 4> Ns = BilinearSlopesS(at.r);
-    return {GradientOf(J, Nr[0], Ns[0]), GradientOf(J, Nr[1], Ns[1]), GradientOf(J, Nr[2], Ns[2]),
-            GradientOf(J, Nr[3], Ns[3])};
+    const Real xr = J.xr * J.perDet;
+    const Real yr = J.yr * J.perDet;
+    const Real xs = J.xs * J.perDet;
+    const Real ys = J.ys * J.perDet;
+    std::array<Gradient<Real>, 4> gradients;
+    for (std::size_t i = 0; i < 4; ++i)
+        gradients[i] = {ys * point.Nr[i] - yr * point.Ns[i], xr * point.Ns[i] - xs * point.Nr[i]};
+    return gradients;
 }
 
 /// The 2 x 2 Gauss points, weights 1: (g,g), (-g,g), (-g,-g), (g,-g) with g = sqrt(3)/3.
 template <Number Real>
-const std::array<NaturalPoint<Real>, 4>& GaussPoints2x2()
+const std::array<BilinearPoint<Real>, 4>& GaussPoints2x2()
 {
     using std::sqrt;
     static const Real g = sqrt(Real(3)) / 3;
-    static const std::array<NaturalPoint<Real>, 4> points = {{{g, g}, {-g, g}, {-g, -g}, {g, -g}}};
+    using Point = BilinearPoint<Real>;
+    static const std::array<Point, 4> points = {Point({g, g}), Point({-g, g}), Point({-g, -g}), Point({g, -g})};
     return points;
 }
 
+/// Integrals of Ni,x Nj,x, of Ni,x Nj,y and of Ni,y Nj,y over the element. Every term of a plane stress or bending
+/// stiffness is a combination of these.
+template <Number Real>
+struct GradientProducts
+{
+    std::array<std::array<Real, 4>, 4> xx;
+    std::array<std::array<Real, 4>, 4> xy;
+    std::array<std::array<Real, 4>, 4> yy;
+};
+
+/// What membrane and plate share: tangents and gradients at the Gauss points, and the integrals of their products.
+template <Number Real>
+struct GaussGeometry
+{
+    explicit GaussGeometry(const PlaneQuad<Real>& quad) : corners(quad)
+    {
+        const std::array<BilinearPoint<Real>, 4>& points = GaussPoints2x2<Real>();
+        for (std::size_t g = 0; g < points.size(); ++g) {
+            J[g] = JacobianAt(quad, points[g]);
+            N[g] = BilinearGradients(J[g], points[g]);
+        }
+        for (std::size_t i = 0; i < 4; ++i)
+            AddProducts(i);
+    }
+
+    PlaneQuad<Real> corners;
+    std::array<Jacobian<Real>, 4> J;
+    std::array<std::array<Gradient<Real>, 4>, 4> N;
+    GradientProducts<Real> products;
+
+private:
+    void AddProducts(std::size_t i)
+    {
+        std::array<Gradient<Real>, 4> weighted;
+        for (std::size_t g = 0; g < 4; ++g)
+            weighted[g] = {J[g].det * N[g][i].x, J[g].det * N[g][i].y};
+        for (std::size_t j = 0; j < 4; ++j) {
+            Real xx(0), xy(0), yy(0);
+            for (std::size_t g = 0; g < 4; ++g) {
+                xx += weighted[g].x * N[g][j].x;
+                xy += weighted[g].x * N[g][j].y;
+                yy += weighted[g].y * N[g][j].y;
+            }
+            products.xx[i][j] = xx;
+            products.xy[i][j] = xy;
+            products.yy[i][j] = yy;
+        }
+    }
+};
+
 /// Where results are given: the centre, then the corners 1 to 4.
 template <Number Real>
-const std::array<NaturalPoint<Real>, 5>& ResultPoints()
+const std::array<BilinearPoint<Real>, 5>& ResultPoints()
 {
-    static const std::array<NaturalPoint<Real>, 5> points = {{{0, 0}, {-1, -1}, {1, -1}, {1, 1}, {-1, 1}}};
+    using Point = BilinearPoint<Real>;
+    static const std::array<Point, 5> points = {Point({0, 0}), Point({-1, -1}), Point({1, -1}), Point({1, 1}),
+                                                Point({-1, 1})};
     return points;
 }
 

@@ -1,7 +1,5 @@
 #include "elements/shell_stiffness.h"
 
-#include "tools/geometry.h"
-
 #include <cmath>
 
 namespace qvx {
@@ -21,50 +19,80 @@ Real SideLength(const PlaneQuad<Real>& q, std::size_t i, std::size_t j)
     return sqrt(dx * dx + dy * dy);
 }
 
-// block = c^t [[A, 0], [0, n]] c for a 2 x 2 part A in the plane and a term n along the normal.
 template <Number Real>
-void PutTurnedDiagonal(Matrix24<Real>& k, int row, int column, const ShellFrame<Real>& frame, const Real (&A)[2][2],
-                       const Real& n)
+using Block9 = std::array<Real, 9>;  // 3 x 3, row-major
+
+// e_a (x) e_b of two local axes: where the term (a, b) of a local 3 x 3 block goes in global axes.
+template <Number Real>
+Block9<Real> Dyad(const Matrix3<Real>& c, int a, int b)
 {
-    const auto& [ex, ey, ez] = frame.c;
-    for (std::size_t j = 0; j < 3; ++j) {
-        const Real x = A[0][0] * ex[j] + A[0][1] * ey[j];
-        const Real y = A[1][0] * ex[j] + A[1][1] * ey[j];
-        const Real z = n * ez[j];
-        for (std::size_t i = 0; i < 3; ++i)
-            k(row + static_cast<int>(i), column + static_cast<int>(j)) = ex[i] * x + ey[i] * y + ez[i] * z;
-    }
+    Block9<Real> dyad;
+    for (int i = 0; i < 3; ++i)
+        for (int j = 0; j < 3; ++j)
+            dyad[static_cast<std::size_t>(3 * i + j)] = c(a, i) * c(b, j);
+    return dyad;
 }
 
-// Translations of node i against rotations of node j: only uz meets rx and ry.
+// c^t k c of local 3 x 3 blocks, made from those terms only that are not zero in a flat shell.
 template <Number Real>
-void PutTurnedCoupling(Matrix24<Real>& k, int row, int column, const ShellFrame<Real>& frame, const Real& uzRx,
-                       const Real& uzRy, bool isTransposed)
+class BlockRotation
 {
-    const auto& [ex, ey, ez] = frame.c;
-    for (std::size_t j = 0; j < 3; ++j) {
-        const Real inPlane = uzRx * ex[j] + uzRy * ey[j];
-        for (std::size_t i = 0; i < 3; ++i) {
-            const int normal = static_cast<int>(i);
-            const int turned = static_cast<int>(j);
-            (isTransposed ? k(row + turned, column + normal) : k(row + normal, column + turned)) = ez[i] * inPlane;
+public:
+    explicit BlockRotation(const Matrix3<Real>& c)
+        : xx_(Dyad(c, 0, 0)), xy_(Dyad(c, 0, 1)), yx_(Dyad(c, 1, 0)), yy_(Dyad(c, 1, 1)), zx_(Dyad(c, 2, 0)),
+          zy_(Dyad(c, 2, 1)), zz_(Dyad(c, 2, 2))
+    {
+    }
+
+    // Translations among themselves, or rotations: four terms in the plane and one along the normal.
+    Block9<Real> Diagonal(const Real (&A)[4], const Real& n) const
+    {
+        Block9<Real> block;
+        for (std::size_t i = 0; i < 9; ++i)
+            block[i] = A[0] * xx_[i] + A[1] * xy_[i] + A[2] * yx_[i] + A[3] * yy_[i] + n * zz_[i];
+        return block;
+    }
+
+    // Translations against rotations: only uz meets rx and ry.
+    Block9<Real> Coupling(const Real& uzRx, const Real& uzRy) const
+    {
+        Block9<Real> block;
+        for (std::size_t i = 0; i < 9; ++i)
+            block[i] = uzRx * zx_[i] + uzRy * zy_[i];
+        return block;
+    }
+
+private:
+    Block9<Real> xx_, xy_, yx_, yy_, zx_, zy_, zz_;
+};
+
+// Writes a block and its mirror image.
+template <Number Real>
+void PutMirrored(Matrix24<Real>& k, int row, int column, const Block9<Real>& block)
+{
+    Real* upper = &k(row, column);
+    Real* lower = &k(column, row);
+    for (int i = 0; i < 3; ++i)
+        for (int j = 0; j < 3; ++j) {
+            upper[24 * i + j] = block[static_cast<std::size_t>(3 * i + j)];
+            lower[24 * j + i] = block[static_cast<std::size_t>(3 * i + j)];
         }
-    }
 }
 
-// The 6 x 6 block of nodes i and j: c^t k c block by block, with the zeros of the local matrix left out.
+// The 6 x 6 block of nodes i <= j.
 template <Number Real>
-void PutNodePair(Matrix24<Real>& k, const ShellElement<Real>& e, int i, int j, const Real& drilling)
+void PutNodePair(Matrix24<Real>& k, const BlockRotation<Real>& turn, const ShellElement<Real>& e, int i, int j,
+                 const Real& drilling)
 {
-    const FixedMatrix<Real, 8, 8>& m = e.membrane.stiffness;
-    const Matrix12<Real>& p = e.plate;
-    const int mi = 2 * i, mj = 2 * j, pi = 3 * i, pj = 3 * j, row = 6 * i, column = 6 * j;
-    const Real inPlane[2][2] = {{m(mi, mj), m(mi, mj + 1)}, {m(mi + 1, mj), m(mi + 1, mj + 1)}};
-    const Real rotation[2][2] = {{p(pi + 1, pj + 1), p(pi + 1, pj + 2)}, {p(pi + 2, pj + 1), p(pi + 2, pj + 2)}};
-    PutTurnedDiagonal(k, row, column, e.frame, inPlane, p(pi, pj));
-    PutTurnedDiagonal(k, row + 3, column + 3, e.frame, rotation, i == j ? drilling : Real(0));
-    PutTurnedCoupling(k, row, column + 3, e.frame, p(pi, pj + 1), p(pi, pj + 2), false);
-    PutTurnedCoupling(k, row + 3, column, e.frame, p(pi + 1, pj), p(pi + 2, pj), true);
+    const Real* m = &e.membrane.stiffness(2 * i, 2 * j);
+    const Real* p = &e.plate(3 * i, 3 * j);
+    const int row = 6 * i;
+    const int column = 6 * j;
+    PutMirrored(k, row, column, turn.Diagonal({m[0], m[1], m[8], m[9]}, p[0]));
+    PutMirrored(k, row + 3, column + 3, turn.Diagonal({p[13], p[14], p[25], p[26]}, i == j ? drilling : Real(0)));
+    PutMirrored(k, row, column + 3, turn.Coupling(p[1], p[2]));
+    if (i != j)
+        PutMirrored(k, column, row + 3, turn.Coupling(p[12], p[24]));
 }
 
 }  // namespace
@@ -73,20 +101,19 @@ template <Number Real>
 ShellElement<Real> FormShell(const QuadCorners& corners, const ShellRigidity<Real>& rigidity,
                              const ShellOptions& options)
 {
-    const double angle = QuadReferenceAngle(corners, options.isThinPlateWanted);
-    const ShellFrame<Real> frame = ShellFrameOf<Real>(corners, QuadLocalAxes(corners, angle));
-    const PlaneQuad<Real>& q = frame.corners;
-    const bool isThin = options.isThinPlateWanted && is_rectangle(corners[0], corners[1], corners[2], corners[3]);
-    const Real a = SideLength(q, 0, 1);
-    const Real b = SideLength(q, 0, 3);
+    const QuadPlacement place = PlaceQuad(corners, options.isThinPlateWanted);
+    const ShellFrame<Real> frame = ShellFrameOf<Real>(corners, place.axes);
+    const GaussGeometry<Real> geometry(frame.corners);
+    const Real a = place.isThinPlate ? SideLength(frame.corners, 0, 1) : Real(0);
+    const Real b = place.isThinPlate ? SideLength(frame.corners, 0, 3) : Real(0);
     return {.frame = frame,
-            .referenceAngle = angle,
+            .referenceAngle = place.referenceAngle,
             .rigidity = rigidity,
             .shearDirections = options.shearDirections,
-            .membrane = FormMembrane(q, rigidity.membrane, options.isIncompatible),
-            .plate = isThin ? ThinPlateStiffness(a, b, rigidity.bending)
-                            : Mitc4Stiffness(q, rigidity, options.shearDirections),
-            .isThinPlate = isThin,
+            .membrane = FormMembrane(geometry, rigidity.membrane, options.isIncompatible),
+            .plate = place.isThinPlate ? ThinPlateStiffness(a, b, rigidity.bending)
+                                       : Mitc4Stiffness(geometry, rigidity, options.shearDirections),
+            .isThinPlate = place.isThinPlate,
             .a = a,
             .b = b};
 }
@@ -109,9 +136,10 @@ Matrix24<Real> ShellStiffness(const ShellElement<Real>& element, double ozFactor
 {
     const Real drilling = DrillingStiffness(element, ozFactor);
     Matrix24<Real> k;
+    const BlockRotation<Real> turn(element.frame.c);
     for (int i = 0; i < 4; ++i)
-        for (int j = 0; j < 4; ++j)
-            PutNodePair(k, element, i, j, drilling);
+        for (int j = i; j < 4; ++j)
+            PutNodePair(k, turn, element, i, j, drilling);
     return k;
 }
 

@@ -27,7 +27,7 @@ struct ShellElement
     MembraneElement<Real> membrane;
     Matrix12<Real> plate;  ///< stiffness, order w, thx, thy per node
     bool isThinPlate;
-    Real a;  ///< sides along local x and y of a thin plate [length]
+    Real a;  ///< sides of a thin plate along local x and y, else 0 [length]
     Real b;
 };
 

@@ -8,19 +8,20 @@ namespace {
 
 template <Number Real>
 PlateForces<Real> PlateForcesAt(const ShellElement<Real>& e, const std::array<Real, 12>& u,
-                                const NaturalPoint<Real>& at)
+                                const BilinearPoint<Real>& point)
 {
     if (e.isThinPlate)
-        return ThinPlateForces(e.a, e.b, e.rigidity.bending, u, e.a * (1 + at.r) / 2, e.b * (1 + at.s) / 2);
-    return Mitc4Forces(e.frame.corners, e.rigidity, e.shearDirections, u, at);
+        return ThinPlateForces(e.a, e.b, e.rigidity.bending, u, e.a * (1 + point.at.r) * 0.5,
+                               e.b * (1 + point.at.s) * 0.5);
+    return Mitc4Forces(e.frame.corners, e.rigidity, e.shearDirections, u, point);
 }
 
 // Components of a symmetric tensor t = (xx, yy, xy) in turned axes (Mohr's circle).
 template <Number Real>
 void TurnTensor(Real* t, double phi)
 {
-    const Real mean = (t[0] + t[1]) / 2;
-    const Real half = (t[0] - t[1]) / 2;
+    const Real mean = (t[0] + t[1]) * 0.5;
+    const Real half = (t[0] - t[1]) * 0.5;
     const Real c = std::cos(2 * phi);
     const Real s = std::sin(2 * phi);
     const Real xy = t[2];
@@ -42,9 +43,10 @@ void TurnVector(Real* v, double phi)
 }  // namespace
 
 template <Number Real>
-ShellForces<Real> RecoverShellForces(const ShellElement<Real>& element, std::array<Real, 24> u, const Real& thermal)
+ShellForces<Real> RecoverShellForces(const ShellElement<Real>& element, const std::array<Real, 24>& global,
+                                     const Real& thermal)
 {
-    TurnToLocal(element.frame, u);
+    const std::array<Real, 24> u = ToLocalAxes(global, element.frame.c);
     std::array<Real, 8> um;
     std::array<Real, 12> up;
     for (std::size_t node = 0; node < 4; ++node) {
@@ -57,19 +59,15 @@ ShellForces<Real> RecoverShellForces(const ShellElement<Real>& element, std::arr
     ShellForces<Real> out{};
     const Real restrained = RestrainedMembraneForce(element.rigidity.membrane, thermal);
     for (std::size_t k = 0; k < 5; ++k) {
-        const NaturalPoint<Real>& at = ResultPoints<Real>()[k];
+        const BilinearPoint<Real>& at = ResultPoints<Real>()[k];
         out.F[k] = MembraneForces(element.membrane, um, at);
         out.F[k][0] -= restrained;
         out.F[k][1] -= restrained;
         const PlateForces<Real> plate = PlateForcesAt(element, up, at);
         out.P[k] = {plate.M[0], plate.M[1], plate.M[2], plate.V[0], plate.V[1]};
     }
-    for (std::size_t i = 0; i < 8; ++i)
-        for (std::size_t j = 0; j < 8; ++j)
-            out.fm[i] += element.membrane.stiffness(static_cast<int>(i), static_cast<int>(j)) * um[j];
-    for (std::size_t i = 0; i < 12; ++i)
-        for (std::size_t j = 0; j < 12; ++j)
-            out.fp[i] += element.plate(static_cast<int>(i), static_cast<int>(j)) * up[j];
+    out.fm = element.membrane.stiffness * um;
+    out.fp = element.plate * up;
     return out;
 }
 
@@ -89,10 +87,10 @@ void TurnShellForces(ShellForces<Real>& forces, double phi)
     }
 }
 
-template ShellForces<double> RecoverShellForces<double>(const ShellElement<double>&, std::array<double, 24>,
+template ShellForces<double> RecoverShellForces<double>(const ShellElement<double>&, const std::array<double, 24>&,
                                                         const double&);
-template ShellForces<double128> RecoverShellForces<double128>(const ShellElement<double128>&, std::array<double128, 24>,
-                                                              const double128&);
+template ShellForces<double128> RecoverShellForces<double128>(const ShellElement<double128>&,
+                                                              const std::array<double128, 24>&, const double128&);
 template void TurnShellForces<double>(ShellForces<double>&, double);
 template void TurnShellForces<double128>(ShellForces<double128>&, double);
 

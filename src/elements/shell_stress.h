@@ -21,7 +21,8 @@ struct ShellForces
 /// @param u        displacements of the nodes in global axes, X, Y, Z, OX, OY, OZ each
 /// @param thermal  stress-free strain; it lowers F and leaves the nodal forces as they are
 template <Number Real>
-ShellForces<Real> RecoverShellForces(const ShellElement<Real>& element, std::array<Real, 24> u, const Real& thermal);
+ShellForces<Real> RecoverShellForces(const ShellElement<Real>& element, const std::array<Real, 24>& u,
+                                     const Real& thermal);
 
 /// The same forces in axes turned by phi about local z, right-handed [rad]; nothing changes when phi is exactly 0.
 template <Number Real>

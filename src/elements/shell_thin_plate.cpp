@@ -112,8 +112,9 @@ Matrix12<Real> ThinPlateStiffness(const Real& a, const Real& b, const PlaneRigid
 {
     const FixedMatrix<Real, kTerms, kTerms> coefficients = Coefficients(a, b);
     Matrix12<Real> k;
-    for (const NaturalPoint<Real>& at : GaussPoints2x2<Real>())
-        AddCurvatureEnergy(k, Curvatures(coefficients, a * (1 + at.r) / 2, b * (1 + at.s) / 2), bending, a * b / 4);
+    for (const BilinearPoint<Real>& point : GaussPoints2x2<Real>())
+        AddCurvatureEnergy(k, Curvatures(coefficients, a * (1 + point.at.r) * 0.5, b * (1 + point.at.s) * 0.5), bending,
+                           a * b * 0.25);
     for (int i = 0; i < kTerms; ++i)
         for (int j = 0; j < i; ++j)
             k(j, i) = k(i, j);

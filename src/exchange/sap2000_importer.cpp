@@ -62,6 +62,7 @@ bool CSap2000Importer::Process()
 
 void CSap2000Importer::Process(std::istream& stream)
 {
+    fileUnits_.Empty();
     losses_.clear();
     lossPositions_.clear();
     lineNumber_ = 0;

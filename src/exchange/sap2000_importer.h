@@ -39,6 +39,8 @@ public:
 
     /// What the last Process left out or could not take as it stands, in the order of the file.
     const qvx::ImportLosses& Losses() const { return losses_; }
+    /// Units that the file says its numbers are in, as it says so: "KN, m, C"; empty when it does not.
+    const CString& FileUnits() const { return fileUnits_; }
 
 private:
     friend class Sap2000ImporterAccess;  // tests of the line syntax alone
@@ -113,6 +115,7 @@ private:
     std::map<CString, int> loadPatterns_;      ///< name -> index of the load case
     int version_ = 0;
 
+    CString fileUnits_;
     qvx::ImportLosses losses_;
     std::map<std::pair<qvx::ImportLossKind, std::wstring>, std::size_t> lossPositions_;
     int lineNumber_ = 0;

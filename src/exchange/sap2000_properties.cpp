@@ -39,6 +39,18 @@ void SetCircle(jxSect& section, double d)
     section.Ay = section.Az = 0.9 * section.A;  // shear coefficient of a circle: 10/9
 }
 
+// A quoted value whole, blanks included, without its quotes: "KN, m, C".
+CString QuotedItem(const CString& line, const wchar_t* key)
+{
+    const CString start = CString(key) + L"=\"";
+    const int at = line.Find(start);
+    if (at < 0)
+        return {};
+    const int first = at + start.GetLength();
+    const int last = line.Find(L'"', first);
+    return last < 0 ? CString() : line.Mid(first, last - first);
+}
+
 // Load case type of a design type, null for one that is not among them.
 const wchar_t* CaseType(const CString& designType)
 {
@@ -59,6 +71,7 @@ void CSap2000Importer::Read_PROGRAM_CONTROL(std::istream& stream, char* buffer, 
     if (!ReadLine(stream, buffer, line) || line.IsEmpty() || IsTableHeaderLine(line))
         return;
     version_ = GetSap2000LineItemInt(line, L"Version");
+    fileUnits_ = QuotedItem(line, L"CurrUnits");
     if (version_ < 15)
         AfxMessageBox(L"Your .s2k file version number is older than 15.  Data may not be imported correctly");
 }

@@ -168,7 +168,10 @@ public:
                                    qvx::double128 penalty, int comb);
     void _SpringReactions(double r[6], int* nodes, int nNodes, const jxSpring& spring, int comb);
     void CalcModalCombinationResult();  ///< nothing until a spectrum run has filled its results
-    void CalcRcBeamEnvelop();
+    /// Envelope of the member curves over the selected combinations, one record per member.
+    void CalcMaxBeamVMD(std::vector<jxMaxBmVMD>& out, const std::vector<bool>& selection) const;
+    jxMaxVMD GetMaxVMD_At(const std::vector<jxMaxVMD>& curve, double x) const;
+    void CalcRcBeamEnvelop();  ///< concreteEnvelope over the combinations marked for concrete
     void CalcRcWoodArmerMoment();
 
     // --- Element results and loads (elements/) ------------------------------------------------------------------------
@@ -281,6 +284,11 @@ public:
     int currentRebarDatabase = -1;
 
     // --- Spectra ----------------------------------------------------------------------------------------------------
+    int bSignedModalResults = 0;  ///< modal rules get the dominant mode of each direction
+    int bPerformSpectrum = 0;     ///< a frequency run goes on to the response to the spectra
+    double dampingRatio = 0.05;
+    double spectrumFactor[3] = {1.0, 0.0, 0.3};  ///< of X, Y, Z; a direction takes part when it is not 0
+    int modalCombination = 0;                    ///< 0 CQC, 1 SRSS, 2 absolute sum
     jxSpectrum spectra[3];
     jxMesh mesh;
 
@@ -318,7 +326,12 @@ private:
 
     int RefuseInput();
     void SolveLinearCombinations(jxSolutionData& data, CjxBmGroup& bm, CjxShell4Group& sh, CjxBrickGroup& br);
+    void SolveLinearCombination(jxSolutionData& data, CjxBmGroup& bm, CjxShell4Group& sh, CjxBrickGroup& br, int comb);
     void SolveNonlinearCombinations(jxSolutionData& data, CjxBmGroup& bm, CjxShell4Group& sh, CjxBrickGroup& br);
+    bool IterateCombination(jxSolutionData& data, CjxBmGroup& bm, CjxShell4Group& sh, CjxBrickGroup& br, int comb);
+    bool FormCombinationStiffness(jxSolutionData& data, CjxBmGroup& bm, CjxShell4Group& sh, CjxBrickGroup& br,
+                                  int comb);
+    void FactorizeIteration(jxSolutionData& data, int comb);
 
     bool MayPost() const { return solverWindow_ != nullptr && !bAborted_; }
 

@@ -96,8 +96,14 @@ void CopyDesignAndSpectra(CjxStruct& to, const CjxStruct& from)
     to.columnRcCriteria = from.columnRcCriteria;
     to.plateRcCriteria = from.plateRcCriteria;
     to.steelCriteria = from.steelCriteria;
-    for (int direction = 0; direction < 3; ++direction)
+    to.bSignedModalResults = from.bSignedModalResults;
+    to.bPerformSpectrum = from.bPerformSpectrum;
+    to.dampingRatio = from.dampingRatio;
+    to.modalCombination = from.modalCombination;
+    for (int direction = 0; direction < 3; ++direction) {
+        to.spectrumFactor[direction] = from.spectrumFactor[direction];
         to.spectra[direction] = from.spectra[direction];
+    }
     to.mesh = from.mesh;
 }
 

@@ -240,6 +240,41 @@ bool IsUnitOf(Quantity quantity, int unit)
     return unit >= range.first && unit < range.last;
 }
 
+std::optional<jxUnit> ConsistentUnits(std::wstring_view force, std::wstring_view length, std::wstring_view temperature)
+{
+    const std::wstring F(force);
+    const std::wstring L(length);
+    const std::wstring moment = F + L"-" + L;
+    const std::wstring names[kQuantityCount] = {
+        L,
+        L,
+        F,
+        F + L"/" + L,
+        moment,
+        moment + L"/" + L,
+        F + L"/" + L + L"^2",
+        L,
+        L"rad",
+        std::wstring(temperature),
+        F + L"/" + L + L"^2",
+        F + L"/" + L + L"^3",
+        L + L"^2",
+        F + L"/" + L + L"^2",
+        F + L"/" + L,
+        moment + L"/rad",
+        F + L"/" + L + L"^2",
+        F + L"/" + L + L"^3",
+    };
+    jxUnit units;
+    for (int k = 0; k < kQuantityCount; ++k) {
+        const std::optional<int> unit = FindUnit(names[k]);
+        if (!unit || !IsUnitOf(static_cast<Quantity>(k), *unit))
+            return std::nullopt;
+        units.unit[k] = *unit;
+    }
+    return units;
+}
+
 const wchar_t* QuantityLabel(Quantity quantity)
 {
     return kQuantityLabels.at(quantity);

@@ -49,6 +49,11 @@ QVXFEM_API std::optional<int> FindUnit(std::wstring_view name);
 QVXFEM_API UnitRange UnitsOf(Quantity quantity);
 QVXFEM_API bool IsUnitOf(Quantity quantity, int unit);
 
+/// The set in which every quantity is composed of one force, one length, the radian and one temperature, such as
+/// "kN", "m", "C"; numbers of one such set fit together. Nothing when the unit table lacks one of its units.
+QVXFEM_API std::optional<jxUnit> ConsistentUnits(std::wstring_view force, std::wstring_view length,
+                                                 std::wstring_view temperature);
+
 /// Label of a quantity: "Length", "Dimension", ...
 QVXFEM_API const wchar_t* QuantityLabel(Quantity quantity);
 QVXFEM_API std::optional<Quantity> FindQuantity(std::wstring_view label);

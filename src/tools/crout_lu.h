@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstddef>
@@ -30,18 +31,24 @@ public:
         Decompose(scale);
     }
 
-    /// x := A^-1 x
-    void Solve(Real* x) const
+    /// X := A^-1 X for m right-hand sides side by side
+    /// @param x  n x m, row-major
+    void Solve(Real* x, int m = 1) const
     {
         for (int i = 0; i < Order(); ++i) {
-            std::swap(x[i], x[rowOf_[i]]);
+            Real* row = x + i * m;
+            if (rowOf_[i] != i)
+                std::swap_ranges(row, row + m, x + rowOf_[i] * m);
             for (int k = 0; k < i; ++k)
-                x[i] -= At(i, k) * x[k];
+                Subtract(row, At(i, k), x + k * m, m);
         }
         for (int i = Order() - 1; i >= 0; --i) {
+            Real* row = x + i * m;
             for (int k = i + 1; k < Order(); ++k)
-                x[i] -= At(i, k) * x[k];
-            x[i] /= At(i, i);
+                Subtract(row, At(i, k), x + k * m, m);
+            const Real pivot = At(i, i);
+            for (int j = 0; j < m; ++j)
+                row[j] /= pivot;
         }
     }
 
@@ -49,6 +56,12 @@ private:
     int Order() const { return N > 0 ? N : n_; }
     Real& At(int i, int j) { return lu_[i * Order() + j]; }
     const Real& At(int i, int j) const { return lu_[i * Order() + j]; }
+
+    static void Subtract(Real* row, const Real& factor, const Real* other, int m)
+    {
+        for (int j = 0; j < m; ++j)
+            row[j] -= factor * other[j];
+    }
 
     // Inverse of the largest term of each row.
     void ScaleRows(Real* scale) const
@@ -122,15 +135,9 @@ template <Number Real, int N, int M>
 void SolveByCroutLu(FixedMatrix<Real, N, N>& a, FixedMatrix<Real, N, M>& x)
 {
     std::array<int, N> rowOf;
-    std::array<Real, N> scratch;
-    const CroutLu<Real, N> lu(a.data(), rowOf.data(), scratch.data(), N);
-    for (int j = 0; j < M; ++j) {
-        for (int i = 0; i < N; ++i)
-            scratch[static_cast<std::size_t>(i)] = x(i, j);
-        lu.Solve(scratch.data());
-        for (int i = 0; i < N; ++i)
-            x(i, j) = scratch[static_cast<std::size_t>(i)];
-    }
+    std::array<Real, N> scale;
+    const CroutLu<Real, N> lu(a.data(), rowOf.data(), scale.data(), N);
+    lu.Solve(x.data(), M);
 }
 
 }  // namespace qvx

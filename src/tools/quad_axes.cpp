@@ -8,75 +8,103 @@ namespace qvx {
 
 namespace {
 
-struct MidLines
-{
-    jxPoint across;  ///< m41 to m23
-    jxPoint up;      ///< m12 to m34
-};
-
-MidLines MidLinesOf(const QuadCorners& p)
-{
-    return {.across = 0.5 * (p[1] + p[2]) - 0.5 * (p[3] + p[0]), .up = 0.5 * (p[2] + p[3]) - 0.5 * (p[0] + p[1])};
-}
-
 jxPoint Cross(const jxPoint& a, const jxPoint& b)
 {
-    jxPoint out;
-    cross(out, a, b);
-    return out;
+    return {a.y * b.z - a.z * b.y, a.z * b.x - a.x * b.z, a.x * b.y - a.y * b.x};
 }
 
-bool IsRectangle(const QuadCorners& p)
+// The zero vector stays as it is.
+jxPoint Unit(const jxPoint& v)
 {
-    return is_rectangle(p[0], p[1], p[2], p[3]);
+    const double squared = dot(v, v);
+    return squared > 0 ? (1 / std::sqrt(squared)) * v : v;
+}
+
+struct Frame
+{
+    jxPoint x;
+    jxPoint y;
+    jxPoint z;
+
+    std::array<jxPoint, 3> Axes() const { return {x, y, z}; }
+};
+
+// What all axes of a quadrilateral are made from.
+struct Shape
+{
+    explicit Shape(const QuadCorners& p)
+        : across(0.5 * ((p[1] + p[2]) - (p[3] + p[0]))), up(0.5 * ((p[2] + p[3]) - (p[0] + p[1]))), side34(p[3] - p[2]),
+          isRectangle(is_rectangle(p[0], p[1], p[2], p[3]))
+    {
+    }
+
+    jxPoint across;  ///< m41 to m23
+    jxPoint up;      ///< m12 to m34
+    jxPoint side34;
+    bool isRectangle;
+};
+
+// User axes at angle 0; x is a unit vector, or exactly (1, 0, 0) on a plane that counts as horizontal.
+Frame UnturnedAxes(const Shape& shape)
+{
+    constexpr double kHorizontal = 0.001;
+    const jxPoint z = Unit(Cross(shape.across, shape.up));
+    jxPoint x = shape.across;
+    if (!shape.isRectangle) {
+        const bool isHorizontal = std::fabs(z.y - 1) < kHorizontal || std::fabs(z.y + 1) < kHorizontal;
+        x = isHorizontal ? jxPoint{1, 0, 0} : Cross({0, 1, 0}, z);
+    }
+    x = Unit(x);
+    return {x, Unit(Cross(z, x)), z};
+}
+
+// Both axes turned by angle about z (Rodrigues). The last term is there for an x that is out of square with z.
+Frame Turned(const Frame& f, double angle)
+{
+    if (angle == 0)
+        return f;
+    const double c = std::cos(angle);
+    const double s = std::sin(angle);
+    const auto Turn = [&](const jxPoint& v) { return Unit(c * v + s * Cross(f.z, v) + (1 - c) * dot(f.z, v) * f.z); };
+    return {Turn(f.x), Turn(f.y), f.z};
+}
+
+double ReferenceAngle(const Shape& shape, const Frame& user, bool isThinPlateWanted)
+{
+    if (isThinPlateWanted && shape.isRectangle)
+        return 0;
+    return std::atan2(dot(Cross(user.x, shape.side34), user.z), dot(user.x, shape.side34));
 }
 
 }  // namespace
 
 std::array<jxPoint, 3> QuadLocalAxes(const QuadCorners& p, double angle)
 {
-    constexpr double kHorizontal = 0.001;
-    const MidLines mid = MidLinesOf(p);
-    jxPoint x;
-    jxPoint z;
-    if (IsRectangle(p)) {
-        x = mid.across;
-        z = Cross(x, mid.up);
-    } else {
-        z = Cross(mid.across, mid.up);
-        normalize(z);
-        const bool isHorizontal = std::fabs(z.y - 1) < kHorizontal || std::fabs(z.y + 1) < kHorizontal;
-        x = isHorizontal ? jxPoint{1, 0, 0} : Cross({0, 1, 0}, z);
-    }
-    jxPoint y = Cross(z, x);
-    if (angle != 0) {
-        x = arbitrary_rotate(x, angle, z);
-        y = arbitrary_rotate(y, angle, z);
-    }
-    normalize(x);
-    normalize(y);
-    normalize(z);
-    return {x, y, z};
+    return Turned(UnturnedAxes(Shape(p)), angle).Axes();
 }
 
 std::array<jxPoint, 3> QuadSideAxes(const QuadCorners& p)
 {
-    const MidLines mid = MidLinesOf(p);
-    jxPoint z = Cross(mid.across, mid.up);
-    jxPoint x = p[3] - p[2];
-    jxPoint y = Cross(z, x);
-    normalize(x);
-    normalize(y);
-    normalize(z);
-    return {x, y, z};
+    const Shape shape(p);
+    const jxPoint z = Unit(Cross(shape.across, shape.up));
+    const jxPoint x = Unit(shape.side34);
+    return {x, Unit(Cross(z, x)), z};
 }
 
 double QuadReferenceAngle(const QuadCorners& p, bool isThinPlateWanted)
 {
-    if (isThinPlateWanted && IsRectangle(p))
-        return 0;
-    const std::array<jxPoint, 3> user = QuadLocalAxes(p, 0);
-    return CalcSignedAngle3D(user[0], QuadSideAxes(p)[0], user[2]);
+    const Shape shape(p);
+    return ReferenceAngle(shape, UnturnedAxes(shape), isThinPlateWanted);
+}
+
+QuadPlacement PlaceQuad(const QuadCorners& p, bool isThinPlateWanted)
+{
+    const Shape shape(p);
+    const Frame user = UnturnedAxes(shape);
+    const double angle = ReferenceAngle(shape, user, isThinPlateWanted);
+    return {.referenceAngle = angle,
+            .axes = Turned(user, angle).Axes(),
+            .isThinPlate = isThinPlateWanted && shape.isRectangle};
 }
 
 bool IsConvexQuad(const QuadCorners& p, double angle)

@@ -27,6 +27,15 @@ QVXFEM_API std::array<jxPoint, 3> QuadSideAxes(const QuadCorners& p);
 /// 0 for the thin plate form, which serves rectangles only; else the angle to side 3-4.
 QVXFEM_API double QuadReferenceAngle(const QuadCorners& p, bool isThinPlateWanted);
 
+/// Axes in which the stiffness of a quadrilateral is formed.
+struct QuadPlacement
+{
+    double referenceAngle;        ///< QuadReferenceAngle
+    std::array<jxPoint, 3> axes;  ///< QuadLocalAxes at that angle
+    bool isThinPlate;             ///< a rectangle, and the thin plate form is wanted
+};
+QVXFEM_API QuadPlacement PlaceQuad(const QuadCorners& p, bool isThinPlateWanted);
+
 /// True for a strictly convex quadrilateral as seen along its z axis: no corner is straight, reentrant or doubled.
 QVXFEM_API bool IsConvexQuad(const QuadCorners& p, double angle);
 

@@ -205,6 +205,33 @@ TEST(Quantities, AcceptTheUnitsOfTheirDimensionOnly)
     }
 }
 
+// In a consistent set every factor is the product of those of force, length and temperature that its dimension says.
+TEST(ConsistentUnits, MakeEveryQuantityOfOneForceAndOneLength)
+{
+    const std::wstring forces[] = {L"lb", L"kip", L"N", L"kN", L"MT", L"Kgf"};
+    const std::wstring lengths[] = {L"in", L"ft", L"mm", L"cm", L"m"};
+    int sets = 0;
+    for (int i = 0; i < 6; ++i)
+        for (int j = 0; j < 5; ++j) {
+            const std::optional<jxUnit> units = ConsistentUnits(forces[i], lengths[j], L"C");
+            ASSERT_EQ(units.has_value(), (i < 2) == (j < 2));
+            if (!units)
+                continue;
+            ++sets;
+            const double F = FactorOf(forces[i]);
+            const double L = FactorOf(lengths[j]);
+            const double expected[kQuantityCount] = {
+                L,           L,           F,     F / L,          F * L,       F,
+                F / (L * L), L,           1,     FactorOf(L"C"), F / (L * L), F / (L * L * L),
+                L * L,       F / (L * L), F / L, F * L,          F / (L * L), F / (L * L * L)};
+            for (int k = 0; k < kQuantityCount; ++k)
+                EXPECT_WITHIN(UnitFactor(units->unit[k]), expected[k], RoundOff(expected[k], 5)) << k;
+        }
+    EXPECT_EQ(sets, 16);
+    EXPECT_FALSE(ConsistentUnits(L"kN", L"m", L"K").has_value());
+    EXPECT_FALSE(ConsistentUnits(L"m", L"kN", L"C").has_value());
+}
+
 TEST(NumberFormats, NamePrecisionAndLetterGoTogether)
 {
     const std::wstring names[] = {L"#.0",       L"#.00",       L"#.000",       L"#.0000",

@@ -21,7 +21,8 @@ struct jxCombOutcome
 {
     CombEnd end = CombEnd::NotSolved;
     int iterations = 0;     ///< factorisations made for this combination alone
-    bool bBuckled = false;  ///< a non-positive pivot was tolerated: a buckled state, not an ordinary result
+    bool bWarned = false;   ///< a non-positive pivot was tolerated in some iteration
+    bool bBuckled = false;  ///< and in the last one: the results are of a buckled state, not ordinary results
     std::wstring text;      ///< of the failure
 };
 

@@ -1,0 +1,181 @@
+#include <array>
+#include <cmath>
+#include <vector>
+
+#include "elements/scatter.h"
+#include "elements/shell4_group.h"
+#include "model/find_record.h"
+#include "model/jx_struct.h"
+#include "model/solution_data.h"
+#include "tools/geometry.h"
+
+using qvx::double128;
+
+namespace {
+
+/// Line and surface springs act on translations only.
+constexpr int kDistributedSpringDofs = 3;
+
+/// A restraint is a spring many times stiffer than anything in the model.
+template <class Sink>
+void AddSupports(const CjxStruct& model, const Sink& sink, const double128& penalty)
+{
+    for (const jxSupt& support : model.supports) {
+        const int position = qvx::NodePosition(model.nodes, support.id);
+        for (int dof = 0; dof < kDofCount; ++dof) {
+            const int e = model.Equation(position, dof);
+            if (support.flag[dof] == L'1' && e != 0)
+                sink.Add(e, e, penalty);
+        }
+    }
+}
+
+/// f1 u1 = f2 u2 holds up to the stiffness of a spring on the difference g = f1 u1 - f2 u2: penalty * grad g grad g^t.
+template <class Sink>
+void AddConstraints(const CjxStruct& model, const jxSolutionData& data, const Sink& sink, const double128& penalty)
+{
+    for (const jxMultiDofConstraint& constraint : model.multiDofConstraints) {
+        const double128 f1 = constraint.factor[0];
+        const double128 f2 = -constraint.factor[1];
+        const auto k11 = static_cast<double>(penalty * f1 * f1);
+        const auto k12 = static_cast<double>(penalty * f1 * f2);
+        const auto k22 = static_cast<double>(penalty * f2 * f2);
+        const double k[] = {k11, k12, k12, k22};
+        qvx::ScatterInto(sink, data.lmConstraints[constraint.no], 2, k);
+    }
+}
+
+template <class Sink>
+void AddCoupledSprings(const CjxStruct& model, const jxSolutionData& data, const Sink& sink)
+{
+    for (const jxCoupledSpring& spring : model.coupledSprings) {
+        double k[6][6];
+        CjxStruct::GetCoupledSpringStiffness(k, spring);
+        qvx::ScatterInto(sink, data.lmCoupledSprings[spring.no], kDofCount, &k[0][0]);
+    }
+}
+
+double MemberLength(const CjxStruct& model, const jxBm& beam)
+{
+    return calc_distance(qvx::FindById(model.nodes, beam.node1).Point(),
+                         qvx::FindById(model.nodes, beam.node2).Point());
+}
+
+/// Area of the shell's corners projected on its own plane.
+double ShellArea(const CjxStruct& model, const jxShell4& shell)
+{
+    jxPoint corner[4];
+    for (int i = 0; i < 4; ++i)
+        corner[i] = qvx::FindById(model.nodes, shell.node[i]).Point();
+    jxPoint axis[3];
+    CjxShell4Group::GetLocalAxis(axis, corner[0], corner[1], corner[2], corner[3], shell.angle);
+    double c[3][3];
+    calc_cos(c, axis);
+
+    jxPoint local[4];
+    for (int i = 0; i < 4; ++i) {
+        const jxPoint p = corner[i] - corner[0];
+        local[i] = {dot({c[0][0], c[0][1], c[0][2]}, p), dot({c[1][0], c[1][1], c[1][2]}, p), 0};
+    }
+    return std::fabs(area(local, 4));
+}
+
+/// Puts springs on the diagonals. Member and surface springs are lumped: a node carries its share of length or area.
+/// A one-way spring that the last displacements show on its free side is discarded first.
+template <class Sink>
+class SpringAssembly
+{
+public:
+    /// @param displacements  of the last iteration, sorted by node id; empty before there is one
+    SpringAssembly(CjxStruct& model, const Sink& sink, const std::vector<jxResult6Val>& displacements)
+        : model_(model), sink_(sink), displacements_(displacements)
+    {
+    }
+
+    void AddNodalSprings()
+    {
+        for (jxSpring& spring : model_.nodalSprings)
+            AddAtNode(spring, spring.id, kDofCount, 1);
+    }
+
+    void AddMemberSprings()
+    {
+        for (jxSpring& spring : model_.beamSprings) {
+            const jxBm& beam = qvx::FindById(model_.beams, spring.id);
+            const double share = MemberLength(model_, beam) * 0.5;
+            for (const int node : {beam.node1, beam.node2})
+                AddAtNode(spring, node, kDistributedSpringDofs, share);
+        }
+    }
+
+    void AddShellSprings()
+    {
+        for (jxSpring& spring : model_.shell4Springs) {
+            const jxShell4& shell = qvx::FindById(model_.shell4s, spring.id);
+            const double share = ShellArea(model_, shell) * 0.25;
+            for (const int node : shell.node)
+                AddAtNode(spring, node, kDistributedSpringDofs, share);
+        }
+    }
+
+private:
+    void AddAtNode(jxSpring& spring, int nodeId, int nDofs, double share)
+    {
+        const int position = qvx::NodePosition(model_.nodes, nodeId);
+        const jxResult6Val* found = qvx::FindOrNull(displacements_, nodeId);
+        jxResult6Val displacement = found != nullptr ? *found : jxResult6Val{};
+        for (int dof = 0; dof < nDofs; ++dof) {
+            if (model_.IsSpringFailed(spring, dof, displacement, !displacements_.empty()) || spring.k[dof] == 0.0)
+                continue;
+            const int e = model_.Equation(position, dof);
+            if (e != 0)
+                sink_.Add(e, e, spring.k[dof] * share);
+        }
+    }
+
+    CjxStruct& model_;
+    const Sink& sink_;
+    const std::vector<jxResult6Val>& displacements_;
+};
+
+}  // namespace
+
+void CjxStruct::GetCoupledSpringStiffness(double k[6][6], const jxCoupledSpring& spring)
+{
+    int next = 0;
+    for (int i = 0; i < kDofCount; ++i)
+        for (int j = i; j < kDofCount; ++j)
+            k[i][j] = k[j][i] = spring.k[next++];
+}
+
+/// Adds everything that holds the structure without being an element. Nothing is eliminated: all of it is stiffness.
+/// @param comb  combination whose last displacements decide on one-way springs; -1 in the linear stage
+void CjxStruct::ProcessBoundary(jxSolutionData& data, double128 penalty, int comb)
+{
+    static const std::vector<jxResult6Val> noResult;
+    const std::vector<jxResult6Val>& displacements =
+        comb >= 0 ? combResults[static_cast<std::size_t>(comb)].displacements : noResult;
+    qvx::WithStiffnessSink(data, solverType, [&](const auto& sink) {
+        AddSupports(*this, sink, penalty);
+        AddConstraints(*this, data, sink, penalty);
+        AddCoupledSprings(*this, data, sink);
+        SpringAssembly springs(*this, sink, displacements);
+        springs.AddNodalSprings();
+        springs.AddMemberSprings();
+        springs.AddShellSprings();
+    });
+}
+
+/// The load that moves a penalty spring by the prescribed displacement. Ordinary supports add zero.
+void CjxStruct::ProcessForcedDisplacements(jxSolutionData&, double128 penalty, int comb)
+{
+    std::vector<double128>& load = loadVectors[static_cast<std::size_t>(comb)];
+    for (const jxSupt& support : supports) {
+        const int position = qvx::NodePosition(nodes, support.id);
+        for (int dof = 0; dof < kDofCount; ++dof) {
+            const int e = Equation(position, dof);
+            if (support.flag[dof] == L'1' && e != 0)
+                load[static_cast<std::size_t>(e)] += double128(support.value[dof]) * penalty;
+        }
+    }
+}

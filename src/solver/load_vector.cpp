@@ -1,0 +1,57 @@
+#include <vector>
+
+#include "elements/beam_group.h"
+#include "elements/brick_group.h"
+#include "elements/shell4_group.h"
+#include "model/find_record.h"
+#include "model/jx_struct.h"
+
+using qvx::double128;
+
+void CjxStruct::ProcessNodalAndElementLoads(int comb, CjxBmGroup& bm, CjxShell4Group& sh, CjxBrickGroup& br)
+{
+    list_msg(L"Processing nodal loads", L"...");
+    ProcessNdLoads(comb);
+    list_msg0(L"Processing nodal loads", L"OK");
+    if (!beams.empty()) {
+        list_msg(L"Processing member loads", L"...");
+        bm.ProcessElemLoads(comb);
+        list_msg0(L"Processing member loads", L"OK");
+    }
+    if (!shell4s.empty()) {
+        list_msg(L"Processing shell surface loads", L"...");
+        sh.ProcessElemLoads(comb);
+        list_msg0(L"Processing shell surface loads", L"OK");
+    }
+    if (!bricks.empty()) {
+        list_msg(L"Processing brick loads", L"...");
+        br.ProcessElemLoads(comb);
+        list_msg0(L"Processing brick loads", L"OK");
+    }
+}
+
+/// A term of the combination that names no load case gives no load.
+void CjxStruct::ProcessNdLoads(int comb)
+{
+    const auto c = static_cast<std::size_t>(comb);
+    std::vector<double128>& load = loadVectors[c];
+    for (const jxCaseFactor& term : loadCombs[c].cases) {
+        const int caseIndex = FindLoadCase(term.label);
+        if (caseIndex < 0 || caseIndex >= static_cast<int>(caseLoads.size()))
+            continue;
+        for (const jxNdLoad& nodal : caseLoads[static_cast<std::size_t>(caseIndex)].ndLoads) {
+            const int e = Equation(qvx::NodePosition(nodes, nodal.id), nodal.dof);
+            if (e != 0)
+                load[static_cast<std::size_t>(e)] += double128(nodal.value) * double128(term.factor);
+        }
+    }
+}
+
+bool CjxStruct::CheckNonzeroLoadVector(double128* load)
+{
+    for (int e = 1; e <= numberOfEquations; ++e)
+        if (!(load[e] == double128(0)))
+            return false;
+    list_msg(L"Zero load vector", L"WARNING");
+    return true;
+}

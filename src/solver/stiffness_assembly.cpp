@@ -1,0 +1,31 @@
+#include "elements/beam_group.h"
+#include "elements/brick_group.h"
+#include "elements/shell4_group.h"
+#include "model/jx_struct.h"
+#include "model/solution_data.h"
+
+/// Adds the stiffness of all elements to the global arrays.
+/// @param comb  combination whose axial forces and element states count; -1 in the linear stage
+void CjxStruct::ProcessElementGroupStiffness(jxSolutionData& data, CjxBmGroup& bm, CjxShell4Group& sh,
+                                             CjxBrickGroup& br, int comb)
+{
+    if (!beams.empty()) {
+        list_msg(L"Calculating member elements stiffness", L"...");
+        bm.ProcessStiffness(data, comb);
+        list_msg0(L"Calculating member elements stiffness", L"OK");
+    }
+    if (!shell4s.empty()) {
+        list_msg(L"Calculating shell4 elements stiffness", L"...");
+        sh.ProcessStiffness(data);
+        list_msg0(L"Calculating shell4 elements stiffness", L"OK");
+    }
+    if (!bricks.empty()) {
+        list_msg(L"Calculating brick elements stiffness", L"...");
+        br.ProcessStiffness(data);
+        list_msg0(L"Calculating brick elements stiffness", L"OK");
+    }
+    if (diaphragmStiffnessFactor > 1e20 || diaphragmStiffnessFactor < 0)
+        diaphragmStiffnessFactor = 10000.0;
+    list_msg(L"Processing diaphragm stiffness", L"...");
+    list_msg0(L"Processing diaphragm stiffness", L"OK");
+}
