@@ -1,6 +1,5 @@
 #include "elements/shell_axes.h"
 
-#include <algorithm>
 #include <cmath>
 #include <concepts>
 
@@ -9,49 +8,69 @@ namespace qvx {
 namespace {
 
 template <Number Real>
-Matrix3<Real> RowProducts(const Matrix3<Real>& c)
+using Vector3 = std::array<Real, 3>;
+
+template <Number Real>
+Real Dot(const Vector3<Real>& a, const Vector3<Real>& b)
 {
-    Matrix3<Real> products;
-    for (int i = 0; i < 3; ++i)
-        for (int j = 0; j < 3; ++j)
-            products(i, j) = c(i, 0) * c(j, 0) + c(i, 1) * c(j, 1) + c(i, 2) * c(j, 2);
-    return products;
+    return a[0] * b[0] + a[1] * b[1] + a[2] * b[2];
 }
 
 template <Number Real>
-double DistanceFromIdentity(const Matrix3<Real>& a)
+Vector3<Real> Cross(const Vector3<Real>& a, const Vector3<Real>& b)
 {
-    double largest = 0;
-    for (int i = 0; i < 3; ++i)
-        for (int j = 0; j < 3; ++j)
-            largest = std::max(largest, std::fabs(static_cast<double>(a(i, j)) - (i == j ? 1 : 0)));
-    return largest;
+    return {a[1] * b[2] - a[2] * b[1], a[2] * b[0] - a[0] * b[2], a[0] * b[1] - a[1] * b[0]};
 }
 
 template <Number Real>
-void Orthonormalize(Matrix3<Real>& c)
+Vector3<Real> Unit(const Vector3<Real>& v)
+{
+    using std::sqrt;
+    const Real scale = 1 / sqrt(Dot(v, v));
+    return {scale * v[0], scale * v[1], scale * v[2]};
+}
+
+template <Number Real>
+Vector3<Real> Difference(const jxPoint& to, const jxPoint& from)
+{
+    return {Real(to.x) - from.x, Real(to.y) - from.y, Real(to.z) - from.z};
+}
+
+bool AreSquare(const std::array<jxPoint, 3>& axes)
 {
     constexpr double kRoundOff = 1e-12;
-    const Matrix3<Real> cct = RowProducts(c);
-    if (DistanceFromIdentity(cct) > kRoundOff)
-        return;
-    const Matrix3<Real> old = c;
-    for (int i = 0; i < 3; ++i)
-        for (int k = 0; k < 3; ++k)
-            c(i, k) = (3 * old(i, k) - cct(i, 0) * old(0, k) - cct(i, 1) * old(1, k) - cct(i, 2) * old(2, k)) * 0.5;
+    return std::fabs(dot(axes[0], axes[1])) < kRoundOff && std::fabs(dot(axes[1], axes[2])) < kRoundOff &&
+           std::fabs(dot(axes[2], axes[0])) < kRoundOff;
+}
+
+// z square to the diagonals, as it is to the lines between the middles of the sides; x and y square to it.
+template <Number Real>
+Matrix3<Real> RefinedAxes(const QuadCorners& p, const std::array<jxPoint, 3>& axes)
+{
+    const Vector3<Real> z = Unit(Cross(Difference<Real>(p[2], p[0]), Difference<Real>(p[3], p[1])));
+    const Vector3<Real> y = Unit(Cross(z, Vector3<Real>{axes[0].x, axes[0].y, axes[0].z}));
+    const Vector3<Real> x = Cross(y, z);
+    Matrix3<Real> c;
+    for (int k = 0; k < 3; ++k) {
+        c(0, k) = x[static_cast<std::size_t>(k)];
+        c(1, k) = y[static_cast<std::size_t>(k)];
+        c(2, k) = z[static_cast<std::size_t>(k)];
+    }
+    return c;
 }
 
 template <Number Real>
-Matrix3<Real> RotationOf(const std::array<jxPoint, 3>& axes)
+Matrix3<Real> RotationOf(const QuadCorners& p, const std::array<jxPoint, 3>& axes)
 {
     const bool isGlobal = axes[0].x == 1 && axes[1].y == 1 && axes[2].z == 1;
     double cosines[3][3] = {{1, 0, 0}, {0, 1, 0}, {0, 0, 1}};
-    if (!isGlobal)
+    if (!isGlobal) {
+        if constexpr (!std::same_as<Real, double>)
+            if (AreSquare(axes))
+                return RefinedAxes<Real>(p, axes);
         calc_cos(cosines, axes.data());
-    Matrix3<Real> c = RotationMatrix<Real>(cosines);
-    if constexpr (!std::same_as<Real, double>)  // in double the step is below its own rounding
-        Orthonormalize(c);
-    return c;
+    }
+    return RotationMatrix<Real>(cosines);
 }
 
 }  // namespace
@@ -59,10 +78,9 @@ Matrix3<Real> RotationOf(const std::array<jxPoint, 3>& axes)
 template <Number Real>
 ShellFrame<Real> ShellFrameOf(const QuadCorners& p, const std::array<jxPoint, 3>& axes)
 {
-    ShellFrame<Real> frame{.c = RotationOf<Real>(axes), .corners = {}};
+    ShellFrame<Real> frame{.c = RotationOf<Real>(p, axes), .corners = {}};
     for (std::size_t i = 1; i < 4; ++i) {
-        const std::array<Real, 3> d = {Real(p[i].x) - p[0].x, Real(p[i].y) - p[0].y, Real(p[i].z) - p[0].z};
-        const std::array<Real, 3> local = frame.c * d;
+        const Vector3<Real> local = frame.c * Difference<Real>(p[i], p[0]);
         frame.corners.x[i] = local[0];
         frame.corners.y[i] = local[1];
     }

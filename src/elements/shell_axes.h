@@ -18,10 +18,10 @@ struct ShellFrame
 
 /// Frame of the corners p in the given axes.
 ///
-/// Axes computed in double are perpendicular unit vectors to 1e-16 only, which would give a rigid rotation an energy of
-/// 1e-16 of the membrane's and so spoil what double128 is for. One step c (3 I - c c^t) / 2 towards the nearest
-/// orthonormal matrix squares that error. Axes that are out of square on purpose (see QuadLocalAxes) stay as they are.
-/// Axes whose diagonal is exactly 1 are the global ones.
+/// Axes come in double, right to 1e-16: enough to give a rigid rotation an energy of 1e-16 of the membrane's, and so to
+/// spoil what double128 is for. There they are made again from the corners to all digits, x staying as near as it can.
+/// Axes that are out of square on purpose (see QuadLocalAxes) stay as they are; axes whose diagonal is exactly 1 are
+/// the global ones.
 template <Number Real>
 ShellFrame<Real> ShellFrameOf(const QuadCorners& p, const std::array<jxPoint, 3>& axes);
 
