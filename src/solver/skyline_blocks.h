@@ -1,0 +1,13 @@
+#pragma once
+
+#include "solver/skyline_kernel.h"
+#include "solver/skyline_tiles.h"
+
+namespace qvx {
+
+/// FactorizeSkyline with given inner loops; see there.
+template <Number Real>
+unsigned FactorizeByBlocks(Real* a, const int* maxa, int nEquations, bool allowNonPositivePivot,
+                           const ColumnHook& columnHook, const TileKernels<Real>& tiles);
+
+}  // namespace qvx

@@ -1,0 +1,212 @@
+// Inner loops of the blocked factorization, once for every instruction set. The including file has set the target of
+// the compiler and defined: Vec, kLanes, Load, Store, Broadcast, MulAdd, ProductError, Split, Join, Prefetch and the
+// tile sizes kDoubleVectors, kDoubleColumns, kQuadVectors, kQuadColumns. No library templates in here: their
+// instances would be shared with code for older processors.
+
+// --- double -------------------------------------------------------------------------------------------------------
+
+void UpdateColumnsDouble(int depth, const double* left, const double* right, double* const* target)
+{
+    Vec sum[kDoubleColumns][kDoubleVectors] = {};
+#pragma GCC unroll 8
+    for (int s = 0; s < kDoubleColumns; ++s)
+        Prefetch(target[s], kDoubleVectors * kLanes);
+    for (int k = 0; k < depth; ++k) {
+        Vec x[kDoubleVectors];
+#pragma GCC unroll 4
+        for (int v = 0; v < kDoubleVectors; ++v)
+            x[v] = Load(left + v * kLanes);
+#pragma GCC unroll 8
+        for (int s = 0; s < kDoubleColumns; ++s) {
+            const Vec y = Broadcast(right + s);
+#pragma GCC unroll 4
+            for (int v = 0; v < kDoubleVectors; ++v)
+                sum[s][v] = MulAdd(x[v], y, sum[s][v]);
+        }
+        left += kDoubleVectors * kLanes;
+        right += kDoubleColumns;
+    }
+#pragma GCC unroll 8
+    for (int s = 0; s < kDoubleColumns; ++s)
+#pragma GCC unroll 4
+        for (int v = 0; v < kDoubleVectors; ++v)
+            Store(target[s] + v * kLanes, Load(target[s] + v * kLanes) - sum[s][v]);
+}
+
+void UpdateRowsDouble(int depth, const double* left, const double* right, double* target)
+{
+    double* rows[kDoubleColumns];
+    for (int s = 0; s < kDoubleColumns; ++s)
+        rows[s] = target + s * kDoubleVectors * kLanes;
+    UpdateColumnsDouble(depth, left, right, rows);
+}
+
+void SolveTriangleDouble(double* x, const double* u)
+{
+    constexpr int kRow = kDoubleVectors * kLanes;
+    for (int v = 0; v < kDoubleVectors; ++v)
+        for (int s = 1; s < kTriangleRows; ++s) {
+            Vec sum = {};
+            for (int k = 0; k < s; ++k)
+                sum = MulAdd(Load(x + k * kRow + v * kLanes), Broadcast(u + k * kTriangleRows + s), sum);
+            double* row = x + s * kRow + v * kLanes;
+            Store(row, Load(row) - sum);
+        }
+}
+
+// q = x (1 / d), then once more with the remainder: right to the last bit or nearly, without a division per term.
+void DivideRowsDouble(int depth, const double* x, const double* pivot, double* quotient)
+{
+    constexpr int kRow = kDoubleVectors * kLanes;
+    for (int k = 0; k < depth; ++k) {
+        const double reciprocalOfPivot = 1 / pivot[k];
+        const Vec d = Broadcast(pivot + k), reciprocal = Broadcast(&reciprocalOfPivot);
+        for (int v = 0; v < kDoubleVectors; ++v) {
+            const Vec g = Load(x + k * kRow + v * kLanes);
+            const Vec q = g * reciprocal;
+            Store(quotient + k * kRow + v * kLanes, MulAdd(MulAdd(-q, d, g), reciprocal, q));
+        }
+    }
+}
+
+// --- double128 ----------------------------------------------------------------------------------------------------
+
+/// A sum of products as the rounded sum of their high products, and beside it the sum of all that was rounded off.
+/// The second is small, so that its own rounding is of the order of the last bit of a double128.
+/// Source: Ogita, Rump & Oishi, Accurate sum and dot product, SIAM J. Sci. Comput. 26 (2005), algorithm 5.3.
+struct QuadSum
+{
+    Vec high = {};
+    Vec low = {};
+};
+
+struct QuadVec
+{
+    Vec high;
+    Vec low;
+};
+
+inline void AddProduct(QuadSum& sum, const QuadVec& x, const QuadVec& y)
+{
+    const Vec p = x.high * y.high;
+    const Vec e = MulAdd(x.low, y.high, MulAdd(x.high, y.low, ProductError(x.high, y.high, p)));
+    const Vec t = sum.high + p;
+    const Vec z = t - sum.high;
+    const Vec rounded = (sum.high - (t - z)) + (p - z);
+    sum.low += e + rounded;
+    sum.high = t;
+}
+
+inline QuadVec Difference(const QuadVec& a, const QuadSum& b)
+{
+    const Vec s = a.high - b.high;
+    const Vec v = s - a.high;
+    const Vec e = (a.high - (s - v)) - (b.high + v);
+    const Vec t = a.low - b.low;
+    const Vec w = t - a.low;
+    const Vec f = (a.low - (t - w)) - (b.low + w);
+    const Vec e1 = e + t;
+    const Vec s1 = s + e1;
+    const Vec v1 = s1 - s;
+    const Vec e2 = ((s - (s1 - v1)) + (e1 - v1)) + f;
+    const Vec s2 = s1 + e2;
+    return {s2, e2 - (s2 - s1)};
+}
+
+inline QuadVec LoadPacked(const double* row, int v)
+{
+    return {Load(row + v * kLanes), Load(row + (kQuadVectors + v) * kLanes)};
+}
+
+inline void StorePacked(double* row, int v, const QuadVec& x)
+{
+    Store(row + v * kLanes, x.high);
+    Store(row + (kQuadVectors + v) * kLanes, x.low);
+}
+
+inline void SumProducts(int depth, const double* left, const double* right, QuadSum (&sum)[kQuadColumns][kQuadVectors])
+{
+    for (int k = 0; k < depth; ++k) {
+        QuadVec x[kQuadVectors];
+#pragma GCC unroll 4
+        for (int v = 0; v < kQuadVectors; ++v)
+            x[v] = LoadPacked(left, v);
+#pragma GCC unroll 8
+        for (int s = 0; s < kQuadColumns; ++s) {
+            const QuadVec y = {Broadcast(right + s), Broadcast(right + kQuadColumns + s)};
+#pragma GCC unroll 4
+            for (int v = 0; v < kQuadVectors; ++v)
+                AddProduct(sum[s][v], x[v], y);
+        }
+        left += 2 * kQuadVectors * kLanes;
+        right += 2 * kQuadColumns;
+    }
+}
+
+void UpdateColumnsQuad(int depth, const double* left, const double* right, double128* const* target)
+{
+    QuadSum sum[kQuadColumns][kQuadVectors];
+    SumProducts(depth, left, right, sum);
+#pragma GCC unroll 8
+    for (int s = 0; s < kQuadColumns; ++s) {
+        double* column = reinterpret_cast<double*>(target[s]);
+#pragma GCC unroll 4
+        for (int v = 0; v < kQuadVectors; ++v) {
+            double* at = column + 2 * v * kLanes;
+            QuadVec old;
+            Split(Load(at), Load(at + kLanes), old.high, old.low);
+            const QuadVec next = Difference(old, sum[s][v]);
+            Vec first, second;
+            Join(next.high, next.low, first, second);
+            Store(at, first);
+            Store(at + kLanes, second);
+        }
+    }
+}
+
+void UpdateRowsQuad(int depth, const double* left, const double* right, double* target)
+{
+    QuadSum sum[kQuadColumns][kQuadVectors];
+    SumProducts(depth, left, right, sum);
+#pragma GCC unroll 8
+    for (int s = 0; s < kQuadColumns; ++s) {
+        double* row = target + s * 2 * kQuadVectors * kLanes;
+#pragma GCC unroll 4
+        for (int v = 0; v < kQuadVectors; ++v)
+            StorePacked(row, v, Difference(LoadPacked(row, v), sum[s][v]));
+    }
+}
+
+void SolveTriangleQuad(double* x, const double* u)
+{
+    constexpr int kRow = 2 * kQuadVectors * kLanes;
+    for (int v = 0; v < kQuadVectors; ++v)
+        for (int s = 1; s < kTriangleRows; ++s) {
+            QuadSum sum;
+            for (int k = 0; k < s; ++k) {
+                const double* uRow = u + k * 2 * kTriangleRows;
+                AddProduct(sum, LoadPacked(x + k * kRow, v),
+                           {Broadcast(uRow + s), Broadcast(uRow + kTriangleRows + s)});
+            }
+            double* row = x + s * kRow;
+            StorePacked(row, v, Difference(LoadPacked(row, v), sum));
+        }
+}
+
+void DivideRowsQuad(int depth, const double* x, const double128* pivot, double* quotient)
+{
+    constexpr int kRow = 2 * kQuadVectors * kLanes;
+    for (int k = 0; k < depth; ++k) {
+        const double parts[] = {pivot[k].Hi(), pivot[k].Lo(), 1 / pivot[k].Hi()};
+        const Vec high = Broadcast(parts), low = Broadcast(parts + 1), reciprocal = Broadcast(parts + 2);
+        for (int v = 0; v < kQuadVectors; ++v) {
+            const QuadVec g = LoadPacked(x + k * kRow, v);
+            const Vec q = g.high * reciprocal;
+            const Vec p = q * high;
+            const Vec remainder = ((g.high - p) - ProductError(q, high, p)) + (g.low - q * low);
+            const Vec correction = remainder * reciprocal;
+            const Vec sum = q + correction;
+            StorePacked(quotient + k * kRow, v, {sum, correction - (sum - q)});
+        }
+    }
+}
