@@ -47,12 +47,14 @@ private:
     }
     int& LastReaching(int row) { return lastReaching_[static_cast<std::size_t>(row)]; }
 
+    /// Wide panels load each term of the rest less often, but leave more of the work inside themselves, where tiles are
+    /// small. An eighth of the columns to the right is the best of both by measurement.
     int PanelWidth(int first, int level)
     {
         if (level == kLevels - 1)
             return kSmallestPanel;
         const int reach = LastReaching(std::min(first + kSmallestPanel, nEquations_)) - first;
-        return std::clamp(reach / 4 / kSmallestPanel * kSmallestPanel, kSmallestPanel, kLargestPanel);
+        return std::clamp(reach / 8 / kSmallestPanel * kSmallestPanel, kSmallestPanel, kLargestPanel);
     }
 
     /// Columns first .. end - 1, to which all rows above first have been applied.

@@ -59,17 +59,15 @@ void PanelUpdate<Real>::FindChunks()
     groups_.clear();
     for (int column = end_; column <= lastColumn_; column += tiles_.rows) {
         const Chunk chunk{column, column + tiles_.rows - 1, static_cast<int>(groups_.size())};
-        Group group{};
+        Group group{.chunk = chunks_.size()};
         for (int c = chunk.lastColumn; c >= column; --c) {
             if (!TakesPart(c))
                 continue;
-            if (group.count == 0)
-                group.highest = c;
             group.lowest = c;
             group.columns[group.count++] = c;
             if (group.count == tiles_.columns) {
                 groups_.push_back(group);
-                group = {};
+                group = {.chunk = chunks_.size()};
             }
         }
         if (group.count > 0)
@@ -107,17 +105,49 @@ void PanelUpdate<Real>::PackPanel()
     }
 }
 
+/// First row from which on columns lastColumn - lanes + 1 .. lastColumn are all stored; end_ when one takes no part.
+template <Number Real>
+int PanelUpdate<Real>::FirstCommonRow(int lastColumn) const
+{
+    int row = first_;
+    for (int column = lastColumn; column > lastColumn - tiles_.lanes; --column)
+        row = TakesPart(column) ? std::max(row, k_.FirstRow(column)) : end_;
+    return row;
+}
+
+/// Calls square(row, position, column[]) for squares of `lanes` rows and columns that are stored whole, row being the
+/// uppermost, and term(row, position, column) for every other stored term of the chunk in the panel's rows.
+template <Number Real>
+template <class Square, class Term>
+void PanelUpdate<Real>::ForEachStored(const Chunk& chunk, Square square, Term term) const
+{
+    const int lanes = tiles_.lanes;
+    Real* address[kTriangleRows];
+    for (int position = 0; position < tiles_.rows; position += lanes) {
+        const int lastColumn = chunk.lastColumn - position;
+        const int common = FirstCommonRow(lastColumn);
+        const int squares = (end_ - common) / lanes, firstOfSquares = end_ - squares * lanes;
+        for (int row = firstOfSquares; row < end_; row += lanes) {
+            for (int t = 0; t < lanes; ++t)
+                address[t] = &k_(row + lanes - 1, lastColumn - t);
+            square(row, position, address);
+        }
+        for (int t = 0; t < lanes; ++t)
+            if (const int column = lastColumn - t; TakesPart(column))
+                for (int row = std::max(first_, k_.FirstRow(column)); row < firstOfSquares; ++row)
+                    term(row, position + t, column);
+    }
+}
+
 template <Number Real>
 void PanelUpdate<Real>::PackChunk(const Chunk& chunk, double* left) const
 {
     std::fill(left, left + LeftSize(), 0.0);
-    for (int t = 0; t < tiles_.rows; ++t) {
-        const int column = chunk.lastColumn - t;
-        if (!TakesPart(column))
-            continue;
-        for (int row = std::max(first_, k_.FirstRow(column)); row < end_; ++row)
-            PutPacked(left + static_cast<std::size_t>(row - first_) * RowSize(), tiles_.rows, t, k_(row, column));
-    }
+    const auto packedRow = [&](int row) { return left + static_cast<std::size_t>(row - first_) * RowSize(); };
+    ForEachStored(
+        chunk,
+        [&](int row, int position, Real* const* address) { tiles_.packSquare(address, packedRow(row), position); },
+        [&](int row, int position, int column) { PutPacked(packedRow(row), tiles_.rows, position, k_(row, column)); });
 }
 
 /// G = (U11^T)^-1 A12 for the columns of one chunk.
@@ -141,13 +171,11 @@ void PanelUpdate<Real>::SolveChunk(const Chunk& chunk, double* left)
 template <Number Real>
 void PanelUpdate<Real>::StoreChunk(const Chunk& chunk, const double* scaled) const
 {
-    for (int t = 0; t < tiles_.rows; ++t) {
-        const int column = chunk.lastColumn - t;
-        if (!TakesPart(column))
-            continue;
-        for (int row = std::max(first_, k_.FirstRow(column)); row < end_; ++row)
-            GetPacked(scaled + static_cast<std::size_t>(row - first_) * RowSize(), tiles_.rows, t, k_(row, column));
-    }
+    const auto packedRow = [&](int row) { return scaled + static_cast<std::size_t>(row - first_) * RowSize(); };
+    ForEachStored(
+        chunk,
+        [&](int row, int position, Real* const* address) { tiles_.unpackSquare(packedRow(row), position, address); },
+        [&](int row, int position, int column) { GetPacked(packedRow(row), tiles_.rows, position, k_(row, column)); });
 }
 
 template <Number Real>
@@ -156,36 +184,41 @@ void PanelUpdate<Real>::PackGroups(std::size_t chunkIndex, const double* scaled)
     const Chunk& chunk = chunks_[chunkIndex];
     const std::size_t groupEnd =
         chunkIndex + 1 < chunks_.size() ? static_cast<std::size_t>(chunks_[chunkIndex + 1].firstGroup) : groups_.size();
-    const int columns = tiles_.columns;
     for (auto g = static_cast<std::size_t>(chunk.firstGroup); g < groupEnd; ++g) {
         const Group& group = groups_[g];
         double* right = right_.Reserve(0) + g * RightSize();
-        for (int k = 0; k < Width(); ++k)
-            for (int part = 0; part < kParts<Real>; ++part, right += columns) {
-                const double* row = scaled + static_cast<std::size_t>(k) * RowSize() + part * tiles_.rows;
-                int s = 0;
-                for (; s < group.count; ++s)
-                    right[s] = row[chunk.lastColumn - group.columns[s]];
-                for (; s < columns; ++s)
-                    right[s] = 0;
-            }
+        if (group.count == tiles_.columns && group.columns[0] - group.lowest == tiles_.columns - 1)
+            tiles_.copyToRight(Width(), scaled, chunk.lastColumn - group.columns[0], right);
+        else
+            GatherGroup(chunk, group, scaled, right);
     }
 }
 
-/// A22 <- A22 - G^T U12, by blocks of groups that stay in the second-level cache.
+/// Columns with gaps between them, or fewer than a group holds.
+template <Number Real>
+void PanelUpdate<Real>::GatherGroup(const Chunk& chunk, const Group& group, const double* scaled, double* right) const
+{
+    std::fill(right, right + RightSize(), 0.0);
+    for (int k = 0; k < Width() * kParts<Real>; ++k, right += tiles_.columns, scaled += tiles_.rows)
+        for (int s = 0; s < group.count; ++s)
+            right[s] = scaled[chunk.lastColumn - group.columns[s]];
+}
+
+/// A22 <- A22 - G^T U12, by blocks of chunks that stay in the second-level cache. Within a block the tiles of a group
+/// follow each other along its columns in memory, and the group's factors stay in the first-level cache.
 template <Number Real>
 void PanelUpdate<Real>::UpdateRest()
 {
     constexpr std::size_t kBlockOfDoubles = 64 * 1024;
     scratch_.resize(static_cast<std::size_t>(tiles_.rows * tiles_.columns));
-    const std::size_t blockSize = std::max<std::size_t>(1, kBlockOfDoubles / RightSize());
-    for (std::size_t block = 0; block < groups_.size(); block += blockSize) {
-        const std::size_t blockEnd = std::min(groups_.size(), block + blockSize);
-        for (std::size_t c = 0; c < chunks_.size() && static_cast<std::size_t>(chunks_[c].firstGroup) < blockEnd; ++c)
-            for (std::size_t g = std::max(block, static_cast<std::size_t>(chunks_[c].firstGroup)); g < blockEnd; ++g)
+    const std::size_t blockSize = std::max<std::size_t>(1, kBlockOfDoubles / LeftSize());
+    for (std::size_t block = 0; block < chunks_.size(); block += blockSize)
+        for (auto g = static_cast<std::size_t>(chunks_[block].firstGroup); g < groups_.size(); ++g) {
+            const std::size_t end = std::min({chunks_.size(), block + blockSize, groups_[g].chunk + 1});
+            for (std::size_t c = block; c < end; ++c)
                 UpdateTile(chunks_[c], groups_[g], left_.Reserve(0) + c * LeftSize(),
                            right_.Reserve(0) + g * RightSize());
-    }
+        }
 }
 
 template <Number Real>

@@ -70,10 +70,10 @@ private:
     /// Up to tiles.columns columns of one chunk.
     struct Group
     {
-        int lowest;
-        int highest;
-        int count;
-        int columns[kTriangleRows];
+        std::size_t chunk = 0;
+        int lowest = 0;
+        int count = 0;
+        int columns[kTriangleRows] = {};
     };
 
     int Width() const { return end_ - first_; }
@@ -90,6 +90,10 @@ private:
     void SolveChunk(const Chunk& chunk, double* left);
     void PackChunk(const Chunk& chunk, double* left) const;
     void StoreChunk(const Chunk& chunk, const double* scaled) const;
+    int FirstCommonRow(int lastColumn) const;
+    template <class Square, class Term>
+    void ForEachStored(const Chunk& chunk, Square square, Term term) const;
+    void GatherGroup(const Chunk& chunk, const Group& group, const double* scaled, double* right) const;
     void PackGroups(std::size_t chunkIndex, const double* scaled);
     void UpdateRest();
     void UpdateTile(const Chunk& chunk, const Group& group, const double* left, const double* right);

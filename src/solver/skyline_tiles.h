@@ -24,6 +24,7 @@ struct TileKernels
     const char* name;  ///< instruction set
     int rows;          ///< numbers in a row of left; a multiple of the vector length
     int columns;       ///< numbers in a row of right; divides kTriangleRows
+    int lanes;         ///< numbers in a vector: side of a square that is transposed at once
 
     /// target[s][t] -= sum over k < depth of left[k][t] right[k][s]; target[s] addresses `rows` numbers in memory.
     void (*updateColumns)(int depth, const double* left, const double* right, Real* const* target);
@@ -33,6 +34,12 @@ struct TileKernels
     void (*solveTriangle)(double* x, const double* u);
     /// quotient[k] = x[k] / pivot[k] for packed rows k < depth; the pivots are finite, not zero and no subnormals.
     void (*divideRows)(int depth, const double* x, const Real* pivot, double* quotient);
+    /// right[k][s] = left[k][firstOfLeft + s] for s < columns.
+    void (*copyToRight)(int depth, const double* left, int firstOfLeft, double* right);
+    /// Between `lanes` matrix columns and as many packed rows: column[t] addresses the last of `lanes` matrix rows, whose
+    /// number belongs to position firstInRow + t of the last packed row; the rows above follow it in memory.
+    void (*packSquare)(const Real* const* column, double* rows, int firstInRow);
+    void (*unpackSquare)(const double* rows, int firstInRow, Real* const* column);
 };
 
 /// Those this machine can run, the fastest first.

@@ -1,5 +1,5 @@
 // Inner loops of the blocked factorization, once for every instruction set. The including file has set the target of
-// the compiler and defined: Vec, kLanes, Load, Store, Broadcast, MulAdd, ProductError, Split, Join, Prefetch and the
+// the compiler and defined: Vec, kLanes, Load, Store, Broadcast, MulAdd, ProductMinus, Split, Join, Transpose, Prefetch and the
 // tile sizes kDoubleVectors, kDoubleColumns, kQuadVectors, kQuadColumns. No library templates in here: their
 // instances would be shared with code for older processors.
 
@@ -69,6 +69,37 @@ void DivideRowsDouble(int depth, const double* x, const double* pivot, double* q
     }
 }
 
+void CopyToRightDouble(int depth, const double* left, int firstOfLeft, double* right)
+{
+    for (int k = 0; k < depth; ++k)
+        for (int s = 0; s < kDoubleColumns; ++s)
+            right[k * kDoubleColumns + s] = left[k * kDoubleVectors * kLanes + firstOfLeft + s];
+}
+
+void PackSquareDouble(const double* const* column, double* rows, int firstInRow)
+{
+    Vec square[kLanes];
+#pragma GCC unroll 8
+    for (int t = 0; t < kLanes; ++t)
+        square[t] = Load(column[t]);
+    Transpose(square);
+#pragma GCC unroll 8
+    for (int k = 0; k < kLanes; ++k)
+        Store(rows + k * kDoubleVectors * kLanes + firstInRow, square[kLanes - 1 - k]);
+}
+
+void UnpackSquareDouble(const double* rows, int firstInRow, double* const* column)
+{
+    Vec square[kLanes];
+#pragma GCC unroll 8
+    for (int k = 0; k < kLanes; ++k)
+        square[kLanes - 1 - k] = Load(rows + k * kDoubleVectors * kLanes + firstInRow);
+    Transpose(square);
+#pragma GCC unroll 8
+    for (int t = 0; t < kLanes; ++t)
+        Store(column[t], square[t]);
+}
+
 // --- double128 ----------------------------------------------------------------------------------------------------
 
 /// A sum of products as the rounded sum of their high products, and beside it the sum of all that was rounded off.
@@ -86,14 +117,15 @@ struct QuadVec
     Vec low;
 };
 
+/// Knuth's two-sum of high and p = x.high y.high leaves (high - (t - z)) + (p - z). The second bracket and the
+/// rounding error of p itself are x.high y.high - z together: one fused multiply-add for both.
 inline void AddProduct(QuadSum& sum, const QuadVec& x, const QuadVec& y)
 {
     const Vec p = x.high * y.high;
-    const Vec e = MulAdd(x.low, y.high, MulAdd(x.high, y.low, ProductError(x.high, y.high, p)));
     const Vec t = sum.high + p;
     const Vec z = t - sum.high;
-    const Vec rounded = (sum.high - (t - z)) + (p - z);
-    sum.low += e + rounded;
+    const Vec e = MulAdd(x.low, y.high, MulAdd(x.high, y.low, ProductMinus(x.high, y.high, p, z)));
+    sum.low += e + (sum.high - (t - z));
     sum.high = t;
 }
 
@@ -203,10 +235,82 @@ void DivideRowsQuad(int depth, const double* x, const double128* pivot, double* 
             const QuadVec g = LoadPacked(x + k * kRow, v);
             const Vec q = g.high * reciprocal;
             const Vec p = q * high;
-            const Vec remainder = ((g.high - p) - ProductError(q, high, p)) + (g.low - q * low);
+            const Vec remainder = ((g.high - p) - ProductMinus(q, high, p, p)) + (g.low - q * low);
             const Vec correction = remainder * reciprocal;
             const Vec sum = q + correction;
             StorePacked(quotient + k * kRow, v, {sum, correction - (sum - q)});
         }
     }
 }
+
+void CopyToRightQuad(int depth, const double* left, int firstOfLeft, double* right)
+{
+    for (int k = 0; k < 2 * depth; ++k)
+        for (int s = 0; s < kQuadColumns; ++s)
+            right[k * kQuadColumns + s] = left[k * kQuadVectors * kLanes + firstOfLeft + s];
+}
+
+void PackSquareQuad(const double128* const* column, double* rows, int firstInRow)
+{
+    Vec high[kLanes], low[kLanes];
+#pragma GCC unroll 8
+    for (int t = 0; t < kLanes; ++t) {
+        const double* at = reinterpret_cast<const double*>(column[t]);
+        Split(Load(at), Load(at + kLanes), high[t], low[t]);
+    }
+    Transpose(high);
+    Transpose(low);
+#pragma GCC unroll 8
+    for (int k = 0; k < kLanes; ++k) {
+        double* row = rows + k * 2 * kQuadVectors * kLanes + firstInRow;
+        Store(row, high[kLanes - 1 - k]);
+        Store(row + kQuadVectors * kLanes, low[kLanes - 1 - k]);
+    }
+}
+
+void UnpackSquareQuad(const double* rows, int firstInRow, double128* const* column)
+{
+    Vec high[kLanes], low[kLanes];
+#pragma GCC unroll 8
+    for (int k = 0; k < kLanes; ++k) {
+        const double* row = rows + k * 2 * kQuadVectors * kLanes + firstInRow;
+        high[kLanes - 1 - k] = Load(row);
+        low[kLanes - 1 - k] = Load(row + kQuadVectors * kLanes);
+    }
+    Transpose(high);
+    Transpose(low);
+#pragma GCC unroll 8
+    for (int t = 0; t < kLanes; ++t) {
+        double* at = reinterpret_cast<double*>(column[t]);
+        Vec first, second;
+        Join(high[t], low[t], first, second);
+        Store(at, first);
+        Store(at + kLanes, second);
+    }
+}
+
+// --- table --------------------------------------------------------------------------------------------------------
+
+constexpr TileKernels<double> kDoubleTiles{.name = kInstructionSet,
+                                           .rows = kDoubleVectors * kLanes,
+                                           .columns = kDoubleColumns,
+                                           .lanes = kLanes,
+                                           .updateColumns = UpdateColumnsDouble,
+                                           .updateRows = UpdateRowsDouble,
+                                           .solveTriangle = SolveTriangleDouble,
+                                           .divideRows = DivideRowsDouble,
+                                           .copyToRight = CopyToRightDouble,
+                                           .packSquare = PackSquareDouble,
+                                           .unpackSquare = UnpackSquareDouble};
+
+constexpr TileKernels<double128> kQuadTiles{.name = kInstructionSet,
+                                            .rows = kQuadVectors * kLanes,
+                                            .columns = kQuadColumns,
+                                            .lanes = kLanes,
+                                            .updateColumns = UpdateColumnsQuad,
+                                            .updateRows = UpdateRowsQuad,
+                                            .solveTriangle = SolveTriangleQuad,
+                                            .divideRows = DivideRowsQuad,
+                                            .copyToRight = CopyToRightQuad,
+                                            .packSquare = PackSquareQuad,
+                                            .unpackSquare = UnpackSquareQuad};

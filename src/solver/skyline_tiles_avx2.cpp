@@ -15,6 +15,7 @@ namespace qvx {
 namespace {
 
 using Vec = __m256d;
+constexpr const char* kInstructionSet = "avx2";
 constexpr int kLanes = 4;
 // 12 sums of 4 lanes and 3 factors fill 15 of 16 registers.
 constexpr int kDoubleVectors = 3, kDoubleColumns = 4;
@@ -37,9 +38,10 @@ inline Vec MulAdd(Vec a, Vec b, Vec c)
 {
     return _mm256_fmadd_pd(a, b, c);
 }
-inline Vec ProductError(Vec a, Vec b, Vec p)
+/// a b - z, rounded once; p is a b rounded.
+inline Vec ProductMinus(Vec a, Vec b, Vec /*p*/, Vec z)
 {
-    return _mm256_fmsub_pd(a, b, p);
+    return _mm256_fmsub_pd(a, b, z);
 }
 /// Four double128 in memory order, to their high and their low parts.
 inline void Split(Vec first, Vec second, Vec& high, Vec& low)
@@ -53,6 +55,16 @@ inline void Join(Vec high, Vec low, Vec& first, Vec& second)
     first = _mm256_unpacklo_pd(h, l);
     second = _mm256_unpackhi_pd(h, l);
 }
+/// Turns four rows into four columns.
+inline void Transpose(Vec (&x)[kLanes])
+{
+    const Vec a = _mm256_unpacklo_pd(x[0], x[1]), b = _mm256_unpackhi_pd(x[0], x[1]);
+    const Vec c = _mm256_unpacklo_pd(x[2], x[3]), d = _mm256_unpackhi_pd(x[2], x[3]);
+    x[0] = _mm256_permute2f128_pd(a, c, 0x20);
+    x[1] = _mm256_permute2f128_pd(b, d, 0x20);
+    x[2] = _mm256_permute2f128_pd(a, c, 0x31);
+    x[3] = _mm256_permute2f128_pd(b, d, 0x31);
+}
 inline void Prefetch(const double* p, int count)
 {
     for (int i = 0; i < count; i += 8)
@@ -61,12 +73,6 @@ inline void Prefetch(const double* p, int count)
 }
 
 #include "solver/skyline_tiles.inl"
-
-constexpr TileKernels<double> kDoubleTiles{
-    "avx2",           kDoubleVectors* kLanes, kDoubleColumns,  UpdateColumnsDouble,
-    UpdateRowsDouble, SolveTriangleDouble,    DivideRowsDouble};
-constexpr TileKernels<double128> kQuadTiles{"avx2",         kQuadVectors* kLanes, kQuadColumns,  UpdateColumnsQuad,
-                                            UpdateRowsQuad, SolveTriangleQuad,    DivideRowsQuad};
 
 }  // namespace
 

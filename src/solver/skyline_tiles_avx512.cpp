@@ -15,6 +15,7 @@ namespace qvx {
 namespace {
 
 using Vec = __m512d;
+constexpr const char* kInstructionSet = "avx512";
 constexpr int kLanes = 8;
 // 24 sums of 8 lanes and 3 factors fill 27 of 32 registers; 24 multiply-adds a step hide their latency.
 constexpr int kDoubleVectors = 3, kDoubleColumns = 8;
@@ -37,9 +38,10 @@ inline Vec MulAdd(Vec a, Vec b, Vec c)
 {
     return _mm512_fmadd_pd(a, b, c);
 }
-inline Vec ProductError(Vec a, Vec b, Vec p)
+/// a b - z, rounded once; p is a b rounded.
+inline Vec ProductMinus(Vec a, Vec b, Vec /*p*/, Vec z)
 {
-    return _mm512_fmsub_pd(a, b, p);
+    return _mm512_fmsub_pd(a, b, z);
 }
 /// Eight double128 in memory order, to their high and their low parts.
 inline void Split(Vec first, Vec second, Vec& high, Vec& low)
@@ -52,6 +54,26 @@ inline void Join(Vec high, Vec low, Vec& first, Vec& second)
     first = _mm512_permutex2var_pd(high, _mm512_setr_epi64(0, 8, 1, 9, 2, 10, 3, 11), low);
     second = _mm512_permutex2var_pd(high, _mm512_setr_epi64(4, 12, 5, 13, 6, 14, 7, 15), low);
 }
+/// Turns eight rows into eight columns: pairs of elements, then quarters, then halves are exchanged.
+inline void Transpose(Vec (&x)[kLanes])
+{
+    Vec pair[8];  // (x0, x1), (x2, x3), ..: even elements side by side in pair[0..3], odd ones in pair[4..7]
+    for (int i = 0; i < 4; ++i) {
+        pair[i] = __builtin_shufflevector(x[2 * i], x[2 * i + 1], 0, 8, 2, 10, 4, 12, 6, 14);
+        pair[4 + i] = __builtin_shufflevector(x[2 * i], x[2 * i + 1], 1, 9, 3, 11, 5, 13, 7, 15);
+    }
+    for (int odd = 0; odd < 2; ++odd) {
+        const Vec* p = pair + 4 * odd;
+        const Vec a = __builtin_shufflevector(p[0], p[1], 0, 1, 4, 5, 8, 9, 12, 13);
+        const Vec b = __builtin_shufflevector(p[2], p[3], 0, 1, 4, 5, 8, 9, 12, 13);
+        const Vec c = __builtin_shufflevector(p[0], p[1], 2, 3, 6, 7, 10, 11, 14, 15);
+        const Vec d = __builtin_shufflevector(p[2], p[3], 2, 3, 6, 7, 10, 11, 14, 15);
+        x[odd] = __builtin_shufflevector(a, b, 0, 1, 4, 5, 8, 9, 12, 13);
+        x[odd + 4] = __builtin_shufflevector(a, b, 2, 3, 6, 7, 10, 11, 14, 15);
+        x[odd + 2] = __builtin_shufflevector(c, d, 0, 1, 4, 5, 8, 9, 12, 13);
+        x[odd + 6] = __builtin_shufflevector(c, d, 2, 3, 6, 7, 10, 11, 14, 15);
+    }
+}
 inline void Prefetch(const double* p, int count)
 {
     for (int i = 0; i < count; i += 8)
@@ -60,12 +82,6 @@ inline void Prefetch(const double* p, int count)
 }
 
 #include "solver/skyline_tiles.inl"
-
-constexpr TileKernels<double> kDoubleTiles{
-    "avx512",         kDoubleVectors* kLanes, kDoubleColumns,  UpdateColumnsDouble,
-    UpdateRowsDouble, SolveTriangleDouble,    DivideRowsDouble};
-constexpr TileKernels<double128> kQuadTiles{"avx512",       kQuadVectors* kLanes, kQuadColumns,  UpdateColumnsQuad,
-                                            UpdateRowsQuad, SolveTriangleQuad,    DivideRowsQuad};
 
 }  // namespace
 

@@ -8,6 +8,7 @@ namespace {
 
 /// Two lanes, which every 64-bit processor of today has.
 typedef double Vec __attribute__((vector_size(16)));
+constexpr const char* kInstructionSet = "portable";
 constexpr int kLanes = 2;
 constexpr int kDoubleVectors = 2, kDoubleColumns = 4;
 constexpr int kQuadVectors = 1, kQuadColumns = 4;
@@ -33,10 +34,12 @@ inline Vec MulAdd(Vec a, Vec b, Vec c)
     return a * b + c;
 #endif
 }
-inline Vec ProductError(Vec a, Vec b, Vec p)
+/// a b - z for p = a b rounded: exact product, then one rounding of the difference or, without fused multiply-add, two.
+inline Vec ProductMinus(Vec a, Vec b, Vec p, Vec z)
 {
     using qvxDouble128NS::detail::ProductError;
-    return Vec{ProductError(a[0], b[0], p[0]), ProductError(a[1], b[1], p[1])};
+    const Vec error = {ProductError(a[0], b[0], p[0]), ProductError(a[1], b[1], p[1])};
+    return (p - z) + error;
 }
 inline void Split(Vec first, Vec second, Vec& high, Vec& low)
 {
@@ -48,15 +51,15 @@ inline void Join(Vec high, Vec low, Vec& first, Vec& second)
     first = Vec{high[0], low[0]};
     second = Vec{high[1], low[1]};
 }
+inline void Transpose(Vec (&x)[kLanes])
+{
+    const Vec first = {x[0][0], x[1][0]}, second = {x[0][1], x[1][1]};
+    x[0] = first;
+    x[1] = second;
+}
 inline void Prefetch(const double*, int) {}
 
 #include "solver/skyline_tiles.inl"
-
-constexpr TileKernels<double> kDoubleTiles{"portable",          kDoubleVectors* kLanes, kDoubleColumns,
-                                           UpdateColumnsDouble, UpdateRowsDouble,       SolveTriangleDouble,
-                                           DivideRowsDouble};
-constexpr TileKernels<double128> kQuadTiles{"portable",     kQuadVectors* kLanes, kQuadColumns,  UpdateColumnsQuad,
-                                            UpdateRowsQuad, SolveTriangleQuad,    DivideRowsQuad};
 
 }  // namespace
 

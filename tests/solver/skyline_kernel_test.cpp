@@ -1,13 +1,10 @@
 #include "solver/skyline_kernel.h"
 
-#include <cmath>
 #include <cstring>
 #include <stdexcept>
 
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "quad/exact.h"
 #include "solver/skyline_columns.h"
 #include "solver/skyline_samples.h"
 #include "support/round_off.h"
@@ -23,66 +20,6 @@ std::vector<int> Sizes()
 {
     return {1, 2, 3, 8, 17, 48, 49, 65, 130, 263};
 }
-
-/// Dense factors of a matrix by columns in another number type: term (row, column) at (row - 1) * n + column - 1,
-/// D on the diagonal. Terms outside the profile are zero and stay so.
-template <class Wide, class Real, class Convert>
-std::vector<Wide> DenseFactors(SkylineMatrix<Real>& k, Convert convert)
-{
-    const auto n = static_cast<std::size_t>(k.n);
-    std::vector<Wide> u(n * n);
-    for (int column = 1; column <= k.n; ++column) {
-        const auto at = [&](int row, int c) {
-            return static_cast<std::size_t>(row - 1) * n + static_cast<std::size_t>(c - 1);
-        };
-        for (int row = k.FirstRow(column); row <= column; ++row) {
-            Wide g = convert(k(row, column));
-            for (int r = std::max(k.FirstRow(row), k.FirstRow(column)); r < row; ++r)
-                g = g - u[at(r, row)] * u[at(r, r)] * u[at(r, column)];
-            u[at(row, column)] = row < column ? g / u[at(row, row)] : g;
-        }
-    }
-    return u;
-}
-
-/// Real number of 300 bits for exact factorizations.
-class Wide300
-{
-public:
-    Wide300() { mpfr_init2(value_, 300), mpfr_set_zero(value_, 1); }
-    explicit Wide300(const double128& a) : Wide300()
-    {
-        mpfr_set_d(value_, a.Hi(), MPFR_RNDN);
-        mpfr_add_d(value_, value_, a.Lo(), MPFR_RNDN);
-    }
-    Wide300(const Wide300& other) : Wide300() { mpfr_set(value_, other.value_, MPFR_RNDN); }
-    Wide300& operator=(const Wide300& other)
-    {
-        mpfr_set(value_, other.value_, MPFR_RNDN);
-        return *this;
-    }
-    ~Wide300() { mpfr_clear(value_); }
-    double ToDouble() const { return mpfr_get_d(value_, MPFR_RNDN); }
-
-    friend Wide300 operator-(Wide300 a, const Wide300& b)
-    {
-        mpfr_sub(a.value_, a.value_, b.value_, MPFR_RNDN);
-        return a;
-    }
-    friend Wide300 operator*(Wide300 a, const Wide300& b)
-    {
-        mpfr_mul(a.value_, a.value_, b.value_, MPFR_RNDN);
-        return a;
-    }
-    friend Wide300 operator/(Wide300 a, const Wide300& b)
-    {
-        mpfr_div(a.value_, a.value_, b.value_, MPFR_RNDN);
-        return a;
-    }
-
-private:
-    mpfr_t value_;
-};
 
 /// What the first pivot <= 0 throws, 0 when nothing is thrown; the columns seen by the hook are appended.
 template <class Real>
@@ -112,49 +49,6 @@ using NumberTypes = ::testing::Types<double, double128>;
 TYPED_TEST_SUITE(SkylineKernel, NumberTypes);
 
 }  // namespace
-
-// A dominant matrix is factorized stably in any order of operations: each term is right to n roundings.
-TEST(SkylineKernelDouble, FactorsOfAnyProfileAreThoseOfTheDenseMatrix)
-{
-    for (const int n : Sizes())
-        for (const auto& [name, height] : Profiles(n)) {
-            auto k = DominantMatrix<double>(n, height, 17);
-            const auto expected = DenseFactors<double128>(k, [](double x) { return double128(x); });
-
-            ASSERT_EQ(FactorizeSkyline(k.a.data(), k.maxa.data(), n, false, kNoHook), 1u);
-
-            for (int column = 1; column <= n; ++column)
-                for (int row = k.FirstRow(column); row <= column; ++row) {
-                    const auto exact =
-                        static_cast<double>(expected[static_cast<std::size_t>(row - 1) * static_cast<std::size_t>(n) +
-                                                     static_cast<std::size_t>(column - 1)]);
-                    const double scale = row == column ? exact : 1;
-                    EXPECT_WITHIN(k(row, column), exact, RoundOff(scale, n + 4))
-                        << name << " n " << n << ' ' << row << ',' << column;
-                }
-        }
-}
-
-// Reference: the same factorization with 300 bits. 1e-30 is 80 units of the last place of a double128.
-TEST(SkylineKernelQuad, FactorsOfAnyProfileAreRightTo30Digits)
-{
-    for (const int n : Sizes())
-        for (const auto& [name, height] : Profiles(n)) {
-            auto k = DominantMatrix<double128>(n, height, 18);
-            const auto expected = DenseFactors<Wide300>(k, [](const double128& x) { return Wide300(x); });
-
-            ASSERT_EQ(FactorizeSkyline(k.a.data(), k.maxa.data(), n, false, kNoHook), 1u);
-
-            for (int column = 1; column <= n; ++column)
-                for (int row = k.FirstRow(column); row <= column; ++row) {
-                    const Wide300& exact = expected[static_cast<std::size_t>(row - 1) * static_cast<std::size_t>(n) +
-                                                    static_cast<std::size_t>(column - 1)];
-                    const double scale = row == column ? std::fabs(exact.ToDouble()) : 1;
-                    ASSERT_LE(std::fabs((Wide300(k(row, column)) - exact).ToDouble()), 1e-30 * scale)
-                        << name << " n " << n << ' ' << row << ',' << column;
-                }
-        }
-}
 
 // Whole factors make every operation exact: the factorization returns them to the last bit.
 TYPED_TEST(SkylineKernel, WholeFactorsComeBackExactly)
