@@ -10,4 +10,8 @@ template <Number Real>
 unsigned FactorizeByBlocks(Real* a, const int* maxa, int nEquations, bool allowNonPositivePivot,
                            const ColumnHook& columnHook, const TileKernels<Real>& tiles);
 
+/// ReduceAndBackSubstitute with given inner loops; see there.
+template <Number Real>
+void Substitute(const Real* a, const int* maxa, int nEquations, double128* v, const TileKernels<Real>& tiles);
+
 }  // namespace qvx

@@ -13,7 +13,7 @@ inline constexpr int kParts = sizeof(Real) / sizeof(double);
 /// Rows that a triangular solve takes at a time. The same for every instruction set, as it orders the sums.
 inline constexpr int kTriangleRows = 8;
 
-/// Inner loops of the blocked factorization for one instruction set.
+/// Inner loops of factorization and substitution for one instruction set.
 ///
 /// A packed row holds `rows` numbers of one matrix row side by side: their high parts, then (double128) their low
 /// parts. "left" is a run of packed rows, "right" the same with `columns` numbers a row. Each sum runs over k in
@@ -40,6 +40,12 @@ struct TileKernels
     /// number belongs to position firstInRow + t of the last packed row; the rows above follow it in memory.
     void (*packSquare)(const Real* const* column, double* rows, int firstInRow);
     void (*unpackSquare)(const double* rows, int firstInRow, Real* const* column);
+
+    /// Sum of u[i] v[i], v in high and low parts. For double u each product is rounded to double and summed in double.
+    /// Partial sums are taken in turn, their number the same for every instruction set.
+    double128 (*dotProduct)(int count, const Real* u, const double* vHigh, const double* vLow);
+    /// v[i] -= u[i] t.
+    void (*subtractMultiple)(int count, const Real* u, const double128& t, double* vHigh, double* vLow);
 };
 
 /// Those this machine can run, the fastest first.

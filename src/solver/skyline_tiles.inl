@@ -1,4 +1,4 @@
-// Inner loops of the blocked factorization, once for every instruction set. The including file has set the target of
+// Inner loops of factorization and substitution, once for every instruction set. The including file has set the target of
 // the compiler and defined: Vec, kLanes, Load, Store, Broadcast, MulAdd, ProductMinus, Split, Join, Transpose, Prefetch and the
 // tile sizes kDoubleVectors, kDoubleColumns, kQuadVectors, kQuadColumns. No library templates in here: their
 // instances would be shared with code for older processors.
@@ -289,6 +289,132 @@ void UnpackSquareQuad(const double* rows, int firstInRow, double128* const* colu
     }
 }
 
+// --- substitution -------------------------------------------------------------------------------------------------
+
+constexpr int kDoubleSums = 16, kQuadSums = 8;  // partial sums of a dot product: whole vectors on every instruction set
+
+/// Products u v of 16 terms, each formed in double128 and rounded, added to 16 sums.
+inline void AddRoundedProducts(const double* u, const double* vHigh, const double* vLow, Vec* sum)
+{
+#pragma GCC unroll 8
+    for (int v = 0; v < kDoubleSums / kLanes; ++v) {
+        const Vec a = Load(u + v * kLanes), high = Load(vHigh + v * kLanes);
+        const Vec p = a * high;
+        sum[v] += p + MulAdd(a, Load(vLow + v * kLanes), ProductMinus(a, high, p, p));
+    }
+}
+
+double128 DotProductDouble(int count, const double* u, const double* vHigh, const double* vLow)
+{
+    Vec sum[kDoubleSums / kLanes] = {};
+    int i = 0;
+    for (; i + kDoubleSums <= count; i += kDoubleSums)
+        AddRoundedProducts(u + i, vHigh + i, vLow + i, sum);
+    double rest[3][kDoubleSums] = {};
+    for (int r = 0; i < count; ++i, ++r) {
+        rest[0][r] = u[i];
+        rest[1][r] = vHigh[i];
+        rest[2][r] = vLow[i];
+    }
+    AddRoundedProducts(rest[0], rest[1], rest[2], sum);
+    double total = 0;
+    for (const Vec& part : sum)
+        for (int lane = 0; lane < kLanes; ++lane)
+            total += part[lane];
+    return total;
+}
+
+inline QuadVec LoadQuad(const double* at)
+{
+    QuadVec x;
+    Split(Load(at), Load(at + kLanes), x.high, x.low);
+    return x;
+}
+
+inline void AddQuadProducts(const double* u, const double* vHigh, const double* vLow, QuadSum* sum)
+{
+#pragma GCC unroll 8
+    for (int v = 0; v < kQuadSums / kLanes; ++v)
+        AddProduct(sum[v], LoadQuad(u + 2 * v * kLanes), {Load(vHigh + v * kLanes), Load(vLow + v * kLanes)});
+}
+
+double128 DotProductQuad(int count, const double128* u, const double* vHigh, const double* vLow)
+{
+    const double* at = reinterpret_cast<const double*>(u);
+    QuadSum sum[kQuadSums / kLanes];
+    int i = 0;
+    for (; i + kQuadSums <= count; i += kQuadSums)
+        AddQuadProducts(at + 2 * i, vHigh + i, vLow + i, sum);
+    double uRest[2 * kQuadSums] = {}, rest[2][kQuadSums] = {};
+    for (int r = 0; i < count; ++i, ++r) {
+        uRest[2 * r] = at[2 * i];
+        uRest[2 * r + 1] = at[2 * i + 1];
+        rest[0][r] = vHigh[i];
+        rest[1][r] = vLow[i];
+    }
+    AddQuadProducts(uRest, rest[0], rest[1], sum);
+    double128 high = 0;
+    double low = 0;
+    for (const QuadSum& part : sum)
+        for (int lane = 0; lane < kLanes; ++lane) {
+            high += double128(part.high[lane]);
+            low += part.low[lane];
+        }
+    return high += double128(low);
+}
+
+inline void SubtractProduct(const QuadVec& u, const QuadVec& t, double* vHigh, double* vLow)
+{
+    QuadSum product;
+    product.high = u.high * t.high;
+    const Vec error = ProductMinus(u.high, t.high, product.high, product.high);
+    product.low = MulAdd(u.low, t.high, MulAdd(u.high, t.low, error));
+    const QuadVec next = Difference({Load(vHigh), Load(vLow)}, product);
+    Store(vHigh, next.high);
+    Store(vLow, next.low);
+}
+
+void SubtractMultipleDouble(int count, const double* u, const double128& t, double* vHigh, double* vLow)
+{
+    const double parts[] = {t.Hi(), t.Lo()};
+    const QuadVec factor = {Broadcast(parts), Broadcast(parts + 1)};
+    int i = 0;
+    for (; i + kLanes <= count; i += kLanes)
+        SubtractProduct({Load(u + i), Vec{}}, factor, vHigh + i, vLow + i);
+    double rest[3][kLanes] = {};
+    for (int r = 0; i + r < count; ++r) {
+        rest[0][r] = u[i + r];
+        rest[1][r] = vHigh[i + r];
+        rest[2][r] = vLow[i + r];
+    }
+    SubtractProduct({Load(rest[0]), Vec{}}, factor, rest[1], rest[2]);
+    for (int r = 0; i + r < count; ++r) {
+        vHigh[i + r] = rest[1][r];
+        vLow[i + r] = rest[2][r];
+    }
+}
+
+void SubtractMultipleQuad(int count, const double128* u, const double128& t, double* vHigh, double* vLow)
+{
+    const double parts[] = {t.Hi(), t.Lo()};
+    const QuadVec factor = {Broadcast(parts), Broadcast(parts + 1)};
+    int i = 0;
+    for (; i + kLanes <= count; i += kLanes)
+        SubtractProduct(LoadQuad(reinterpret_cast<const double*>(u + i)), factor, vHigh + i, vLow + i);
+    double uRest[2 * kLanes] = {}, rest[2][kLanes] = {};
+    for (int r = 0; i + r < count; ++r) {
+        uRest[2 * r] = u[i + r].Hi();
+        uRest[2 * r + 1] = u[i + r].Lo();
+        rest[0][r] = vHigh[i + r];
+        rest[1][r] = vLow[i + r];
+    }
+    SubtractProduct(LoadQuad(uRest), factor, rest[0], rest[1]);
+    for (int r = 0; i + r < count; ++r) {
+        vHigh[i + r] = rest[0][r];
+        vLow[i + r] = rest[1][r];
+    }
+}
+
 // --- table --------------------------------------------------------------------------------------------------------
 
 constexpr TileKernels<double> kDoubleTiles{.name = kInstructionSet,
@@ -301,7 +427,9 @@ constexpr TileKernels<double> kDoubleTiles{.name = kInstructionSet,
                                            .divideRows = DivideRowsDouble,
                                            .copyToRight = CopyToRightDouble,
                                            .packSquare = PackSquareDouble,
-                                           .unpackSquare = UnpackSquareDouble};
+                                           .unpackSquare = UnpackSquareDouble,
+                                           .dotProduct = DotProductDouble,
+                                           .subtractMultiple = SubtractMultipleDouble};
 
 constexpr TileKernels<double128> kQuadTiles{.name = kInstructionSet,
                                             .rows = kQuadVectors * kLanes,
@@ -313,4 +441,6 @@ constexpr TileKernels<double128> kQuadTiles{.name = kInstructionSet,
                                             .divideRows = DivideRowsQuad,
                                             .copyToRight = CopyToRightQuad,
                                             .packSquare = PackSquareQuad,
-                                            .unpackSquare = UnpackSquareQuad};
+                                            .unpackSquare = UnpackSquareQuad,
+                                            .dotProduct = DotProductQuad,
+                                            .subtractMultiple = SubtractMultipleQuad};
