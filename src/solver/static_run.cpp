@@ -20,9 +20,6 @@ void RefuseWhatIsMissing(const CjxStruct& model)
     if (model.solverType == DoubleSparse)
         throw jxException(L"The sparse solver (solver type 2) is not available yet. Available are the double-precision "
                           L"skyline solver (0) and the quad-precision skyline solver (1).");
-    if (model.bRigidDiaphragms && !model.diaphragms.empty())
-        throw jxException(L"Rigid diaphragms are not analysed yet. Clear the option \"Consider rigid diaphragms\" to "
-                          L"solve the model without them.");
 }
 
 /// The model's units as the source of a conversion: every quantity is marked to be converted.

@@ -27,5 +27,6 @@ void CjxStruct::ProcessElementGroupStiffness(jxSolutionData& data, CjxBmGroup& b
     if (diaphragmStiffnessFactor > 1e20 || diaphragmStiffnessFactor < 0)
         diaphragmStiffnessFactor = 10000.0;
     list_msg(L"Processing diaphragm stiffness", L"...");
+    ProcessDiaphragmStiffness(data);
     list_msg0(L"Processing diaphragm stiffness", L"OK");
 }
