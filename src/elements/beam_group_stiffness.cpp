@@ -106,7 +106,7 @@ void AssembleMembers(CjxStruct& model, const jxSolutionData& data, int comb, con
         CjxBmGroup::GetBeamEx(member, beam, &model, 1);
         if (beam.excluded != 0 || beam.failed != 0 || SwitchOff(model, beam, comb))
             continue;
-        const auto k = qvx::GlobalStiffness(Gather<Real>(member, model, comb), Cosines<Real>(member));
+        const auto k = qvx::GlobalStiffness(PartsOf(Gather<Real>(member, model, comb)), Cosines<Real>(member));
         qvx::ScatterInto(sink, data.lmBeams[static_cast<int>(i) + 1], qvx::kMemberDofs, k.data());
     }
 }
@@ -135,7 +135,7 @@ qvx::FixedVector<Real, qvx::kMemberDofs> RelativeDisplacements(const CjxStruct& 
 template <Number Real>
 void EndForces(double forces[12], const CjxStruct& model, const jxBmEx& member, int comb)
 {
-    const auto k = qvx::LocalStiffness(Gather<Real>(member, model, comb));
+    const auto k = qvx::LocalStiffness(PartsOf(Gather<Real>(member, model, comb)));
     const auto local = qvx::ToLocalAxes(RelativeDisplacements<Real>(model, member, comb), Cosines<Real>(member));
     const auto f = k * local;
     const auto& loads = model.combResults[static_cast<std::size_t>(comb)].beamLoadVectors;

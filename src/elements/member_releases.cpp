@@ -1,9 +1,7 @@
 #include "elements/member_releases.h"
 
-#include <array>
 #include <cwchar>
 #include <limits>
-#include <span>
 
 #include "tools/crout_lu.h"
 
@@ -13,39 +11,10 @@ namespace {
 
 constexpr int kEndDofs = 6;
 
-/// Released degrees of freedom in ascending order.
-struct ReleasedList
-{
-    explicit ReleasedList(const MemberDofSet& released)
-    {
-        for (int i = 0; i < kMemberDofs; ++i)
-            if (released[static_cast<std::size_t>(i)])
-                dof[static_cast<std::size_t>(count++)] = i;
-    }
-    int operator[](int i) const { return dof[static_cast<std::size_t>(i)]; }
-
-    std::array<int, kMemberDofs> dof{};
-    int count = 0;
-};
-
 template <Number Real>
 constexpr double kUnitRoundOff = std::numeric_limits<double>::epsilon();
 template <>
 constexpr double kUnitRoundOff<double128> = 0x1p-100;
-
-// (B K Bt)^-1 in the leading count x count terms, row by row.
-template <Number Real>
-std::array<Real, kMemberDofs * kMemberDofs> ReleasedFlexibility(const Matrix12<Real>& k, const ReleasedList& released)
-{
-    const auto m = static_cast<std::size_t>(released.count);
-    std::array<Real, kMemberDofs * kMemberDofs> block;
-    std::array<Real, kMemberDofs * kMemberDofs> inverse;
-    for (int i = 0; i < released.count; ++i)
-        for (int j = 0; j < released.count; ++j)
-            block[static_cast<std::size_t>(i) * m + static_cast<std::size_t>(j)] = k(released[i], released[j]);
-    InvertByCroutLu<Real>(std::span(block).first(m * m), released.count, std::span(inverse).first(m * m));
-    return inverse;
-}
 
 // The subtraction leaves about a hundred roundings of the stiffness that was there; its scale for a term is the
 // geometric mean of the two diagonals, whatever the units of the term. Squares spare the root.
@@ -56,6 +25,69 @@ bool IsRoundOff(const Real& term, const Real& diagonal1, const Real& diagonal2)
     const auto t = static_cast<double>(term);
     const double scale = static_cast<double>(diagonal1) * static_cast<double>(diagonal2);
     return t * t <= kTolerance * kTolerance * (scale < 0 ? -scale : scale);
+}
+
+/// Released freedoms of one part, by their index in it, ascending.
+template <int N>
+struct ReleasedList
+{
+    /// @param dofs  member degrees of freedom of the part
+    ReleasedList(const MemberDofSet& released, const int (&dofs)[N])
+    {
+        for (int i = 0; i < N; ++i)
+            if (released[static_cast<std::size_t>(dofs[i])])
+                index[count++] = i;
+    }
+    int index[N] = {};
+    int count = 0;
+};
+
+// motion(i, j): how the released freedom i moves under a unit displacement of j if its force is to stay the same,
+// (B K Bt)^-1 B K.
+template <Number Real, int N>
+FixedMatrix<Real, N, N> ReleasedMotion(const FixedMatrix<Real, N, N>& k, const ReleasedList<N>& released)
+{
+    const int m = released.count;
+    Real lu[N * N];
+    Real column[N];
+    int rowOf[N];
+    for (int i = 0; i < m; ++i)
+        for (int j = 0; j < m; ++j)
+            lu[i * m + j] = k(released.index[i], released.index[j]);
+    const CroutLu<Real> factors(lu, rowOf, column, m);
+    FixedMatrix<Real, N, N> inverse;
+    for (int j = 0; j < m; ++j) {
+        for (int i = 0; i < m; ++i)
+            column[i] = Real(i == j ? 1 : 0);
+        factors.Solve(column);
+        for (int i = 0; i < m; ++i)
+            inverse(i, j) = column[i];
+    }
+    FixedMatrix<Real, N, N> motion;
+    for (int i = 0; i < m; ++i)
+        for (int s = 0; s < m; ++s)
+            for (int j = 0; j < N; ++j)
+                motion(i, j) += inverse(i, s) * k(released.index[s], j);
+    return motion;
+}
+
+template <Number Real, int N>
+void CondensePart(FixedMatrix<Real, N, N>& k, const MemberDofSet& released, const int (&dofs)[N])
+{
+    const ReleasedList<N> list(released, dofs);
+    if (list.count == 0)
+        return;
+    const FixedMatrix<Real, N, N> motion = ReleasedMotion(k, list);
+    const FixedMatrix<Real, N, N> full = k;
+    for (int row = 0; row < N; ++row)
+        for (int column = row; column < N; ++column) {
+            Real carried(0);
+            for (int i = 0; i < list.count; ++i)
+                carried += full(row, list.index[i]) * motion(i, column);
+            const Real rest = full(row, column) - carried;
+            k(row, column) = IsRoundOff(rest, full(row, row), full(column, column)) ? Real(0) : rest;
+        }
+    MirrorUpper(k);
 }
 
 }  // namespace
@@ -78,55 +110,28 @@ bool IsPinEndedTruss(const jxRels& rels)
     return masksAre(L"000111", L"000011") || masksAre(L"000011", L"000111");
 }
 
+// The parts are not coupled, so each is condensed by itself.
 template <Number Real>
-void CondenseReleases(Matrix12<Real>& k, const MemberDofSet& released)
+void CondenseReleases(MemberParts<Real>& parts, const MemberDofSet& released)
 {
-    const ReleasedList list(released);
-    if (list.count == 0)
-        return;
-    const auto flexibility = ReleasedFlexibility(k, list);
-
-    FixedMatrix<Real, kMemberDofs, kMemberDofs> motion;  // of the released freedoms under unit motions: (BKBt)^-1 B K
-    for (int i = 0; i < list.count; ++i)
-        for (int j = 0; j < list.count; ++j)
-            for (int column = 0; column < kMemberDofs; ++column)
-                motion(i, column) += flexibility[static_cast<std::size_t>(i * list.count + j)] * k(list[j], column);
-
-    const Matrix12<Real> full = k;
-    for (int row = 0; row < kMemberDofs; ++row)
-        for (int column = row; column < kMemberDofs; ++column) {
-            Real term(0);
-            for (int i = 0; i < list.count; ++i)
-                term += full(row, list[i]) * motion(i, column);
-            term = full(row, column) - term;
-            k(row, column) = IsRoundOff(term, full(row, row), full(column, column)) ? Real(0) : term;
-        }
-    MirrorUpper(k);
+    CondensePart(parts.axial, released, {kUx1, kUx2});
+    CondensePart(parts.torsion, released, {kRx1, kRx2});
+    CondensePart(parts.inXy, released, {kUy1, kRz1, kUy2, kRz2});
+    CondensePart(parts.inXz, released, {kUz1, kRy1, kUz2, kRy2});
 }
 
 template <Number Real>
-Matrix12<Real> LocalStiffness(const ReleasedMember<Real>& member)
+MemberParts<Real> PartsOf(const ReleasedMember<Real>& member)
 {
-    Matrix12<Real> k = LocalStiffness(member.terms);
-    CondenseReleases(k, member.released);
-    return k;
+    MemberParts<Real> parts = PartsOf(member.terms);
+    if (member.released.any())
+        CondenseReleases(parts, member.released);
+    return parts;
 }
 
-template <Number Real>
-Matrix12<Real> GlobalStiffness(const ReleasedMember<Real>& member, const Matrix3<Real>& c)
-{
-    if (member.released.none())
-        return GlobalStiffness(member.terms, c);
-    const Matrix12<Real> k = LocalStiffness(member);
-    const bool bGlobalAxes = c(0, 0) == Real(1) && c(1, 1) == Real(1) && c(2, 2) == Real(1);
-    return bGlobalAxes ? k : RotateSymmetric(k, c);
-}
-
-template void CondenseReleases<double>(Matrix12<double>&, const MemberDofSet&);
-template void CondenseReleases<double128>(Matrix12<double128>&, const MemberDofSet&);
-template Matrix12<double> LocalStiffness(const ReleasedMember<double>&);
-template Matrix12<double128> LocalStiffness(const ReleasedMember<double128>&);
-template Matrix12<double> GlobalStiffness(const ReleasedMember<double>&, const Matrix3<double>&);
-template Matrix12<double128> GlobalStiffness(const ReleasedMember<double128>&, const Matrix3<double128>&);
+template void CondenseReleases(MemberParts<double>&, const MemberDofSet&);
+template void CondenseReleases(MemberParts<double128>&, const MemberDofSet&);
+template MemberParts<double> PartsOf(const ReleasedMember<double>&);
+template MemberParts<double128> PartsOf(const ReleasedMember<double128>&);
 
 }  // namespace qvx

@@ -18,13 +18,12 @@ bool IsPinEndedTruss(const jxRels& rels);
 ///
 /// Their rows and columns stay, at zero; terms that the subtraction leaves within its round-off of zero become zero, so
 /// that a node at which every member is released has a zero pivot and not a small one of either sign. Two released
-/// torsion or axial ends are a singular block: the pivot of 1e-100 gives an inverse of huge terms that act on
-/// nothing, and the member keeps that stiffness.
-/// @param k  symmetric, local axes
+/// torsion or axial ends are a singular block: the pivot of 1e-100 gives an inverse of huge terms that cancel each
+/// other, and the member keeps that stiffness.
 /// @throws jxException "Singular matrix in routine ludcmp" when a released row is entirely zero in the released block
 /// Source: McGuire, Gallagher & Ziemian, Matrix Structural Analysis, 2nd ed. (2000), section 13.1 (condensation).
 template <Number Real>
-void CondenseReleases(Matrix12<Real>& k, const MemberDofSet& released);
+void CondenseReleases(MemberParts<Real>& parts, const MemberDofSet& released);
 
 /// A member ready for its stiffness: what it has without releases, and what is to be condensed out.
 template <Number Real>
@@ -34,12 +33,8 @@ struct ReleasedMember
     MemberDofSet released;
 };
 
-/// Condensed stiffness in local axes.
+/// Stiffness of the four parts after condensation.
 template <Number Real>
-Matrix12<Real> LocalStiffness(const ReleasedMember<Real>& member);
-
-/// Condensed stiffness in global axes, with local = c * global.
-template <Number Real>
-Matrix12<Real> GlobalStiffness(const ReleasedMember<Real>& member, const Matrix3<Real>& c);
+MemberParts<Real> PartsOf(const ReleasedMember<Real>& member);
 
 }  // namespace qvx

@@ -1,6 +1,5 @@
 #include "elements/member_stiffness.h"
 
-#include <array>
 #include <cassert>
 
 namespace qvx {
@@ -16,64 +15,74 @@ BendingTerms<Real> Sum(const BendingTerms<Real>& a, const BendingTerms<Real>& b)
             .otherEnd = a.otherEnd + b.otherEnd};
 }
 
-// Adds a spring between two equal degrees of freedom of the ends.
 template <Number Real>
-void AddSpring(Matrix12<Real>& k, int dof1, int dof2, const Real& stiffness)
+FixedMatrix<Real, 2, 2> Spring(const Real& stiffness)
 {
-    k(dof1, dof1) += stiffness;
-    k(dof2, dof2) += stiffness;
-    k(dof1, dof2) -= stiffness;
-    k(dof2, dof1) -= stiffness;
+    FixedMatrix<Real, 2, 2> k;
+    k(0, 0) = k(1, 1) = stiffness;
+    k(0, 1) = k(1, 0) = -stiffness;
+    return k;
 }
 
-// Adds the bending block of one plane. dof = translation and rotation at the start, then at the end.
-// A positive rotation about local y turns x towards -z, so its couples change sign: sign = -1 there.
+// Equilibrium of the member as a whole gives the rows of the end from those of the start.
 template <Number Real>
-void AddBending(Matrix12<Real>& k, std::array<MemberDof, 4> dof, const BendingTerms<Real>& t, int sign)
+FixedMatrix<Real, 4, 4> Bending(const BendingTerms<Real>& t)
 {
-    const Real c = Real(sign) * t.couple;
     // clang-format off
     const Real block[4][4] = {
-        {  t.force,  c,          -t.force,  c          },
-        {  c,        t.sameEnd,  -c,        t.otherEnd },
-        { -t.force, -c,           t.force, -c          },
-        {  c,        t.otherEnd, -c,        t.sameEnd  },
+        {  t.force,   t.couple,   -t.force,   t.couple   },
+        {  t.couple,  t.sameEnd,  -t.couple,  t.otherEnd },
+        { -t.force,  -t.couple,    t.force,  -t.couple   },
+        {  t.couple,  t.otherEnd, -t.couple,  t.sameEnd  },
     };
     // clang-format on
-    for (std::size_t i = 0; i < 4; ++i)
-        for (std::size_t j = 0; j < 4; ++j)
-            k(dof[i], dof[j]) += block[i][j];
+    FixedMatrix<Real, 4, 4> k;
+    for (int i = 0; i < 4; ++i)
+        for (int j = 0; j < 4; ++j)
+            k(i, j) = block[i][j];
+    return k;
 }
 
-// sum of w[r] * (axis r) (axis r)^t over the three local axes
+/// Local axes of a member in global components, multiplied with each other: x x^t, y y^t, z z^t, y z^t.
 template <Number Real>
-Matrix3<Real> AlongAxes(const Matrix3<Real>& c, const std::array<Real, 3>& w)
+struct AxisProducts
 {
-    Matrix3<Real> block;
-    for (int i = 0; i < 3; ++i)
-        for (int j = i; j < 3; ++j)
-            block(i, j) = w[0] * c(0, i) * c(0, j) + w[1] * c(1, i) * c(1, j) + w[2] * c(2, i) * c(2, j);
-    MirrorUpper(block);
-    return block;
-}
+    explicit AxisProducts(const Matrix3<Real>& c)
+    {
+        for (int i = 0; i < 3; ++i)
+            for (int j = 0; j < 3; ++j) {
+                xx(i, j) = c(0, i) * c(0, j);
+                yy(i, j) = c(1, i) * c(1, j);
+                zz(i, j) = c(2, i) * c(2, j);
+                yz(i, j) = c(1, i) * c(2, j);
+            }
+    }
+    Matrix3<Real> xx;
+    Matrix3<Real> yy;
+    Matrix3<Real> zz;
+    Matrix3<Real> yz;
+};
 
-// Forces in local y and z against rotations about local z and y: inXy y z^t - inXz z y^t.
+// Writes a 3 x 3 block that couples translations with translations or rotations with rotations: a stiffness along or
+// about each local axis.
 template <Number Real>
-Matrix3<Real> Couples(const Matrix3<Real>& c, const Real& inXy, const Real& inXz)
+void SetAlongAxes(Matrix12<Real>& k, int row, int column, const AxisProducts<Real>& axes, const Real& x, const Real& y,
+                  const Real& z)
 {
-    Matrix3<Real> block;
     for (int i = 0; i < 3; ++i)
         for (int j = 0; j < 3; ++j)
-            block(i, j) = inXy * c(1, i) * c(2, j) - inXz * c(2, i) * c(1, j);
-    return block;
+            k(row + i, column + j) = x * axes.xx(i, j) + y * axes.yy(i, j) + z * axes.zz(i, j);
 }
 
+// Writes the block of translations against rotations: forces along y go with rotations about z, and along z with the
+// opposite of those about y.
 template <Number Real>
-void SetBlocks(Matrix12<Real>& k, int node1, int node2, const Matrix3<Real>& block, const Real& sign)
+void SetCouples(Matrix12<Real>& k, int row, int column, const AxisProducts<Real>& axes, const Real& inXy,
+                const Real& inXz)
 {
     for (int i = 0; i < 3; ++i)
         for (int j = 0; j < 3; ++j)
-            k(node1 + i, node2 + j) = sign * block(i, j);
+            k(row + i, column + j) = inXy * axes.yz(i, j) - inXz * axes.yz(j, i);
 }
 
 }  // namespace
@@ -120,46 +129,61 @@ MemberTerms<Real> GeometricTerms(const Real& N, const Real& L)
 }
 
 template <Number Real>
-Matrix12<Real> LocalStiffness(const MemberTerms<Real>& terms)
+MemberParts<Real> PartsOf(const MemberTerms<Real>& terms)
 {
+    return {.axial = Spring(terms.axial),
+            .torsion = Spring(terms.torsion),
+            .inXy = Bending(terms.inXy),
+            .inXz = Bending(terms.inXz)};
+}
+
+template <Number Real>
+Matrix12<Real> LocalStiffness(const MemberParts<Real>& parts)
+{
+    constexpr int kAxial[2] = {kUx1, kUx2};
+    constexpr int kTorsion[2] = {kRx1, kRx2};
+    constexpr int kXy[4] = {kUy1, kRz1, kUy2, kRz2};
+    constexpr int kXz[4] = {kUz1, kRy1, kUz2, kRy2};
     Matrix12<Real> k;
-    AddSpring(k, kUx1, kUx2, terms.axial);
-    AddSpring(k, kRx1, kRx2, terms.torsion);
-    AddBending(k, {kUy1, kRz1, kUy2, kRz2}, terms.inXy, +1);
-    AddBending(k, {kUz1, kRy1, kUz2, kRy2}, terms.inXz, -1);
+    for (int i = 0; i < 2; ++i)
+        for (int j = 0; j < 2; ++j) {
+            k(kAxial[i], kAxial[j]) = parts.axial(i, j);
+            k(kTorsion[i], kTorsion[j]) = parts.torsion(i, j);
+        }
+    for (int i = 0; i < 4; ++i)
+        for (int j = 0; j < 4; ++j) {
+            const bool bCouple = i % 2 != j % 2;  // a translation with a rotation, and the rotation is -ry
+            k(kXy[i], kXy[j]) = parts.inXy(i, j);
+            k(kXz[i], kXz[j]) = bCouple ? -parts.inXz(i, j) : parts.inXz(i, j);
+        }
     return k;
 }
 
-// With x, y, z the local axes in global components, s over translations, c translation to rotation, r and o rotations
-// of one end and of both ends:          s = EA/L x x^t + force y y^t + force z z^t, r and o likewise,
-//   |  s    c   -s    c |               c = couple y z^t - couple z y^t.
-//   |  c^t  r   -c^t  o |
-//   | -s   -c    s   -c |
-//   |  c^t  o   -c^t  r |
 template <Number Real>
-Matrix12<Real> GlobalStiffness(const MemberTerms<Real>& terms, const Matrix3<Real>& cosines)
+Matrix12<Real> GlobalStiffness(const MemberParts<Real>& parts, const Matrix3<Real>& c)
 {
-    const BendingTerms<Real>& xy = terms.inXy;
-    const BendingTerms<Real>& xz = terms.inXz;
-    const Matrix3<Real> s = AlongAxes<Real>(cosines, {terms.axial, xy.force, xz.force});
-    const Matrix3<Real> c = Couples(cosines, xy.couple, xz.couple);
-    const Matrix3<Real> r = AlongAxes<Real>(cosines, {terms.torsion, xz.sameEnd, xy.sameEnd});
-    const Matrix3<Real> o = AlongAxes<Real>(cosines, {-terms.torsion, xz.otherEnd, xy.otherEnd});
-    const Real plus(1);
-    const Real minus(-1);
+    const AxisProducts<Real> axes(c);
+    const auto& xy = parts.inXy;
+    const auto& xz = parts.inXz;
     Matrix12<Real> k;
-    SetBlocks(k, 0, 0, s, plus);
-    SetBlocks(k, 0, 3, c, plus);
-    SetBlocks(k, 0, 6, s, minus);
-    SetBlocks(k, 0, 9, c, plus);
-    SetBlocks(k, 3, 3, r, plus);
-    SetBlocks(k, 3, 9, o, plus);
-    SetBlocks(k, 6, 6, s, plus);
-    SetBlocks(k, 6, 9, c, minus);
-    SetBlocks(k, 9, 9, r, plus);
+    for (int end1 = 0; end1 < 2; ++end1)
+        for (int end2 = 0; end2 < 2; ++end2) {
+            const int v1 = 2 * end1;
+            const int v2 = 2 * end2;
+            const int r1 = v1 + 1;
+            const int r2 = v2 + 1;
+            const int row = 6 * end1;
+            const int column = 6 * end2;
+            SetCouples(k, row, column + 3, axes, xy(v1, r2), xz(v1, r2));
+            if (end1 > end2)
+                continue;
+            SetAlongAxes(k, row, column, axes, parts.axial(end1, end2), xy(v1, v2), xz(v1, v2));
+            SetAlongAxes(k, row + 3, column + 3, axes, parts.torsion(end1, end2), xz(r1, r2), xy(r1, r2));
+        }
+    // Rotations of the start against translations of the end: the transpose of what stands below the diagonal.
     for (int i = 0; i < 3; ++i)
         for (int j = 0; j < 3; ++j)
-            k(3 + i, 6 + j) = -c(j, i);
+            k(kRx1 + i, kUx2 + j) = k(kUx2 + j, kRx1 + i);
     MirrorUpper(k);
     return k;
 }
@@ -172,9 +196,11 @@ template MemberTerms<double> ElasticTerms(const MemberProperties<double>&);
 template MemberTerms<double128> ElasticTerms(const MemberProperties<double128>&);
 template MemberTerms<double> GeometricTerms(const double&, const double&);
 template MemberTerms<double128> GeometricTerms(const double128&, const double128&);
-template Matrix12<double> LocalStiffness(const MemberTerms<double>&);
-template Matrix12<double128> LocalStiffness(const MemberTerms<double128>&);
-template Matrix12<double> GlobalStiffness(const MemberTerms<double>&, const Matrix3<double>&);
-template Matrix12<double128> GlobalStiffness(const MemberTerms<double128>&, const Matrix3<double128>&);
+template MemberParts<double> PartsOf(const MemberTerms<double>&);
+template MemberParts<double128> PartsOf(const MemberTerms<double128>&);
+template Matrix12<double> LocalStiffness(const MemberParts<double>&);
+template Matrix12<double128> LocalStiffness(const MemberParts<double128>&);
+template Matrix12<double> GlobalStiffness(const MemberParts<double>&, const Matrix3<double>&);
+template Matrix12<double128> GlobalStiffness(const MemberParts<double128>&, const Matrix3<double128>&);
 
 }  // namespace qvx

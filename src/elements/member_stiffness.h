@@ -19,7 +19,7 @@ struct MemberProperties
 };
 
 /// Bending stiffness of one plane: v, r translation and rotation, 1 at the start, 2 at the end, rotation positive from
-/// the axis of the member towards v. The other terms of the 4 x 4 matrix follow from equilibrium (AddBending).
+/// the axis of the member towards v. The other terms of the 4 x 4 matrix follow from equilibrium (PartsOf).
 template <Number Real>
 struct BendingTerms
 {
@@ -36,7 +36,7 @@ struct MemberTerms
     Real axial = 0;           ///< [force/length]
     Real torsion = 0;         ///< [force*length]
     BendingTerms<Real> inXy;  ///< uy, rz
-    BendingTerms<Real> inXz;  ///< uz, ry; ry turns x towards -z, so its couples change sign in the matrix
+    BendingTerms<Real> inXz;  ///< uz, and the rotation towards it: ry turns x towards -z, so that is -ry
 };
 
 template <Number Real>
@@ -62,12 +62,27 @@ MemberTerms<Real> ElasticTerms(const MemberProperties<Real>& m);
 template <Number Real>
 MemberTerms<Real> GeometricTerms(const Real& N, const Real& L);
 
+/// Stiffness of a member by its four parts, which know nothing of each other in local axes. End by end: axial and
+/// torsion are the displacement at the start and at the end; bending is v1, r1, v2, r2 as in BendingTerms.
+template <Number Real>
+struct MemberParts
+{
+    FixedMatrix<Real, 2, 2> axial;
+    FixedMatrix<Real, 2, 2> torsion;
+    FixedMatrix<Real, 4, 4> inXy;
+    FixedMatrix<Real, 4, 4> inXz;
+};
+
+/// The parts of a member without releases.
+template <Number Real>
+MemberParts<Real> PartsOf(const MemberTerms<Real>& terms);
+
 /// The symmetric 12 x 12 stiffness in local axes, rows and columns by MemberDof.
 template <Number Real>
-Matrix12<Real> LocalStiffness(const MemberTerms<Real>& terms);
+Matrix12<Real> LocalStiffness(const MemberParts<Real>& parts);
 
-/// The same in global axes, T^t K T, with local = c * global. Of its sixteen 3 x 3 blocks four differ.
+/// The same in global axes, T^t K T with local = c * global, written from the parts.
 template <Number Real>
-Matrix12<Real> GlobalStiffness(const MemberTerms<Real>& terms, const Matrix3<Real>& c);
+Matrix12<Real> GlobalStiffness(const MemberParts<Real>& parts, const Matrix3<Real>& c);
 
 }  // namespace qvx

@@ -175,6 +175,17 @@ TEST_F(BeamGroupLoads, ThermalLoadTakesTheAreaFactorAndNothingElse)
     EXPECT_WITHIN(Records()[0].value[6], 2 * F, RoundOff(2 * F, 4));
 }
 
+// Deliberate (docs/members.md): the nodes are pushed apart even where an end can slide.
+TEST_F(BeamGroupLoads, ThermalLoadIgnoresReleases)
+{
+    AddMember();
+    run.Release(1, L"100000", L"000000");
+    run.model.caseLoads[0].bmThermalLoads.push_back({.id = 1, .dT = 20});
+    Process();
+
+    EXPECT_WITHIN(Records()[0].value[0], -2000 * 1e-3 * 60, RoundOff(120, 4));
+}
+
 TEST_F(BeamGroupLoads, MissingSectionOfAHeavyMemberIsNamed)
 {
     AddMember();
@@ -332,6 +343,21 @@ TEST_F(BeamGroupLoads, ConversionTurnsSurfaceLoadsIntoGlobalComponents)
     EXPECT_WITHIN(sum[1], 10 * axis[2].y, RoundOff(10, 4));
     EXPECT_WITHIN(std::fabs(sum[1]), 8.0, RoundOff(10, 10));
     EXPECT_WITHIN(sum[2], 0.0, RoundOff(10, 4));
+}
+
+// Deliberate (docs/members.md): whatever is not global is turned about the local axis of its direction.
+TEST_F(BeamGroupLoads, ConversionReadsProjectedLoadsAsLocal)
+{
+    AddMember({0, 4, 0});
+    run.LineLoad(1, kProjected, kY, 2, 3);
+    run.model.ConvertAllLocalLoadsToGlobalLoads();
+
+    const auto& loads = run.model.caseLoads[0].lnLoads;
+    ASSERT_EQ(loads.size(), 1u);
+    EXPECT_EQ(loads[0].coordSys, kGlobal);
+    EXPECT_EQ(loads[0].dir, kX);
+    EXPECT_EQ(loads[0].value1, -2);
+    EXPECT_EQ(loads[0].value2, -3);
 }
 
 TEST_F(BeamGroupLoads, ConvertedListsAreSortedById)

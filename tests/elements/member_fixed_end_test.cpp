@@ -117,7 +117,7 @@ Fem HermiteWork(int dir, double value, double a, double L)
 Fem Condensed(const Fem& fixed, double L, const Releases& rels)
 {
     const auto k = qvx::LocalStiffness(
-        qvx::ElasticTerms<double>({.L = L, .EA = 1, .GJ = 1, .EIz = 1, .EIy = 1, .GAy = 0, .GAz = 0}));
+        qvx::PartsOf(qvx::ElasticTerms<double>({.L = L, .EA = 1, .GJ = 1, .EIz = 1, .EIy = 1, .GAy = 0, .GAz = 0})));
     std::vector<int> dofs;
     for (int i = 0; i < 12; ++i)
         if (rels.released[static_cast<std::size_t>(i)])
