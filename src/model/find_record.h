@@ -19,10 +19,16 @@ namespace qvx {
     throw jxException(text);
 }
 
-/// Record with this id in a vector sorted by id, or null.
+/// Record with this id in a vector sorted by id, the first of several, or null. Ids mostly count up without gaps, so the
+/// place where id would then stand is looked at before the search.
 template <class Record>
 const Record* FindOrNull(const std::vector<Record>& records, int id)
 {
+    if (records.empty() || id < records.front().id)
+        return nullptr;
+    const std::size_t guess = static_cast<std::size_t>(id) - static_cast<std::size_t>(records.front().id);
+    if (guess < records.size() && records[guess].id == id && (guess == 0 || records[guess - 1].id != id))
+        return &records[guess];
     const auto it =
         std::lower_bound(records.begin(), records.end(), id, [](const Record& r, int key) { return r.id < key; });
     return it == records.end() || it->id != id ? nullptr : &*it;
