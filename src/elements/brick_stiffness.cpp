@@ -15,6 +15,10 @@ using GaussGradients = std::array<BrickGradients<Real>, 8>;
 template <Number Real>
 using FunctionPairs = std::array<std::array<Real, kBrickFunctions>, kBrickFunctions>;
 
+// Which component of the gradients: x, y or z.
+template <Number Real>
+using Direction = std::array<Real, kBrickFunctions> BrickGradients<Real>::*;
+
 template <Number Real>
 using AtGaussPoints = std::array<std::array<Real, kBrickFunctions>, 8>;
 
@@ -32,54 +36,41 @@ struct GradientIntegrals
     FunctionPairs<Real> zx;
 };
 
-// Rows FirstRow to LastRow - 1, columns from FirstRow on or all; the sum runs over the Gauss points in their order.
+// Rows FirstRow to LastRow - 1, columns from FirstColumn on; the sum runs over the Gauss points in their order.
 template <std::size_t FirstRow, std::size_t LastRow, std::size_t FirstColumn, Number Real>
-void IntegrateRows(FunctionPairs<Real>& sum, const AtGaussPoints<Real>& f, const AtGaussPoints<Real>& g)
+void IntegrateRows(FunctionPairs<Real>& sum, const AtGaussPoints<Real>& f, const GaussGradients<Real>& gradients,
+                   Direction<Real> g)
 {
     for (std::size_t i = FirstRow; i < LastRow; ++i)
         for (std::size_t j = FirstColumn; j < kBrickFunctions; ++j) {
-            Real total = f[0][i] * g[0][j];
+            Real total = f[0][i] * (gradients[0].*g)[j];
             for (std::size_t point = 1; point < 8; ++point)
-                total += f[point][i] * g[point][j];
+                total += f[point][i] * (gradients[point].*g)[j];
             sum[i][j] = total;
         }
 }
 
+// Integrals of f,a f,a and of f,a g,b, where a is the direction of along and b that of across.
 template <Number Real>
-void IntegrateSymmetric(FunctionPairs<Real>& sum, const AtGaussPoints<Real>& f, const AtGaussPoints<Real>& g)
+void IntegrateDirection(FunctionPairs<Real>& alongAlong, FunctionPairs<Real>& alongAcross,
+                        const GaussGradients<Real>& gradients, Direction<Real> along, Direction<Real> across)
 {
-    IntegrateRows<0, 4, 0>(sum, f, g);
-    IntegrateRows<4, 8, 4>(sum, f, g);
-    IntegrateRows<8, kFunctionsUsed, 8>(sum, f, g);
+    AtGaussPoints<Real> weighted;
+    for (std::size_t g = 0; g < gradients.size(); ++g)
+        for (std::size_t i = 0; i < kBrickFunctions; ++i)
+            weighted[g][i] = gradients[g].det * (gradients[g].*along)[i];
+    IntegrateRows<0, 4, 0>(alongAlong, weighted, gradients, along);
+    IntegrateRows<4, 8, 4>(alongAlong, weighted, gradients, along);
+    IntegrateRows<8, kFunctionsUsed, 8>(alongAlong, weighted, gradients, along);
+    IntegrateRows<0, kFunctionsUsed, 0>(alongAcross, weighted, gradients, across);
 }
 
 template <Number Real>
-void Integrate(FunctionPairs<Real>& sum, const AtGaussPoints<Real>& f, const AtGaussPoints<Real>& g)
+void IntegrateProducts(GradientIntegrals<Real>& p, const GaussGradients<Real>& gradients)
 {
-    IntegrateRows<0, kFunctionsUsed, 0>(sum, f, g);
-}
-
-template <Number Real>
-void IntegrateProducts(GradientIntegrals<Real>& integrals, const GaussGradients<Real>& gradients)
-{
-    AtGaussPoints<Real> x, y, z, weightedX, weightedY, weightedZ;
-    for (std::size_t g = 0; g < gradients.size(); ++g) {
-        const BrickGradients<Real>& at = gradients[g];
-        x[g] = at.x;
-        y[g] = at.y;
-        z[g] = at.z;
-        for (std::size_t i = 0; i < kBrickFunctions; ++i) {
-            weightedX[g][i] = at.det * at.x[i];
-            weightedY[g][i] = at.det * at.y[i];
-            weightedZ[g][i] = at.det * at.z[i];
-        }
-    }
-    IntegrateSymmetric(integrals.xx, weightedX, x);
-    IntegrateSymmetric(integrals.yy, weightedY, y);
-    IntegrateSymmetric(integrals.zz, weightedZ, z);
-    Integrate(integrals.xy, weightedX, y);
-    Integrate(integrals.yz, weightedY, z);
-    Integrate(integrals.zx, weightedZ, x);
+    IntegrateDirection(p.xx, p.xy, gradients, &BrickGradients<Real>::x, &BrickGradients<Real>::y);
+    IntegrateDirection(p.yy, p.yz, gradients, &BrickGradients<Real>::y, &BrickGradients<Real>::z);
+    IntegrateDirection(p.zz, p.zx, gradients, &BrickGradients<Real>::z, &BrickGradients<Real>::x);
 }
 
 // Gradients of the modes less their mean over the volume.

@@ -82,7 +82,12 @@ std::array<SolidStress<Real>, 9> BrickStresses(const BrickElement<Real>& element
 template <Number Real>
 std::array<Real, 24> BrickNodalForces(const BrickElement<Real>& element, const std::array<Real, 24>& u)
 {
-    return element.stiffness * u;
+    // K is symmetric, so its rows serve as its columns: sums over whole rows instead of one term at a time.
+    std::array<Real, 24> f{};
+    for (std::size_t j = 0; j < 24; ++j)
+        for (std::size_t i = 0; i < 24; ++i)
+            f[i] += element.stiffness(static_cast<int>(j), static_cast<int>(i)) * u[j];
+    return f;
 }
 
 template std::array<SolidStress<double>, 9> BrickStresses<double>(const BrickElement<double>&,
