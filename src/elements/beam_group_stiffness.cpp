@@ -1,8 +1,5 @@
 // Stiffness of all members and the end forces that follow from it.
 
-#include <algorithm>
-#include <array>
-
 #include "elements/beam_group.h"
 #include "elements/member_releases.h"
 #include "elements/member_stiffness.h"
