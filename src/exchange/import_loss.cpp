@@ -19,6 +19,8 @@ const wchar_t* TextOf(ImportLossKind kind)
         return L"frame sections of shape %s are not read";
     case ImportLossKind::UnknownDesignType:
         return L"load patterns of type %s are taken as dead load";
+    case ImportLossKind::SelfWeight:
+        return L"the self weight of load pattern %s is not read";
     case ImportLossKind::JointWithoutGlobal:
         return L"joints without GlobalX, GlobalY, GlobalZ have 0 in their place";
     case ImportLossKind::DroppedFrame:

@@ -15,6 +15,7 @@ enum class ImportLossKind {
     NameCutAtBlank,       ///< a quoted name of which only the part up to its first blank is read
     SkippedShape,         ///< a frame section that is neither rectangular nor circular
     UnknownDesignType,    ///< a load pattern taken as dead load
+    SelfWeight,           ///< a load pattern with a self weight multiplier
     JointWithoutGlobal,   ///< a joint without GlobalX, GlobalY, GlobalZ: its absent coordinates are 0
     DroppedFrame,         ///< a frame that is curved, or does not say that it is not
     UnknownSection,       ///< an assignment of a section that is not (yet) read: section 1

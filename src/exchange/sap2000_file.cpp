@@ -4,6 +4,7 @@
 
 #include "exchange/sap2000_importer.h"
 #include "model/jx_struct.h"
+#include "model/records/text_fields.h"
 #include "model/units.h"
 
 namespace qvx {
@@ -63,6 +64,33 @@ void TakeUnits(const CString& names, CjxStruct& model, std::vector<CString>& tol
         model.units.unit[k] = units->unit[k];
 }
 
+bool HasLoads(const jxCaseLoad& loads)
+{
+    return !loads.ndLoads.empty() || !loads.ptLoads.empty() || !loads.lnLoads.empty() ||
+           !loads.shell4SurfaceLoads.empty();
+}
+
+jxLoadComb CombinationOf(const jxLoadCase& loadCase)
+{
+    jxLoadComb combination;
+    SetText(combination.label, loadCase.label);
+    SetText(combination.cases.emplace_back().label, loadCase.label);
+    return combination;
+}
+
+// Load combinations of the file are not read. So that its loads are solved for all the same, each load pattern gets a
+// combination of its own, in the place of the one that solves the default case, unless loads have gone there.
+void CombineEachPattern(CjxStruct& model, std::size_t nDefaultCases)
+{
+    if (model.loadCases.size() <= nDefaultCases)
+        return;
+    if (!HasLoads(model.caseLoads.front()))
+        model.loadCombs.clear();
+    for (std::size_t i = nDefaultCases; i < model.loadCases.size(); ++i)
+        model.loadCombs.push_back(CombinationOf(model.loadCases[i]));
+    model.OnAddMoreLoadCombination();
+}
+
 }  // namespace
 
 std::optional<jxUnit> UnitsOfSap2000File(std::wstring_view names)
@@ -80,12 +108,14 @@ std::optional<jxUnit> UnitsOfSap2000File(std::wstring_view names)
 bool ReadSap2000File(const std::wstring& path, CjxStruct& model, std::vector<CString>& told)
 {
     model.RepaireData();
+    const std::size_t nDefaultCases = model.loadCases.size();
     CSap2000Importer importer(path, &model);
     if (!importer.Process())
         return false;
     for (const ImportLoss& loss : importer.Losses())
         told.push_back(loss.Text());
     TakeUnits(importer.FileUnits(), model, told);
+    CombineEachPattern(model, nDefaultCases);
     const Census before(model);
     model.RepaireData();
     TellDropped(before, Census(model), told);

@@ -18,7 +18,7 @@ namespace qvx {
 QVXFEM_API std::optional<jxUnit> UnitsOfSap2000File(std::wstring_view names);
 
 /// Reads a SAP2000 text file into an empty model as a host does: default records, import, the units that the file
-/// names (others stay as they are), repair. Afterwards the model is consistent.
+/// names (others stay as they are), a combination of each load pattern, repair. Afterwards the model is consistent.
 /// @param told  gets a line for each thing of the file that did not reach the model, or not as it stands
 /// @return      false, after a message box, when the file cannot be opened
 QVXFEM_API bool ReadSap2000File(const std::wstring& path, CjxStruct& model, std::vector<CString>& told);

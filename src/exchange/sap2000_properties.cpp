@@ -157,6 +157,8 @@ void CSap2000Importer::Read_LOAD_PATTERN_DEFINITIONS(std::istream& stream, char*
         const wchar_t* type = CaseType(designType);
         if (type == nullptr)
             Note(ImportLossKind::UnknownDesignType, designType);
+        if (GetSap2000LineItemDouble(line, L"SelfWtMult") != 0)
+            Note(ImportLossKind::SelfWeight, name);
         jxLoadCase loadCase;
         loadCase.id = id++;
         SetText(loadCase.label, name.Text());

@@ -92,6 +92,32 @@ TEST(Sap2000File, LeavesAConsistentModelAndTellsWhatWasDropped)
     EXPECT_TRUE(file.Tells("loads that refer to nothing in the model are dropped (1)"));
 }
 
+const std::string kTwoPatterns = "TABLE:  \"LOAD PATTERN DEFINITIONS\"\nLoadPat=DL DesignType=Dead SelfWtMult=1\n"
+                                 "LoadPat=LL DesignType=Live SelfWtMult=0\n"
+                                 "TABLE:  \"JOINT COORDINATES\"\nJoint=1 GlobalX=0 GlobalY=0 GlobalZ=0\n";
+
+TEST(Sap2000File, GivesEachLoadPatternACombination)
+{
+    const ReadText file(kTwoPatterns);
+
+    ASSERT_EQ(file.model.loadCombs.size(), 2u);
+    EXPECT_STREQ(file.model.loadCombs[0].label, L"DL");
+    ASSERT_EQ(file.model.loadCombs[1].cases.size(), 1u);
+    EXPECT_STREQ(file.model.loadCombs[1].cases[0].label, L"LL");
+    EXPECT_EQ(file.model.loadCombs[1].cases[0].factor, 1.0);
+    EXPECT_EQ(file.model.combResults.size(), 2u);
+    EXPECT_TRUE(file.Tells("the self weight of load pattern DL is not read (line 2)"));
+}
+
+TEST(Sap2000File, KeepsTheDefaultCombinationForLoadsWithoutAPattern)
+{
+    const ReadText file(kTwoPatterns + "TABLE:  \"JOINT LOADS - FORCE\"\nJoint=1 LoadPat=XX F1=1\n");
+
+    ASSERT_EQ(file.model.loadCombs.size(), 3u);
+    EXPECT_STREQ(file.model.loadCombs[0].label, L"Default");
+    EXPECT_STREQ(file.model.loadCombs[2].label, L"LL");
+}
+
 TEST(Sap2000File, ThatCannotBeOpenedLeavesTheDefaultRecords)
 {
     RecordingHost host;
