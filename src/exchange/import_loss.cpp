@@ -33,6 +33,10 @@ const wchar_t* TextOf(ImportLossKind kind)
         return L"rows of table \"%s\" name no element read before";
     case ImportLossKind::AdvancedAxes:
         return L"local axes of frames that are not marked AdvanceAxes=No are not read";
+    case ImportLossKind::TurnedSection:
+        return L"the table of local axes turns every frame by 90 degrees, its section too: check the sides of frames";
+    case ImportLossKind::LocalLoadNotTurned:
+        return L"loads along local 2 and 3 are not turned by 90 degrees without a table of local axes: check them";
     case ImportLossKind::MissingJoint:
         return L"areas of fewer than four joints have 0 for a missing one";
     case ImportLossKind::UnknownLoadPattern:
@@ -47,6 +51,13 @@ const wchar_t* TextOf(ImportLossKind kind)
     return L"%s";
 }
 
+// Found out after a table or the file has been read: the count is one of elements or loads, not of lines.
+bool IsOfRecords(ImportLossKind kind)
+{
+    return kind == ImportLossKind::UnknownSection || kind == ImportLossKind::UnknownMaterial ||
+           kind == ImportLossKind::TurnedSection || kind == ImportLossKind::LocalLoadNotTurned;
+}
+
 }  // namespace
 
 CString ImportLoss::Text() const
@@ -55,8 +66,8 @@ CString ImportLoss::Text() const
     const wchar_t* format = TextOf(kind);
     // Texts without a subject have no place for it; the argument then goes unused.
     text.Format(format, subject.GetString());
-    if (kind == ImportLossKind::UnknownSection || kind == ImportLossKind::UnknownMaterial)
-        text.AppendFormat(L" (%d)", count);  // found out when the table has been read: elements, no lines
+    if (IsOfRecords(kind))
+        text.AppendFormat(L" (%d)", count);
     else if (count == 1)
         text.AppendFormat(L" (line %d)", firstLine);
     else

@@ -22,6 +22,8 @@ enum class ImportLossKind {
     UnknownMaterial,      ///< an assignment of a material that is not (yet) read: material unchanged
     AssignmentToNothing,  ///< an assignment to an element that is not (yet) read
     AdvancedAxes,         ///< a local axes row that does not say AdvanceAxes=No
+    TurnedSection,        ///< a frame of unequal sides that the table of local axes has turned on its side
+    LocalLoadNotTurned,   ///< a load along local 2 or 3 of a file without a table of local axes
     MissingJoint,         ///< an area with fewer than four joints
     UnknownLoadPattern,   ///< a load of a pattern that is not (yet) read: first load case
     UnknownDirection,     ///< a load along an unknown direction: a local axis

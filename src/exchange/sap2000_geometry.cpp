@@ -13,7 +13,7 @@ namespace {
 
 constexpr double kPi = 3.141592654;
 
-// The local axes of the file's frames turn by a quarter about the member into ours.
+// Local 2 of the file's frames lies a quarter turn about the member from our local y at angle 0.
 constexpr double kAxesOffset = 90.0;  // [deg]
 
 template <class Record>
@@ -156,6 +156,8 @@ void CSap2000Importer::Read_FRAME_LOCAL_AXES_ASSIGNMENTS_1_TYPICAL(std::istream&
         else
             Note(ImportLossKind::AdvancedAxes, L"");
     });
+    // The turn brings loads along local 2 and 3 where they belong and takes the sections with it: NoteAxes tells.
+    isTurned_ = true;
     for (jxBm& beam : model_->beams) {
         const auto found = angles.find(beam.id);
         beam.angle = ((found == angles.end() ? 0.0 : found->second) + kAxesOffset) * kPi / 180.0;
@@ -193,5 +195,26 @@ void CSap2000Importer::Read_AREA_SECTION_ASSIGNMENTS(std::istream& stream, char*
         }
         shell.thickness = section->second.id;
         AssignMaterial(shell.material, sectionName, materialName, areaSectionMaterial_);
+    }
+}
+
+void CSap2000Importer::NoteAxes()
+{
+    if (isTurned_) {
+        for (const jxBm& beam : model_->beams) {
+            const jxSect* section = qvx::FindOrNull(model_->sections, beam.section);
+            if (section != nullptr && section->dim[0] != section->dim[1])
+                Note(ImportLossKind::TurnedSection, L"");
+        }
+        return;
+    }
+    const auto isAcross = [](int coordSys, int dir) { return coordSys == kLocal && dir % 3 != 0; };
+    for (const jxCaseLoad& loads : model_->caseLoads) {
+        for (const jxPtLoad& load : loads.ptLoads)
+            if (isAcross(load.coordSys, load.dir))
+                Note(ImportLossKind::LocalLoadNotTurned, L"");
+        for (const jxLnLoad& load : loads.lnLoads)
+            if (isAcross(load.coordSys, load.dir))
+                Note(ImportLossKind::LocalLoadNotTurned, L"");
     }
 }

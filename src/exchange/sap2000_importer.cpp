@@ -68,7 +68,9 @@ void CSap2000Importer::Process(std::istream& stream)
     lineNumber_ = 0;
     table_.Empty();
     isKnownTable_ = false;
+    isTurned_ = false;
     ReadTables(stream);
+    NoteAxes();
 }
 
 void CSap2000Importer::ReadTables(std::istream& stream)

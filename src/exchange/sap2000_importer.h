@@ -81,6 +81,8 @@ private:
     void Read_CONNECTIVITY_FRAME(std::istream& stream, char* buffer, CString& line);
     void Read_FRAME_SECTION_ASSIGNMENTS(std::istream& stream, char* buffer, CString& line);
     void Read_FRAME_LOCAL_AXES_ASSIGNMENTS_1_TYPICAL(std::istream& stream, char* buffer, CString& line);
+    /// Tells what the quarter turn between the local axes of the file and ours, made or not made, leaves to check.
+    void NoteAxes();
     void Read_CONNECTIVITY_AREA(std::istream& stream, char* buffer, CString& line);
     void Read_AREA_SECTION_ASSIGNMENTS(std::istream& stream, char* buffer, CString& line);
     /// Element number -> (section, material) of the rows of an assignment table.
@@ -119,6 +121,7 @@ private:
     qvx::ImportLosses losses_;
     std::map<std::pair<qvx::ImportLossKind, std::wstring>, std::size_t> lossPositions_;
     int lineNumber_ = 0;
+    bool isTurned_ = false;      ///< a table of local axes has turned the frames
     CString table_;              ///< name of the table that is being read; empty before the first
     bool isKnownTable_ = false;  ///< a table of ours whose reader an empty line has ended
 };

@@ -17,8 +17,8 @@ constexpr double kPi = 3.141592654;
 // Record 1 of each kind is the default record that the model holds already.
 constexpr int kFirstImportedId = 2;
 
-// Local z is the axis of bending in the local x-y plane. Members turn by 90 degrees against the axes of the file, so
-// the depth t3 lies along local z and the width t2 along local y.
+// The depth t3 lies along local z, the width t2 along local y: right for frames whose depth stands upright, as our
+// local z does at angle 0 (test BeamsStandOnEdgeWithoutALocalAxesTable).
 void SetRectangle(jxSect& section, double t3, double t2)
 {
     section.dim[0] = t3;

@@ -1,0 +1,45 @@
+// The SAP2000 reader: any bytes are read, every loss has a text, and the repaired model can be written unless one of
+// its numbers is not finite.
+
+#include <cstddef>
+#include <cstdint>
+#include <sstream>
+#include <string>
+
+#include "exchange/model_file.h"
+#include "exchange/sap2000_importer.h"
+#include "model/jx_struct.h"
+#include "quiet_host.h"
+
+namespace {
+
+// Ids may repeat in a file and then stand twice in the written model, which its reader refuses.
+void WriteAndReadBack(const CjxStruct& model)
+{
+    try {
+        const std::string text = qvx::WriteModelText(model);
+        CjxStruct copy;
+        qvx::ReadModelText(text, copy);
+        qvx::fuzz::Require(qvx::WriteModelText(copy) == text, "reading what was written changes nothing");
+    } catch (const qvx::FileError&) {
+    }
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+{
+    static qvx::fuzz::QuietHost host;
+    CjxStruct model;
+    model.RepaireData();
+    CSap2000Importer importer(L"", &model);
+    std::istringstream stream(std::string(reinterpret_cast<const char*>(data), size));
+
+    importer.Process(stream);
+
+    for (const qvx::ImportLoss& loss : importer.Losses())
+        qvx::fuzz::Require(loss.count > 0 && !loss.Text().IsEmpty(), "a loss is counted and has a text");
+    model.RepaireData();
+    WriteAndReadBack(model);
+    return 0;
+}
