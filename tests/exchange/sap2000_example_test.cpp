@@ -36,7 +36,7 @@ TEST(Sap2000Example, IsReadWholeAndStandsInEquilibrium)
     ASSERT_EQ(model.ExecuteStatic(), 1);
 
     ASSERT_EQ(told.size(), 1u);
-    EXPECT_EQ(told[0], L"table \"COMBINATION DEFINITIONS\" is not read (2 lines, from line 81)");
+    EXPECT_EQ(told[0], L"table \"COMBINATION DEFINITIONS\" is not read (2 lines, from line 82)");
     EXPECT_EQ(model.beams.size(), 10u);
     ASSERT_EQ(model.combResults.size(), 3u);
     const double expected[3][3] = {{0, 0, 528}, {0, 0, 260}, {-21, 0, 0}};
