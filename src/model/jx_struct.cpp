@@ -3,6 +3,7 @@
 #include "platform/cwin_app.h"
 #include "platform/host_services.h"
 #include "rc/rc_manager.h"
+#include "sparse/direct_solver.h"
 
 namespace {
 

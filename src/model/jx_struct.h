@@ -27,6 +27,12 @@ class CjxBmGroup;
 class CjxShell4Group;
 class CjxBrickGroup;
 struct jxSolutionData;
+namespace qvx {
+class DirectSolver;
+class MessageRecorder;
+class StaticRun;
+struct RecordedMessage;
+}  // namespace qvx
 
 enum SolverType : int { DoubleSkyline = 0, QuadSkyline = 1, DoubleSparse = 2 };
 
@@ -173,6 +179,28 @@ public:
     jxMaxVMD GetMaxVMD_At(const std::vector<jxMaxVMD>& curve, double x) const;
     void CalcRcBeamEnvelop();  ///< concreteEnvelope over the combinations marked for concrete
     void CalcRcWoodArmerMoment();
+
+    // --- Sparse run (solver/sparse_*.cpp) -----------------------------------------------------------------------------
+    int ExecuteStaticSparse();
+    /// Threads (profile integer SolverCPUs) and, out of core, the solver's configuration file in the current folder.
+    void configure_pardiso();
+    /// Hands out the compressed stiffness, arrays that belong to data, and returns its largest term, 0 at least.
+    double prepare_pardiso(double*& a, int*& ia, int*& ja, jxSolutionData& data);
+    int pardiso_factorize(jxSolutionData& data, int n, double* a, int* ia, int* ja);
+    int pardiso_substitution(double* a, int* ia, int* ja, qvx::double128* load);
+    /// The same for several load vectors at once.
+    int pardiso_substitution_many(double* a, int* ia, int* ja, const std::vector<qvx::double128*>& loads);
+    int pardiso_delete(int* ia, int* ja);
+    CString get_pardiso_error(int error) const;
+    void ProcessBoundarySparse(jxSolutionData& data, double* a, int* ia, double penalty, int comb);
+    void CheckDiagonalStiffnessTermSparse(jxSolutionData& data, double* a, int* ia);
+    double ComputeMaxStiffnessTermSparse(jxSolutionData& data) const;
+    double PreProcessMultiDofConstraintStiffness(jxSolutionData& data);
+    void PreProcessCoupledSpringStiffness(jxSolutionData& data);
+    /// The callback opens a progress window in its own time and stores it in progressWindow: the factorisation waits for
+    /// it, then posts message 1125 once and 1124 with percent and thread as it goes on.
+    void SetPardisoFactorizationStartedCallback(void (*callback)(CjxStruct*));
+    CWnd* progressWindow = nullptr;
 
     // --- Element results and loads (elements/) ------------------------------------------------------------------------
     void GetBeamLoads(std::vector<jxPtLoad>& pts, std::vector<jxLnLoad>& lines, int id, int comb) const;
@@ -323,17 +351,14 @@ protected:
 
 private:
     friend class ConvertUnitsAccess;  // tests of the conversion alone
-
-    int RefuseInput();
-    void SolveLinearCombinations(jxSolutionData& data, CjxBmGroup& bm, CjxShell4Group& sh, CjxBrickGroup& br);
-    void SolveLinearCombination(jxSolutionData& data, CjxBmGroup& bm, CjxShell4Group& sh, CjxBrickGroup& br, int comb);
-    void SolveNonlinearCombinations(jxSolutionData& data, CjxBmGroup& bm, CjxShell4Group& sh, CjxBrickGroup& br);
-    bool IterateCombination(jxSolutionData& data, CjxBmGroup& bm, CjxShell4Group& sh, CjxBrickGroup& br, int comb);
-    bool FormCombinationStiffness(jxSolutionData& data, CjxBmGroup& bm, CjxShell4Group& sh, CjxBrickGroup& br,
-                                  int comb);
-    void FactorizeIteration(jxSolutionData& data, int comb);
+    friend class qvx::StaticRun;
+    friend class qvx::MessageRecorder;
 
     bool MayPost() const { return solverWindow_ != nullptr && !bAborted_; }
+    bool Record(int kind, const wchar_t* text, const wchar_t* status);
+
+    void WaitForProgressWindow();
+    bool IsFactorizationToGoOn(int percent, int thread);
 
     CWnd* solverWindow_ = nullptr;
     int messageCounter_ = 0;
@@ -341,4 +366,8 @@ private:
     std::mutex counterLock_;
     std::map<int, std::unique_ptr<CString>> counterStrings_;
     std::unique_ptr<CjxStruct> savedInput_;
+    std::vector<qvx::RecordedMessage>* recording_ = nullptr;
+    void (*factorizationStarted_)(CjxStruct*) = nullptr;
+    int solverThreads_ = 1;
+    std::unique_ptr<qvx::DirectSolver> directSolver_;
 };

@@ -2,7 +2,7 @@
 
 #include <fmt/chrono.h>
 
-#include "model/jx_struct.h"
+#include "model/message_recorder.h"
 #include "platform/host_services.h"
 
 namespace {
@@ -50,8 +50,31 @@ void CjxStruct::clear_solver_wnds()
     solverWindow_ = nullptr;
 }
 
+bool CjxStruct::Record(int kind, const wchar_t* text, const wchar_t* status)
+{
+    if (recording_ == nullptr)
+        return false;
+    recording_->push_back({static_cast<qvx::RecordedMessage::Kind>(kind), text == nullptr ? L"" : text,
+                           status == nullptr ? L"" : status});
+    return true;
+}
+
+void qvx::MessageRecorder::Replay(CjxStruct& model, const std::vector<RecordedMessage>& messages)
+{
+    for (const auto& [kind, text, status] : messages) {
+        if (kind == RecordedMessage::ListLine)
+            model.list_msg(text.c_str(), status.c_str());
+        else if (kind == RecordedMessage::StatusLine)
+            model.status_msg(text.c_str());
+        else
+            model.LogLine(text.c_str());
+    }
+}
+
 void CjxStruct::list_msg(const wchar_t* text, const wchar_t* status)
 {
+    if (Record(qvx::RecordedMessage::ListLine, text, status))
+        return;
     if (MayPost()) {
         CString* line = GetNextCounterString();
         CString* ending = GetNextCounterString();
@@ -76,6 +99,8 @@ void CjxStruct::list_msg_and_log(const wchar_t* text, const wchar_t* status)
 
 void CjxStruct::status_msg(const wchar_t* text)
 {
+    if (Record(qvx::RecordedMessage::StatusLine, text, L""))
+        return;
     if (MayPost()) {
         CString* line = GetNextCounterString();
         *line = CString(text);
@@ -119,6 +144,8 @@ std::ofstream& CjxStruct::GetFileLog()
 
 void CjxStruct::LogLine(const wchar_t* text)
 {
+    if (Record(qvx::RecordedMessage::LogEntry, text, L""))
+        return;
     if (fileLog.is_open())
         GetFileLog() << text << std::endl;
 }

@@ -29,5 +29,6 @@ struct jxSolutionData
     std::vector<double> M;          ///< second matrix of an eigen run
     std::vector<qvx::double128> MQ;
     qvx::SparseStiffness sparseK;  ///< stiffness for a direct sparse solver
+    int bAnalysed = 0;              ///< a direct sparse solver knows the pattern of sparseK
     int bForceSkyline = 0;         ///< keeps the skyline form although solverType is 2
 };

@@ -43,6 +43,11 @@ public:
     const std::vector<int>& Column() const { return column_; }      ///< counting from 1
     const std::vector<double>& Value() const { return value_; }
 
+    /// The arrays as a solver's routine takes them.
+    int* RowStarts() { return rowStart_.data(); }
+    int* Columns() { return column_.data(); }
+    double* Values() { return value_.data(); }
+
     /// Terms that are not zero or stand on the diagonal.
     std::int64_t CountNonzero() const;
     /// Largest value, signed; 0 at least.

@@ -148,22 +148,60 @@ void CjxStruct::GetCoupledSpringStiffness(double k[6][6], const jxCoupledSpring&
             k[i][j] = k[j][i] = spring.k[next++];
 }
 
+namespace {
+
+/// Displacements of the combination's last iteration; none in the linear stage.
+const std::vector<jxResult6Val>& LastDisplacements(const CjxStruct& model, int comb)
+{
+    static const std::vector<jxResult6Val> noResult;
+    return comb >= 0 ? model.combResults[static_cast<std::size_t>(comb)].displacements : noResult;
+}
+
+template <class Sink>
+void AddSprings(CjxStruct& model, const Sink& sink, int comb)
+{
+    SpringAssembly springs(model, sink, LastDisplacements(model, comb));
+    springs.AddNodalSprings();
+    springs.AddMemberSprings();
+    springs.AddShellSprings();
+}
+
+}  // namespace
+
 /// Adds everything that holds the structure without being an element. Nothing is eliminated: all of it is stiffness.
 /// @param comb  combination whose last displacements decide on one-way springs; -1 in the linear stage
 void CjxStruct::ProcessBoundary(jxSolutionData& data, double128 penalty, int comb)
 {
-    static const std::vector<jxResult6Val> noResult;
-    const std::vector<jxResult6Val>& displacements =
-        comb >= 0 ? combResults[static_cast<std::size_t>(comb)].displacements : noResult;
     qvx::WithStiffnessSink(data, solverType, [&](const auto& sink) {
         AddSupports(*this, sink, penalty);
         AddConstraints(*this, data, sink, penalty);
         AddCoupledSprings(*this, data, sink);
-        SpringAssembly springs(*this, sink, displacements);
-        springs.AddNodalSprings();
-        springs.AddMemberSprings();
-        springs.AddShellSprings();
+        AddSprings(*this, sink, comb);
     });
+}
+
+/// The part of the boundary that stands on the diagonal. Constraints and coupled springs went into the matrix before
+/// it was compressed.
+void CjxStruct::ProcessBoundarySparse(jxSolutionData& data, double*, int*, double penalty, int comb)
+{
+    const qvx::SparseSink sink(data.sparseK);
+    AddSupports(*this, sink, penalty);
+    AddSprings(*this, sink, comb);
+}
+
+/// Penalty blocks of the constraints, on the largest term that the elements left.
+/// @return  that term, the base of all penalties of this run
+double CjxStruct::PreProcessMultiDofConstraintStiffness(jxSolutionData& data)
+{
+    constexpr double kConstraintPenalty = 100000.0;
+    const double base = ComputeMaxStiffnessTermSparse(data);
+    AddConstraints(*this, data, qvx::SparseSink(data.sparseK), double128(base * kConstraintPenalty));
+    return base;
+}
+
+void CjxStruct::PreProcessCoupledSpringStiffness(jxSolutionData& data)
+{
+    AddCoupledSprings(*this, data, qvx::SparseSink(data.sparseK));
 }
 
 /// The load that moves a penalty spring by the prescribed displacement. Ordinary supports add zero.

@@ -109,6 +109,16 @@ void CjxStruct::CheckDiagonalStiffnessTerm(jxSolutionData& data)
     list_msg0(L"Processing boundary conditions", L"OK");
 }
 
+double CjxStruct::ComputeMaxStiffnessTermSparse(jxSolutionData& data) const
+{
+    return data.sparseK.LargestTerm();
+}
+
+void CjxStruct::CheckDiagonalStiffnessTermSparse(jxSolutionData& data, double*, int*)
+{
+    CheckDiagonalStiffnessTerm(data);
+}
+
 void CjxStruct::CheckSolutionStability(jxSolutionData& data)
 {
     int lost = 0;

@@ -1,26 +1,18 @@
+#include "solver/static_run.h"
+
 #include <algorithm>
 #include <chrono>
 
-#include "elements/beam_group.h"
-#include "elements/brick_group.h"
-#include "elements/shell4_group.h"
-#include "model/jx_struct.h"
-#include "model/solution_data.h"
+#include "model/message_recorder.h"
 #include "platform/cwin_app.h"
+#include "solver/skyline_system.h"
+#include "solver/sparse_system.h"
 #include "solver/static_stages.h"
 #include "tools/timer.h"
 
-using qvx::double128;
+namespace qvx {
 
 namespace {
-
-/// What the static run does not do yet is refused before anything is touched, never answered with wrong numbers.
-void RefuseWhatIsMissing(const CjxStruct& model)
-{
-    if (model.solverType == DoubleSparse)
-        throw jxException(L"The sparse solver (solver type 2) is not available yet. Available are the double-precision "
-                          L"skyline solver (0) and the quad-precision skyline solver (1).");
-}
 
 /// The model's units as the source of a conversion: every quantity is marked to be converted.
 jxUnit ConversionSource(const jxUnit& units)
@@ -43,117 +35,173 @@ private:
     std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();
 };
 
-void PrepareCombinations(CjxStruct& model)
-{
-    const std::size_t n = model.loadCombs.size();
-    model.loadVectors.assign(n, {});
-    model.combResults.resize(n);
-    model.combOutcomes.assign(n, {});
-    model.digitsLost = 0;
-    if (model.maxNonlinearIterations == 0)
-        model.maxNonlinearIterations = 1;
-}
-
 }  // namespace
 
-int CjxStruct::RefuseInput()
+StaticRun::StaticRun(CjxStruct& model, const MakeSolver& makeSolver)
+    : model_(model), members_(&model), shells_(&model), bricks_(&model), solver_(makeSolver(model, data_))
 {
-    const wchar_t* text = L"Invalid input, please check log file for details from menu File->View Log File.";
-    qvx::ReportFault(*this, text);
-    RepaireData();
-    return 0;
 }
 
-/// The whole linear and nonlinear static analysis. Until the units are converted back the model is in internal units;
-/// an exception that leaves here leaves it so, with bInSolution set, for RestoreInputData.
-int CjxStruct::ExecuteStatic()
+int StaticRun::Execute()
 {
-    RefuseWhatIsMissing(*this);
     const WallClock clock;
     timer(1);
-    list_msg(L"START CHECKING INPUT", L"...");
-    if (CheckInputData(0, false) == 0)
+    model_.list_msg(L"START CHECKING INPUT", L"...");
+    if (model_.CheckInputData(0, false) == 0)
         return RefuseInput();
-    list_msg(L"FINISHED CHECKING INPUT", L"OK");
-    LogLine(L"\nSolving...\n");
+    model_.list_msg(L"FINISHED CHECKING INPUT", L"OK");
+    model_.LogLine(L"\nSolving...\n");
 
-    ClearStaticResult();
+    model_.ClearStaticResult();
     const jxUnit internal;
-    const jxUnit display = ConversionSource(units);
-    SaveInputData();
-    ConvertUnits(display, internal);
-    bInSolution = 1;
-    PrepareCombinations(*this);
-    AutoRenumberNodesAndElements();
+    const jxUnit display = ConversionSource(model_.units);
+    model_.SaveInputData();
+    model_.ConvertUnits(display, internal);
+    model_.bInSolution = 1;
+    PrepareCombinations();
+    model_.AutoRenumberNodesAndElements();
+    SolveAllParts();
+    model_.CalcModalCombinationResult();
+    model_.CalcRcBeamEnvelop();
+    model_.CalcRcWoodArmerMoment();
 
-    {
-        CjxBmGroup bm(this);
-        CjxShell4Group sh(this);
-        CjxBrickGroup br(this);
-        jxSolutionData data;
-        const int nTerms = ProcessElementConnectivity(data);
-        AllocateStiffnessMemory(data, 0, nTerms);
-        if (linearCombCount >= 1)
-            SolveLinearCombinations(data, bm, sh, br);
-        if (linearCombCount != static_cast<int>(loadCombs.size()))
-            SolveNonlinearCombinations(data, bm, sh, br);
-    }
-    CalcModalCombinationResult();
-    CalcRcBeamEnvelop();
-    CalcRcWoodArmerMoment();
-
-    ConvertUnits(internal, display);
-    bInSolution = 0;
-    RestoreInputData();
+    model_.ConvertUnits(internal, display);
+    model_.bInSolution = 0;
+    model_.RestoreInputData();
     CString text;
     text.Format(L"total time spent on analysis %d seconds", clock.Seconds());
-    list_msg(text, L"Completed");
+    model_.list_msg(text, L"Completed");
     if (AfxGetApp().GetProfileInt(L"Preferences", L"LockModel", 0) == 1)
-        bLockModel = 1;
+        model_.bLockModel = 1;
     return 1;
 }
 
+int StaticRun::RefuseInput()
+{
+    ReportFault(model_, L"Invalid input, please check log file for details from menu File->View Log File.");
+    model_.RepaireData();
+    return 0;
+}
+
+void StaticRun::PrepareCombinations()
+{
+    const std::size_t n = model_.loadCombs.size();
+    model_.loadVectors.assign(n, {});
+    model_.combResults.resize(n);
+    model_.combOutcomes.assign(n, {});
+    model_.digitsLost = 0;
+    if (model_.maxNonlinearIterations == 0)
+        model_.maxNonlinearIterations = 1;
+}
+
+void StaticRun::SolveAllParts()
+{
+    solver_->Allocate(model_.ProcessElementConnectivity(data_));
+    if (model_.linearCombCount >= 1)
+        SolveLinearPart();
+    if (model_.linearCombCount != CombinationCount())
+        SolveNonlinearPart();
+    solver_->Release();
+}
+
 /// One stiffness and one factor for all combinations without geometric or one-way behaviour.
-void CjxStruct::SolveLinearCombinations(jxSolutionData& data, CjxBmGroup& bm, CjxShell4Group& sh, CjxBrickGroup& br)
+void StaticRun::SolveLinearPart()
 {
     try {
-        list_msg(L"", L"");
-        qvx::AnnouncePart(*this, L"PROCESS LINEAR LOAD COMBINATIONS");
-        InitializeComb(-1);
-        qvx::ClearStiffness(data);
-        ProcessElementGroupStiffness(data, bm, sh, br, -1);
+        model_.list_msg(L"", L"");
+        AnnouncePart(model_, L"PROCESS LINEAR LOAD COMBINATIONS");
+        model_.InitializeComb(-1);
+        solver_->Clear();
+        model_.ProcessElementGroupStiffness(data_, members_, shells_, bricks_, -1);
+        solver_->AddBoundary(-1);
+        LogStiffnessTime(model_);
 
-        list_msg(L"Processing boundary conditions", L"...");
-        qvx::SetPenaltyStiffness(*this, data);
-        ProcessBoundary(data, penaltyStiffness, -1);
-        CheckDiagonalStiffnessTerm(data);
-        qvx::LogStiffnessTime(*this);
-
-        qvx::FactorizeStiffness(*this, data, false);
-        list_msg0(L"FACTORIZATION", L"OK");
-        qvx::LogTimeSpent(*this, L"FACTORIZATION");
-        CheckSolutionStability(data);
-
-        for (int comb = 0; comb < static_cast<int>(loadCombs.size()); ++comb)
-            if (!loadCombs[static_cast<std::size_t>(comb)].bPDelta && !bNonlinear)
-                SolveLinearCombination(data, bm, sh, br, comb);
+        solver_->Factorize(false);
+        solver_->AnnounceFactor(true);
+        LogTimeSpent(model_, L"FACTORIZATION");
+        solver_->CheckStability();
+        SolveLinearCombinations();
     } catch (const jxException& fault) {
-        qvx::ReportFault(*this, fault.GetText());
+        solver_->Release();
+        ReportFault(model_, fault.GetText());
         throw jxException(fault.GetText());
     }
 }
 
-void CjxStruct::SolveLinearCombination(jxSolutionData& data, CjxBmGroup& bm, CjxShell4Group& sh, CjxBrickGroup& br,
-                                       int comb)
+void StaticRun::SolveLinearCombinations()
 {
-    list_msg(qvx::CombinationTitle(*this, comb), L"...");
-    std::vector<double128>& load = loadVectors[static_cast<std::size_t>(comb)];
-    load.assign(static_cast<std::size_t>(numberOfEquations) + 1, double128());
-    ProcessNodalAndElementLoads(comb, bm, sh, br);
-    ProcessForcedDisplacements(data, penaltyStiffness, comb);
-    CheckNonzeroLoadVector(load.data());
-    qvx::ReduceAndSubstitute(*this, data, load);
-    Output_All(comb, bm, sh, br);
-    qvx::LogOutputTime(*this);
-    combOutcomes[static_cast<std::size_t>(comb)].end = CombEnd::Linear;
+    std::vector<int> combs;
+    for (int comb = 0; comb < CombinationCount(); ++comb)
+        if (!IsPDelta(comb) && !model_.bNonlinear)
+            combs.push_back(comb);
+    if (solver_->SolvesTogether() && combs.size() > 1)
+        return SolveTogether(combs);
+    for (const int comb : combs) {
+        FormLoad(comb);
+        FinishLinear(comb);
+    }
+}
+
+void StaticRun::FormLoad(int comb)
+{
+    model_.list_msg(CombinationTitle(model_, comb), L"...");
+    Load(comb).assign(static_cast<std::size_t>(model_.numberOfEquations) + 1, double128());
+    model_.ProcessNodalAndElementLoads(comb, members_, shells_, bricks_);
+    model_.ProcessForcedDisplacements(data_, model_.penaltyStiffness, comb);
+    model_.CheckNonzeroLoadVector(Load(comb).data());
+}
+
+void StaticRun::FinishLinear(int comb)
+{
+    solver_->Solve(Load(comb));
+    LogTimeSpent(model_, L"reduction and back-substitution");
+    model_.Output_All(comb, members_, shells_, bricks_);
+    LogOutputTime(model_);
+    Outcome(comb).end = CombEnd::Linear;
+}
+
+/// All load vectors are formed first and solved in one call, which reads the factor once; each combination is then
+/// told and recovered in its turn. A load that cannot be formed is told in its turn too.
+void StaticRun::SolveTogether(const std::vector<int>& combs)
+{
+    std::vector<std::vector<RecordedMessage>> told;
+    std::vector<std::vector<double128>*> loads;
+    std::unique_ptr<jxException> fault;
+    for (const int comb : combs) {
+        MessageRecorder recorder(model_);
+        try {
+            FormLoad(comb);
+            loads.push_back(&Load(comb));
+        } catch (const jxException& e) {
+            fault = std::make_unique<jxException>(e.GetText());
+        }
+        told.push_back(recorder.Messages());
+        if (fault)
+            break;
+    }
+    solver_->SolveAll(loads);
+    for (std::size_t k = 0; k < told.size(); ++k) {
+        MessageRecorder::Replay(model_, told[k]);
+        if (k == loads.size())
+            throw jxException(fault->GetText());
+        FinishLinear(combs[k]);
+    }
+}
+
+}  // namespace qvx
+
+int CjxStruct::ExecuteStatic()
+{
+    if (solverType == DoubleSparse)
+        return ExecuteStaticSparse();
+    return qvx::StaticRun(*this, [](CjxStruct& model,
+                                    jxSolutionData& data) { return std::make_unique<qvx::SkylineSystem>(model, data); })
+        .Execute();
+}
+
+int CjxStruct::ExecuteStaticSparse()
+{
+    return qvx::StaticRun(*this, [](CjxStruct& model,
+                                    jxSolutionData& data) { return std::make_unique<qvx::SparseSystem>(model, data); })
+        .Execute();
 }

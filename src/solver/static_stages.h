@@ -1,13 +1,10 @@
 #pragma once
 
-#include <vector>
-
 #include "model/jx_struct.h"
-#include "model/solution_data.h"
 
 namespace qvx {
 
-/// Stages that the linear and the nonlinear part of a skyline run share. Each says in window and log what it does.
+/// Stages that the linear and the nonlinear part of a run share. Each says in window and log what it does.
 
 /// Shows a fault where the user looks: in a box, when there may be boxes, and in the solver window.
 void ReportFault(CjxStruct& model, const wchar_t* text);
@@ -26,19 +23,5 @@ void LogStiffnessTime(CjxStruct& model);
 
 /// Logs the time of the output of a combination; the stopwatch runs on.
 void LogOutputTime(CjxStruct& model);
-
-/// Sets all stored terms of the stiffness to zero.
-void ClearStiffness(jxSolutionData& data);
-
-/// Penalty stiffness of supports and constraints of the assembled model, kept for the recovery of reactions.
-void SetPenaltyStiffness(CjxStruct& model, jxSolutionData& data);
-
-/// Turns the stiffness into its factor L D L^t.
-/// @return  false when a pivot was zero or negative and bAllowNonPositivePivot let it pass
-/// @throws  jxException of an unstable structure, node and DOF in the log, when it did not
-bool FactorizeStiffness(CjxStruct& model, jxSolutionData& data, bool bAllowNonPositivePivot);
-
-/// Load vector in, displacements out.
-void ReduceAndSubstitute(CjxStruct& model, jxSolutionData& data, std::vector<double128>& load);
 
 }  // namespace qvx

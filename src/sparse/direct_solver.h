@@ -35,8 +35,8 @@ struct SparseSettings
     int maxCoreMegabytes = 2000;     ///< memory limit of the out-of-core mode
     int threads = 1;
     int refinementSteps = 2;  ///< iterative refinement per solve, 0 for none
-    /// Called during the factorisation with the percentage done and the thread that tells it.
-    std::function<void(int percent, int thread)> progress = nullptr;
+    /// Called during the factorisation with the percentage done and the thread that tells it; false stops it.
+    std::function<bool(int percent, int thread)> progress = nullptr;
 };
 
 /// One door to the direct sparse solvers: analyse, factorise, solve, release.

@@ -17,7 +17,8 @@ namespace qvx {
 namespace {
 
 enum Job : int { kStart = -1, kAnalyse = 1, kFactorise = 2, kSolve = 3, kEnd = -2 };
-enum Symmetry : int { kPositiveDefinite = 1, kGeneralSymmetric = 2 };
+// Definite matrices too are factorised as general symmetric ones: only these count negative and list null pivots.
+constexpr int kGeneralSymmetric = 2;
 
 constexpr int kWorldCommunicator = -987654;
 
@@ -40,6 +41,10 @@ enum Control : int {
 enum Information : int { kError = 1, kNegative = 12, kMemory = 21, kTerms = 29, kNullPivotCount = 28 };
 
 constexpr int kScotch = 3;
+constexpr int kNullPivotThreshold = 3;  // entry of the real controls, counted from 1
+
+// Thirteen digits lost between a diagonal, scaled to 1, and its pivot leave none to trust: that pivot is zero.
+constexpr double kZeroPivot = 1e-13;
 
 SparseStatus Translate(int error)
 {
@@ -71,9 +76,9 @@ SparseStatus Translate(int error)
 class MumpsSolver::Instance
 {
 public:
-    Instance(Symmetry symmetry, const SparseSettings& settings)
+    explicit Instance(const SparseSettings& settings)
     {
-        data.sym = symmetry;
+        data.sym = kGeneralSymmetric;
         data.par = 1;
         data.comm_fortran = kWorldCommunicator;
         Run(kStart);
@@ -85,6 +90,8 @@ public:
         Set(kRootInParallel, 1);
         Set(kMemoryMargin, 50);
         Set(kThreads, settings.threads);
+        Set(kNullPivots, 1);
+        data.cntl[kNullPivotThreshold - 1] = kZeroPivot;
         if (settings.isOutOfCore)
             KeepFactorOnDisk(settings);
     }
@@ -152,8 +159,7 @@ SparseStatus MumpsSolver::Analyse(const SymmetricMatrix& matrix)
     row_.resize(static_cast<std::size_t>(matrix.rowStart[matrix.n] - 1));
     for (int i = 0; i < matrix.n; ++i)
         std::fill(row_.begin() + matrix.rowStart[i] - 1, row_.begin() + matrix.rowStart[i + 1] - 1, i + 1);
-    instance_ =
-        std::make_unique<Instance>(settings_.isPositiveDefinite ? kPositiveDefinite : kGeneralSymmetric, settings_);
+    instance_ = std::make_unique<Instance>(settings_);
     instance_->SetMatrix(matrix, row_);
     return Translate(instance_->Run(kAnalyse));
 }
@@ -173,26 +179,21 @@ SparseStatus MumpsSolver::Factorise(const SymmetricMatrix& matrix)
 SparseStatus MumpsSolver::StatusOf(const SymmetricMatrix& matrix) const
 {
     SparseStatus status = Translate(instance_->Get(kError));
-    if (settings_.isPositiveDefinite && status && instance_->Get(kNegative) > 0)
+    if (settings_.isPositiveDefinite && status &&
+        (instance_->Get(kNegative) > 0 || instance_->Get(kNullPivotCount) > 0))
         status.error = -4;
     if (status.error == -4)
         status.equation = FindBadPivot(matrix);
     return status;
 }
 
-// A pivot-free factorisation does not tell where it failed. An indefinite one lists its null pivots; where there is
-// none, a vector of negative energy names the equation that gives way by its largest component.
+// Null pivots are listed. Where there is none, a vector of negative energy names the equation that gives way by its
+// largest component.
 int MumpsSolver::FindBadPivot(const SymmetricMatrix& matrix) const
 {
-    Instance indefinite(kGeneralSymmetric, settings_);
-    std::vector<int> rows = row_;
-    indefinite.SetMatrix(matrix, rows);
-    indefinite.Set(kNullPivots, 1);
-    if (indefinite.Run(kAnalyse) < 0 || indefinite.Run(kFactorise) < 0)
-        return 0;
-    if (indefinite.Get(kNullPivotCount) > 0)
-        return indefinite.data.pivnul_list[0];
-    const auto solve = [&](std::vector<double>& x) { return indefinite.SolveInPlace(x.data(), 1, 0) >= 0; };
+    if (instance_->Get(kNullPivotCount) > 0)
+        return instance_->data.pivnul_list[0];
+    const auto solve = [&](std::vector<double>& x) { return instance_->SolveInPlace(x.data(), 1, 0) >= 0; };
     const std::vector<double> x = LowestVectorOfInverse(static_cast<std::size_t>(matrix.n), solve);
     const auto largest =
         std::max_element(x.begin(), x.end(), [](double a, double b) { return std::fabs(a) < std::fabs(b); });

@@ -10,9 +10,8 @@ namespace qvx {
 /// The multifrontal solver MUMPS, sequential build, behind the solver's door (Amestoy, Duff, L'Excellent & Koster,
 /// SIAM J. Matrix Anal. Appl. 23 (2001) 15-41).
 ///
-/// A positive definite matrix is factorised without pivoting, which is what shows a zero or negative pivot. Where one
-/// stands is then found from the null pivots of an indefinite factorisation, or as the largest component of the
-/// vector of negative energy that inverse iteration finds.
+/// A definite matrix is factorised as a general symmetric one, which lists null pivots and counts negative ones; where
+/// a negative one stands is the largest component of the vector of negative energy that inverse iteration finds.
 class MumpsSolver : public DirectSolver
 {
 public:

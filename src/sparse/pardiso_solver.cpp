@@ -78,8 +78,7 @@ int OnProgress(int* thread, int* step, char* stage, int stageLength)
     if (text.find("factorization") == std::string_view::npos || *step == lastStep)
         return 0;
     lastStep = *step;
-    reader->progress(std::min(*step, 100), *thread);
-    return 0;
+    return reader->progress(std::min(*step, 100), *thread) ? 0 : 1;
 }
 
 }  // namespace

@@ -1,0 +1,87 @@
+#include "solver/sparse_system.h"
+
+#include <algorithm>
+
+namespace qvx {
+
+namespace {
+
+/// Node of each equation, both counted from 1.
+std::vector<int> NodeOfEquation(const CjxStruct& model)
+{
+    std::vector<int> node(static_cast<std::size_t>(model.numberOfEquations) + 1);
+    for (int position = 1; position <= static_cast<int>(model.nodes.size()); ++position)
+        for (int dof = 0; dof < kDofCount; ++dof)
+            if (const int e = model.Equation(position, dof); e > 0)
+                node[static_cast<std::size_t>(e)] = position;
+    return node;
+}
+
+}  // namespace
+
+void SparseSystem::Allocate(int)
+{
+    model_.configure_pardiso();
+    const RowTable* tables[] = {&data_.lmBeams,          &data_.lmLinks,   &data_.lmConstraints,
+                                &data_.lmCoupledSprings, &data_.lmShell4s, &data_.lmBricks};
+    data_.sparseK.BuildPattern(NodeOfEquation(model_), tables);
+}
+
+void SparseSystem::Clear()
+{
+    data_.sparseK.SetZero();
+    solved_.clear();
+}
+
+void SparseSystem::AddBoundary(int comb)
+{
+    double constraintBase = 0;
+    if (!model_.multiDofConstraints.empty())
+        constraintBase = model_.PreProcessMultiDofConstraintStiffness(data_);
+    model_.PreProcessCoupledSpringStiffness(data_);
+    model_.list_msg(L"preparing for sparse solver", L"...");
+    const double largest = model_.prepare_pardiso(a_, ia_, ja_, data_);
+
+    model_.list_msg(L"Processing boundary conditions", L"...");
+    const double base = constraintBase != 0 ? constraintBase : largest;
+    model_.penaltyStiffness = double128(base * model_.penaltyFactor);
+    model_.ProcessBoundarySparse(data_, a_, ia_, static_cast<double>(model_.penaltyStiffness), comb);
+    if (comb >= 0)
+        model_.ProcessForcedDisplacements(data_, model_.penaltyStiffness, comb);
+    model_.CheckDiagonalStiffnessTermSparse(data_, a_, ia_);
+}
+
+bool SparseSystem::Factorize(bool)
+{
+    model_.pardiso_factorize(data_, model_.numberOfEquations, a_, ia_, ja_);
+    return true;
+}
+
+void SparseSystem::Solve(std::vector<double128>& load)
+{
+    model_.list_msg(L"REDUCTION AND BACK-SUBSTITUTION", L"...");
+    if (!solved_.contains(&load))
+        model_.pardiso_substitution(a_, ia_, ja_, load.data());
+    model_.list_msg0(L"REDUCTION AND BACK-SUBSTITUTION", L"OK");
+}
+
+void SparseSystem::SolveAll(const std::vector<std::vector<double128>*>& loads)
+{
+    constexpr std::size_t kTogether = 32;  // right-hand sides a call: beyond it the factor is read no more often
+    for (std::size_t first = 0; first < loads.size(); first += kTogether) {
+        const std::size_t count = std::min(kTogether, loads.size() - first);
+        std::vector<double128*> vectors;
+        for (std::size_t k = 0; k < count; ++k)
+            vectors.push_back(loads[first + k]->data());
+        model_.pardiso_substitution_many(a_, ia_, ja_, vectors);
+    }
+    solved_.insert(loads.begin(), loads.end());
+}
+
+void SparseSystem::Release()
+{
+    model_.pardiso_delete(ia_, ja_);
+    data_.bAnalysed = 0;
+}
+
+}  // namespace qvx

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <set>
+#include <vector>
+
+#include "solver/equation_solver.h"
+
+namespace qvx {
+
+/// The system of a sparse run: patterned store, direct sparse solver, positive definite throughout.
+class SparseSystem : public EquationSolver
+{
+public:
+    SparseSystem(CjxStruct& model, jxSolutionData& data) : model_(model), data_(data) {}
+
+    void Allocate(int nTerms) override;
+    void Clear() override;
+    void AddBoundary(int comb) override;
+    bool Factorize(bool bAllowNonPositivePivot) override;
+    void AnnounceFactor(bool) override {}
+    bool NamesCombinationOfFault() const override { return true; }
+    void CheckStability() override {}
+    void Solve(std::vector<double128>& load) override;
+    bool SolvesTogether() const override { return true; }
+    void SolveAll(const std::vector<std::vector<double128>*>& loads) override;
+    void Release() override;
+
+private:
+    CjxStruct& model_;
+    jxSolutionData& data_;
+    double* a_ = nullptr;
+    int* ia_ = nullptr;
+    int* ja_ = nullptr;
+    std::set<const std::vector<double128>*> solved_;
+};
+
+}  // namespace qvx
