@@ -15,6 +15,7 @@ write_basic_package_version_file(${PROJECT_BINARY_DIR}/qvxFEMConfigVersion.cmake
 install(FILES ${PROJECT_BINARY_DIR}/qvxFEMConfig.cmake ${PROJECT_BINARY_DIR}/qvxFEMConfigVersion.cmake
         DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/qvxFEM)
 if(TARGET qvxfem_app)
+  set_target_properties(qvxfem_app PROPERTIES INSTALL_RPATH "$ORIGIN/../${CMAKE_INSTALL_LIBDIR}")
   install(TARGETS qvxfem_app RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
-  install(FILES ${PROJECT_SOURCE_DIR}/data/RcSections.ini DESTINATION ${CMAKE_INSTALL_BINDIR})
 endif()
+install(FILES ${PROJECT_SOURCE_DIR}/data/RcSections.ini DESTINATION ${CMAKE_INSTALL_DATADIR}/qvxfem)

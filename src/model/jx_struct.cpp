@@ -7,16 +7,24 @@
 
 namespace {
 
-// Path of a file beside the running executable; the name begins with the separator of its message text.
-CString BesideExecutable(const wchar_t* name)
+constexpr const wchar_t* kBarDatabase = L"RcSections.ini";
+
+CString FileIn(const wchar_t* folder, const wchar_t* name)
+{
+    CString path = folder;
+    path += qvx::FolderSeparator();
+    path += name;
+    return path;
+}
+
+// The tables of bars: the host's own beside its executable, else those installed with the library.
+bool LoadBars(std::vector<jxBarDatabase>& databases, int& current)
 {
     constexpr std::size_t kLongestPath = 4096;
     wchar_t folder[kLongestPath];
     GetExecutablePath(folder, kLongestPath);
-    CString path = folder;
-    path += qvx::FolderSeparator();
-    path += name + 1;
-    return path;
+    return CjxRcManager::bLoadBarDatabase(databases, current, FileIn(folder, kBarDatabase)) ||
+           CjxRcManager::bLoadBarDatabase(databases, current, FileIn(qvx::InstalledDataFolder().c_str(), kBarDatabase));
 }
 
 }  // namespace
@@ -27,10 +35,9 @@ CjxStruct::CjxStruct()
         selfWeightDir = 2;
         bZVertical = 1;
     }
-    constexpr const wchar_t* kBarDatabase = L"\\RcSections.ini";
-    if (!CjxRcManager::bLoadBarDatabase(rebarDatabases, currentRebarDatabase, BesideExecutable(kBarDatabase))) {
+    if (!LoadBars(rebarDatabases, currentRebarDatabase)) {
         CString text;
-        text.Format(L"Error opening file %s", kBarDatabase);
+        text.Format(L"Error opening file \\%s", kBarDatabase);
         AfxMessageBox(text, qvx::kMbSystemModal);
     }
 }

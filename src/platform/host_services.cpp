@@ -10,6 +10,7 @@
 #include <thread>
 
 #if !defined(_WIN32)
+#include <dlfcn.h>
 #include <unistd.h>
 #endif
 
@@ -107,6 +108,16 @@ std::wstring HostServices::CurrentFolder()
 {
     std::error_code error;
     return TextOf(std::filesystem::current_path(error));
+}
+
+std::wstring InstalledDataFolder()
+{
+    Dl_info library{};
+    if (dladdr(reinterpret_cast<const void*>(&InstalledDataFolder), &library) == 0 || library.dli_fname == nullptr)
+        return L"";
+    std::error_code error;
+    const std::filesystem::path file = std::filesystem::canonical(library.dli_fname, error);
+    return error ? L"" : TextOf(file.parent_path().parent_path() / "share" / "qvxfem");
 }
 
 bool HostServices::DeleteFile(const std::wstring& path)

@@ -48,6 +48,9 @@ QVXFEM_API HostServices& Host();
 /// The platform's folder separator.
 QVXFEM_API wchar_t FolderSeparator();
 
+/// Folder of the data files that were installed with this library; it need not exist.
+QVXFEM_API std::wstring InstalledDataFolder();
+
 }  // namespace qvx
 
 /// Shows a message box through the host; flags as MessageBoxFlags. Returns the button.

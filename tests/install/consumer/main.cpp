@@ -19,7 +19,6 @@ int main()
     model.beams.push_back({.id = 1, .node1 = 1, .node2 = 2});
     model.RepaireData();
     model.caseLoads[0].ndLoads.push_back({.id = 2, .dof = kY, .value = -P});
-    model.loadCombs[0].cases[0] = {};  // the one load case of the repaired model has an empty label
 
     try {
         if (model.ExecuteStatic() != 1)
