@@ -139,10 +139,21 @@ void PanelUpdate<Real>::ForEachStored(const Chunk& chunk, Square square, Term te
     }
 }
 
+/// Whether every column of the chunk is stored in all rows of the panel, so that no padding is needed.
+template <Number Real>
+bool PanelUpdate<Real>::IsWhole(const Chunk& chunk) const
+{
+    bool isWhole = Width() == paddedWidth_;
+    for (int column = chunk.lastColumn; column >= chunk.firstColumn && isWhole; --column)
+        isWhole = column <= lastColumn_ && k_.FirstRow(column) <= first_;
+    return isWhole;
+}
+
 template <Number Real>
 void PanelUpdate<Real>::PackChunk(const Chunk& chunk, double* left) const
 {
-    std::fill(left, left + LeftSize(), 0.0);
+    if (!IsWhole(chunk))
+        std::fill(left, left + LeftSize(), 0.0);
     const auto packedRow = [&](int row) { return left + static_cast<std::size_t>(row - first_) * RowSize(); };
     ForEachStored(
         chunk,
@@ -211,13 +222,14 @@ void PanelUpdate<Real>::UpdateRest()
 {
     constexpr std::size_t kBlockOfDoubles = 64 * 1024;
     scratch_.resize(static_cast<std::size_t>(tiles_.rows * tiles_.columns));
+    const double* left = left_.Reserve(0);
+    const double* right = right_.Reserve(0);
     const std::size_t blockSize = std::max<std::size_t>(1, kBlockOfDoubles / LeftSize());
     for (std::size_t block = 0; block < chunks_.size(); block += blockSize)
         for (auto g = static_cast<std::size_t>(chunks_[block].firstGroup); g < groups_.size(); ++g) {
-            const std::size_t end = std::min({chunks_.size(), block + blockSize, groups_[g].chunk + 1});
+            const std::size_t end = std::min(block + blockSize, groups_[g].chunk + 1);
             for (std::size_t c = block; c < end; ++c)
-                UpdateTile(chunks_[c], groups_[g], left_.Reserve(0) + c * LeftSize(),
-                           right_.Reserve(0) + g * RightSize());
+                UpdateTile(chunks_[c], groups_[g], left + c * LeftSize(), right + g * RightSize());
         }
 }
 

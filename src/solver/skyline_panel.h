@@ -90,6 +90,7 @@ private:
     void SolveChunk(const Chunk& chunk, double* left);
     void PackChunk(const Chunk& chunk, double* left) const;
     void StoreChunk(const Chunk& chunk, const double* scaled) const;
+    bool IsWhole(const Chunk& chunk) const;
     int FirstCommonRow(int lastColumn) const;
     template <class Square, class Term>
     void ForEachStored(const Chunk& chunk, Square square, Term term) const;
