@@ -12,6 +12,7 @@ unsigned FactorizeByBlocks(Real* a, const int* maxa, int nEquations, bool allowN
 
 /// ReduceAndBackSubstitute with given inner loops; see there.
 template <Number Real>
-void Substitute(const Real* a, const int* maxa, int nEquations, double128* v, const TileKernels<Real>& tiles);
+void ReduceAndBackSubstituteWith(const Real* a, const int* maxa, int nEquations, double128* v,
+                                 const TileKernels<Real>& tiles);
 
 }  // namespace qvx

@@ -38,7 +38,8 @@ private:
 }  // namespace
 
 template <Number Real>
-void Substitute(const Real* a, const int* maxa, int nEquations, double128* v, const TileKernels<Real>& tiles)
+void ReduceAndBackSubstituteWith(const Real* a, const int* maxa, int nEquations, double128* v,
+                                 const TileKernels<Real>& tiles)
 {
     const SkylineView<const Real> u{a, maxa};
     ReversedLoad load(v, nEquations);
@@ -64,11 +65,13 @@ void Substitute(const Real* a, const int* maxa, int nEquations, double128* v, co
 template <Number Real>
 void ReduceAndBackSubstitute(const Real* a, const int* maxa, int nEquations, double128* v)
 {
-    Substitute(a, maxa, nEquations, v, *AvailableTileKernels<Real>().front());
+    ReduceAndBackSubstituteWith(a, maxa, nEquations, v, *AvailableTileKernels<Real>().front());
 }
 
-template void Substitute<double>(const double*, const int*, int, double128*, const TileKernels<double>&);
-template void Substitute<double128>(const double128*, const int*, int, double128*, const TileKernels<double128>&);
+template void ReduceAndBackSubstituteWith<double>(const double*, const int*, int, double128*,
+                                                  const TileKernels<double>&);
+template void ReduceAndBackSubstituteWith<double128>(const double128*, const int*, int, double128*,
+                                                     const TileKernels<double128>&);
 template void ReduceAndBackSubstitute<double>(const double*, const int*, int, double128*);
 template void ReduceAndBackSubstitute<double128>(const double128*, const int*, int, double128*);
 

@@ -197,7 +197,7 @@ TYPED_TEST(SkylineKernel, SolutionOfALoadIsTheVectorItWasFormedFrom)
             FactorizeSkyline(k.a.data(), k.maxa.data(), n, false, kNoHook);
             for (const TileKernels<Real>* tiles : AvailableTileKernels<Real>()) {
                 auto solution = v;
-                Substitute(k.a.data(), k.maxa.data(), n, solution.data(), *tiles);
+                ReduceAndBackSubstituteWith(k.a.data(), k.maxa.data(), n, solution.data(), *tiles);
 
                 for (std::size_t i = 1; i < x.size(); ++i)
                     EXPECT_WITHIN(solution[i], x[i], 8 * n * unit) << name << " n " << n << " row " << i;
