@@ -91,27 +91,28 @@ void AddToLoadVector(CjxStruct& model, int comb, const GatheredShell& g, std::si
 
 // Surface loads and self weight of one load case: a quarter of the total at each corner, whatever the shape.
 void AddAreaLoads(CjxStruct& model, int comb, std::size_t loadCase, double factor, const jxShell4& shell,
-                  const GatheredShell& g, const ShellFrame<double>& frame)
+                  const GatheredShell& g, const std::array<jxPoint, 3>& axes)
 {
     AreaLoad load{};
     const auto [first, last] = RecordsOf(model.caseLoads[loadCase].shell4SurfaceLoads, shell.id);
     for (auto surface = first; surface != last; ++surface)
         if (surface->value != 0)
-            AddAreaLoad(load, frame, surface->dir, surface->value * factor, surface->coordSys == kLocal);
+            AddAreaLoad(load, axes, surface->dir, surface->value * factor, surface->coordSys == kLocal);
     const bool isSelfWeightCase = static_cast<int>(loadCase) == model.selfWeightCase;
     if (isSelfWeightCase && model.selfWeightFactor != 0 && !shell.selfWeight)
-        AddAreaLoad(load, frame, model.selfWeightDir, g.material.Wc * g.thickness.t * model.selfWeightFactor * factor,
+        AddAreaLoad(load, axes, model.selfWeightDir, g.material.Wc * g.thickness.t * model.selfWeightFactor * factor,
                     false);
 
-    const double quarter = ShellArea(frame) * 0.25;
+    const double quarter = ShellArea(ShellFrameOf<double>(g.corners, axes)) * 0.25;
     for (std::size_t node = 0; node < 4; ++node)
         for (int dof = 0; dof < 6; ++dof)
             AddToLoadVector(model, comb, g, node, dof, load[static_cast<std::size_t>(dof)] * quarter);
 }
 
 void AddThermalLoads(CjxStruct& model, int comb, std::size_t loadCase, double factor, const jxShell4& shell,
-                     const GatheredShell& g, const ShellFrame<double>& frame)
+                     const GatheredShell& g, const std::array<jxPoint, 3>& axes)
 {
+    const ShellFrame<double> frame = ShellFrameOf<double>(g.corners, axes);
     const auto [first, last] = RecordsOf(model.caseLoads[loadCase].shell4ThermalLoads, shell.id);
     for (auto thermal = first; thermal != last; ++thermal) {
         if (thermal->dT == 0)
@@ -221,15 +222,14 @@ void CjxShell4Group::ProcessElemLoads(int comb)
 {
     for (const jxShell4& shell : model_->shell4s) {
         const qvx::GatheredShell g = qvx::Gather(*model_, shell);
-        const qvx::ShellFrame<double> frame =
-            qvx::ShellFrameOf<double>(g.corners, qvx::QuadLocalAxes(g.corners, shell.angle));
+        const std::array<jxPoint, 3> axes = qvx::QuadLocalAxes(g.corners, shell.angle);
         for (const jxCaseFactor& term : model_->loadCombs[static_cast<std::size_t>(comb)].cases) {
             const int found = model_->FindLoadCase(term.label);
             if (found < 0)
                 continue;
             const auto loadCase = static_cast<std::size_t>(found);
-            qvx::AddAreaLoads(*model_, comb, loadCase, term.factor, shell, g, frame);
-            qvx::AddThermalLoads(*model_, comb, loadCase, term.factor, shell, g, frame);
+            qvx::AddAreaLoads(*model_, comb, loadCase, term.factor, shell, g, axes);
+            qvx::AddThermalLoads(*model_, comb, loadCase, term.factor, shell, g, axes);
         }
     }
 }

@@ -36,41 +36,35 @@ Vector3<Real> Difference(const jxPoint& to, const jxPoint& from)
     return {Real(to.x) - from.x, Real(to.y) - from.y, Real(to.z) - from.z};
 }
 
-bool AreSquare(const std::array<jxPoint, 3>& axes)
+// The normal: in double that of the axes, else made again from the corners. It is square to the diagonals, as it is to
+// the lines between the middles of the sides.
+template <Number Real>
+Vector3<Real> Normal(const QuadCorners& p, const jxPoint& z)
 {
-    constexpr double kRoundOff = 1e-12;
-    return std::fabs(dot(axes[0], axes[1])) < kRoundOff && std::fabs(dot(axes[1], axes[2])) < kRoundOff &&
-           std::fabs(dot(axes[2], axes[0])) < kRoundOff;
+    if constexpr (std::same_as<Real, double>)
+        return {z.x, z.y, z.z};
+    else
+        return Unit(Cross(Difference<Real>(p[2], p[0]), Difference<Real>(p[3], p[1])));
 }
 
-// z square to the diagonals, as it is to the lines between the middles of the sides; x and y square to it.
 template <Number Real>
-Matrix3<Real> RefinedAxes(const QuadCorners& p, const std::array<jxPoint, 3>& axes)
+Matrix3<Real> RotationOf(const QuadCorners& p, const std::array<jxPoint, 3>& axes)
 {
-    const Vector3<Real> z = Unit(Cross(Difference<Real>(p[2], p[0]), Difference<Real>(p[3], p[1])));
+    Matrix3<Real> c;
+    if (axes[0].x == 1 && axes[1].y == 1 && axes[2].z == 1) {
+        for (int k = 0; k < 3; ++k)
+            c(k, k) = Real(1);
+        return c;
+    }
+    const Vector3<Real> z = Normal<Real>(p, axes[2]);
     const Vector3<Real> y = Unit(Cross(z, Vector3<Real>{axes[0].x, axes[0].y, axes[0].z}));
     const Vector3<Real> x = Cross(y, z);
-    Matrix3<Real> c;
     for (int k = 0; k < 3; ++k) {
         c(0, k) = x[static_cast<std::size_t>(k)];
         c(1, k) = y[static_cast<std::size_t>(k)];
         c(2, k) = z[static_cast<std::size_t>(k)];
     }
     return c;
-}
-
-template <Number Real>
-Matrix3<Real> RotationOf(const QuadCorners& p, const std::array<jxPoint, 3>& axes)
-{
-    const bool isGlobal = axes[0].x == 1 && axes[1].y == 1 && axes[2].z == 1;
-    double cosines[3][3] = {{1, 0, 0}, {0, 1, 0}, {0, 0, 1}};
-    if (!isGlobal) {
-        if constexpr (!std::same_as<Real, double>)
-            if (AreSquare(axes))
-                return RefinedAxes<Real>(p, axes);
-        calc_cos(cosines, axes.data());
-    }
-    return RotationMatrix<Real>(cosines);
 }
 
 }  // namespace

@@ -16,12 +16,13 @@ struct ShellFrame
     PlaneQuad<Real> corners;
 };
 
-/// Frame of the corners p in the given axes.
+/// Frame of the corners p with z along the given z axis and x along the given one as far as it lies in the plane.
 ///
-/// Axes come in double, right to 1e-16: enough to give a rigid rotation an energy of 1e-16 of the membrane's, and so to
-/// spoil what double128 is for. There they are made again from the corners to all digits, x staying as near as it can.
-/// Axes that are out of square on purpose (see QuadLocalAxes) stay as they are; axes whose diagonal is exactly 1 are
-/// the global ones.
+/// The x axis of a plane that is nearly horizontal leaves the plane by up to 0.045 (see QuadLocalAxes). Taken as it is it
+/// would couple the membrane with the plate and resist rigid rotations, so a frame is always made square. And axes come
+/// in double, right to 1e-16: enough to give a rigid rotation an energy of 1e-16 of the membrane's, and so to spoil what
+/// double128 is for; there z is made again from the corners to all digits. Axes whose diagonal is exactly 1 are the
+/// global ones.
 template <Number Real>
 ShellFrame<Real> ShellFrameOf(const QuadCorners& p, const std::array<jxPoint, 3>& axes);
 

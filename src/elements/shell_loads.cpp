@@ -7,16 +7,20 @@
 
 namespace qvx {
 
-void AddAreaLoad(AreaLoad& load, const ShellFrame<double>& frame, int dir, double value, bool isLocal)
+void AddAreaLoad(AreaLoad& load, const std::array<jxPoint, 3>& axes, int dir, double value, bool isLocal)
 {
     if (dir < 0 || dir > 5)
         return;
-    AreaLoad added{};
-    added[static_cast<std::size_t>(dir)] = value;
-    if (isLocal)
-        added = ToGlobalAxes(added, frame.c);
-    for (std::size_t k = 0; k < load.size(); ++k)
-        load[k] += added[k];
+    const auto component = static_cast<std::size_t>(dir);
+    if (!isLocal) {
+        load[component] += value;
+        return;
+    }
+    const jxPoint& along = axes[component % 3];
+    const std::size_t first = component - component % 3;  // forces or moments
+    load[first] += value * along.x;
+    load[first + 1] += value * along.y;
+    load[first + 2] += value * along.z;
 }
 
 double ShellArea(const ShellFrame<double>& frame)

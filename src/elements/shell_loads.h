@@ -8,9 +8,9 @@ namespace qvx {
 /// A load per area as six components X, Y, Z, OX, OY, OZ along global axes.
 using AreaLoad = std::array<double, 6>;
 
-/// Adds a load of one component dir, along the axes of the frame when isLocal, else along global axes. A dir outside 0
+/// Adds a load of one component dir, along the given axes of the shell when isLocal, else along global axes. A dir outside 0
 /// to 5 names no component and adds nothing.
-void AddAreaLoad(AreaLoad& load, const ShellFrame<double>& frame, int dir, double value, bool isLocal);
+void AddAreaLoad(AreaLoad& load, const std::array<jxPoint, 3>& axes, int dir, double value, bool isLocal);
 
 /// Area of the shell as projected on its plane [length^2].
 double ShellArea(const ShellFrame<double>& frame);

@@ -129,6 +129,32 @@ TYPED_TEST(ShellStiffnessOf, ATurnedShellIsTheTurnedStiffness)
         }
 }
 
+// Roofs and ramps of a few percent: x of the user axes is global X to the last bit there and leaves the plane. The
+// stiffness is formed in square axes all the same, or a slope of 4 % would couple membrane and plate by 4 %.
+TYPED_TEST(ShellStiffnessOf, AGentlyInclinedShellIsTheTurnedStiffness)
+{
+    using Real = TypeParam;
+    ShellSamples samples;
+    const SpaceRotation lay = {{{{0, 0, 1}, {1, 0, 0}, {0, 1, 0}}}};  // local z to the vertical, global Y
+    for (int sample = 0; sample < 20; ++sample) {
+        const QuadCorners flat = Turned(samples.Quad(), lay);
+        SpaceRotation tilt;
+        const jxPoint horizontal = {samples.Uniform(), 0, samples.Uniform()};
+        for (jxPoint& e : tilt.e)
+            e = arbitrary_rotate(e, 0.04, horizontal);
+        Matrix3<Real> c;
+        for (int r = 0; r < 3; ++r) {
+            const jxPoint& e = tilt.e[static_cast<std::size_t>(r)];
+            c(r, 0) = e.x;
+            c(r, 1) = e.y;
+            c(r, 2) = e.z;
+        }
+        const Matrix24<Real> k = ShellStiffness(TestFixture::Form(flat), 1e-5);
+        const Matrix24<Real> tilted = ShellStiffness(TestFixture::Form(Turned(flat, tilt)), 1e-5);
+        EXPECT_LE(LargestDifference(tilted, RotateSymmetric(k, c)), 1e-13 * static_cast<double>(LargestTerm(k)));
+    }
+}
+
 // Beginning the numbering at another corner permutes the matrix and does nothing else: with signed shear directions on
 // any quadrilateral, with unsigned ones on parallelograms. The drilling spring is left out: the smallest diagonal term
 // depends on the axes in which it is looked for.

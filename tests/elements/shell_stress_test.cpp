@@ -333,11 +333,12 @@ TEST(ShellLoads, OfOneComponentTurnWithTheAxesOnlyWhenLocal)
 {
     ShellSamples samples;
     const QuadCorners p = Turned(samples.Quad(), samples.Rotation());
-    const ShellFrame<double> frame = ShellFrameOf<double>(p, QuadLocalAxes(p, 0.3));
+    const std::array<jxPoint, 3> axes = QuadLocalAxes(p, 0.3);
+    const ShellFrame<double> frame = ShellFrameOf<double>(p, axes);
     for (int dir = 0; dir < 6; ++dir) {
         AreaLoad local{}, global{};
-        AddAreaLoad(local, frame, dir, 2, true);
-        AddAreaLoad(global, frame, dir, 2, false);
+        AddAreaLoad(local, axes, dir, 2, true);
+        AddAreaLoad(global, axes, dir, 2, false);
         for (int k = 0; k < 6; ++k) {
             const bool isSameKind = k / 3 == dir / 3;
             EXPECT_NEAR(local[static_cast<std::size_t>(k)], isSameKind ? 2 * frame.c(dir % 3, k % 3) : 0, 1e-15);
@@ -345,8 +346,8 @@ TEST(ShellLoads, OfOneComponentTurnWithTheAxesOnlyWhenLocal)
         }
     }
     AreaLoad none{};
-    AddAreaLoad(none, frame, 6, 2, true);
-    AddAreaLoad(none, frame, -1, 2, false);
+    AddAreaLoad(none, axes, 6, 2, true);
+    AddAreaLoad(none, axes, -1, 2, false);
     EXPECT_EQ(none, AreaLoad{});
 }
 
