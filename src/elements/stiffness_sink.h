@@ -1,8 +1,10 @@
 #pragma once
 
+#include <algorithm>
 #include <cassert>
 #include <cstddef>
 #include <span>
+#include <vector>
 
 #include "model/jx_struct.h"
 #include "model/solution_data.h"
@@ -36,7 +38,27 @@ public:
     }
     Store& Diagonal(int equation) const { return terms_[At(maxa_[At(equation)])]; }
 
+    /// product += K v; vectors by equation from 1. Columns where v is zero are not looked at.
+    void AddProduct(const std::vector<double128>& v, std::vector<double128>& product) const
+    {
+        const int n = static_cast<int>(v.size()) - 1;
+        for (int e = 1; e <= n; ++e) {
+            if (v[At(e)] == double128(0))
+                continue;
+            for (int other = 1; other <= n; ++other)
+                product[At(other)] += double128(Term(std::min(e, other), std::max(e, other))) * v[At(e)];
+        }
+    }
+
 private:
+    /// Value of a term with row <= column; 0 above the top of its column.
+    Store Term(int row, int column) const
+    {
+        const int rise = column - row;
+        const int diagonal = maxa_[At(column)];
+        return rise < maxa_[At(column) + 1] - diagonal ? terms_[At(diagonal + rise)] : Store(0);
+    }
+
     static std::size_t At(int position) { return static_cast<std::size_t>(position); }
 
     std::span<const int> maxa_;
@@ -55,6 +77,22 @@ public:
         store_.Add(row, column, static_cast<double>(value));
     }
     double& Diagonal(int equation) const { return store_.Diagonal(equation); }
+
+    /// product += K v; vectors by equation from 1.
+    void AddProduct(const std::vector<double128>& v, std::vector<double128>& product) const
+    {
+        const std::vector<int>& rowStart = store_.RowStart();
+        for (std::size_t row = 1; row < v.size(); ++row) {
+            for (int at = rowStart[row - 1] - 1; at < rowStart[row] - 1; ++at) {
+                const double128 term = store_.Value()[static_cast<std::size_t>(at)];
+                const auto column = static_cast<std::size_t>(store_.Column()[static_cast<std::size_t>(at)]);
+                product[row] += term * v[column];
+                if (column != row)
+                    product[column] += term * v[row];
+            }
+        }
+    }
+
     template <Number Real>
     void AddElement(const int* loc, int n, const Real* k) const
     {

@@ -28,7 +28,9 @@ struct jxSolutionData
     std::vector<int> columnHeight;  ///< distance from the diagonal to the topmost stored term
     std::vector<double> M;          ///< second matrix of an eigen run
     std::vector<qvx::double128> MQ;
-    qvx::SparseStiffness sparseK;  ///< stiffness for a direct sparse solver
-    int bAnalysed = 0;              ///< a direct sparse solver knows the pattern of sparseK
-    int bForceSkyline = 0;         ///< keeps the skyline form although solverType is 2
+    qvx::SparseStiffness sparseK;                 ///< stiffness for a direct sparse solver
+    int bAnalysed = 0;                            ///< a direct sparse solver knows the pattern of sparseK
+    std::vector<qvx::double128> settlement;       ///< prescribed displacements v by equation; empty without any
+    std::vector<qvx::double128> settlementForce;  ///< K v
+    int bForceSkyline = 0;                        ///< keeps the skyline form although solverType is 2
 };

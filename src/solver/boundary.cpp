@@ -7,6 +7,7 @@
 #include "model/find_record.h"
 #include "model/jx_struct.h"
 #include "model/solution_data.h"
+#include "solver/settlement.h"
 #include "tools/geometry.h"
 
 using qvx::double128;
@@ -169,14 +170,17 @@ void AddSprings(CjxStruct& model, const Sink& sink, int comb)
 }  // namespace
 
 /// Adds everything that holds the structure without being an element. Nothing is eliminated: all of it is stiffness.
+/// The penalties of the supports come last, on top of a diagonal that is complete without them: what is small is added
+/// up before what is large, and the forces of prescribed displacements are taken where the small is still there.
 /// @param comb  combination whose last displacements decide on one-way springs; -1 in the linear stage
 void CjxStruct::ProcessBoundary(jxSolutionData& data, double128 penalty, int comb)
 {
     qvx::WithStiffnessSink(data, solverType, [&](const auto& sink) {
-        AddSupports(*this, sink, penalty);
         AddConstraints(*this, data, sink, penalty);
         AddCoupledSprings(*this, data, sink);
         AddSprings(*this, sink, comb);
+        qvx::KeepSettlement(*this, data, sink, penalty);
+        AddSupports(*this, sink, penalty);
     });
 }
 
@@ -185,8 +189,9 @@ void CjxStruct::ProcessBoundary(jxSolutionData& data, double128 penalty, int com
 void CjxStruct::ProcessBoundarySparse(jxSolutionData& data, double*, int*, double penalty, int comb)
 {
     const qvx::SparseSink sink(data.sparseK);
-    AddSupports(*this, sink, penalty);
     AddSprings(*this, sink, comb);
+    qvx::KeepSettlement(*this, data, sink, penalty);
+    AddSupports(*this, sink, penalty);
 }
 
 /// Penalty blocks of the constraints, on the largest term that the elements left.

@@ -157,25 +157,23 @@ void CjxStruct::AllMultiDofConstraintForces(double128 penalty, int comb)
     }
 }
 
-/// Forces of the penalty spring on g = f1 u1 - f2 u2: minus penalty * g * grad g.
+/// Forces of the penalty spring on g = f1 u1 - f2 u2: minus penalty * g * grad g. The gap is small beside the
+/// displacements, so it is formed before anything is rounded to double.
 void CjxStruct::_MultiDofConstraintForces(jxMultiDofConstraintForce& out, const jxMultiDofConstraint& constraint,
                                           double128 penalty, int comb)
 {
     const std::vector<double128>& u = loadVectors[static_cast<std::size_t>(comb)];
-    double end[2];
+    const double128 slope[2] = {constraint.factor[0], -constraint.factor[1]};
+    double128 gap;
     for (int k = 0; k < 2; ++k) {
         const int e = Equation(qvx::NodePosition(nodes, constraint.node[k]), constraint.dof[k]);
-        end[k] = static_cast<double>(DisplacementAt(u, e));
+        gap += slope[k] * DisplacementAt(u, e);
     }
-    const double f1 = constraint.factor[0];
-    const double f2 = -constraint.factor[1];
-    const double gap = f2 * end[1] + f1 * end[0];
-
     out.id = constraint.id;
     for (int k = 0; k < 2; ++k) {
         out.node[k] = constraint.node[k];
         out.dof[k] = constraint.dof[k];
-        out.force[k] = static_cast<double>(-penalty * double128(k == 0 ? f1 : f2) * double128(gap));
+        out.force[k] = static_cast<double>(-penalty * slope[k] * gap);
     }
 }
 

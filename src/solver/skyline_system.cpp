@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "solver/instability.h"
+#include "solver/settlement.h"
 #include "solver/skyline_solver.h"
 #include "solver/static_stages.h"
 
@@ -75,7 +76,9 @@ void SkylineSystem::CheckStability()
 void SkylineSystem::Solve(std::vector<double128>& load)
 {
     model_.list_msg(L"REDUCTION AND BACK-SUBSTITUTION", L"...");
+    TakeSettlementFromLoad(data_, load);
     RunSkyline(model_, data_, load.data(), SkylineMode::Substitute, false);
+    AddSettlementToDisplacements(data_, load);
     model_.list_msg0(L"REDUCTION AND BACK-SUBSTITUTION", L"OK");
 }
 

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "solver/settlement.h"
+
 namespace qvx {
 
 namespace {
@@ -60,8 +62,11 @@ bool SparseSystem::Factorize(bool)
 void SparseSystem::Solve(std::vector<double128>& load)
 {
     model_.list_msg(L"REDUCTION AND BACK-SUBSTITUTION", L"...");
-    if (!solved_.contains(&load))
+    if (!solved_.contains(&load)) {
+        TakeSettlementFromLoad(data_, load);
         model_.pardiso_substitution(a_, ia_, ja_, load.data());
+        AddSettlementToDisplacements(data_, load);
+    }
     model_.list_msg0(L"REDUCTION AND BACK-SUBSTITUTION", L"OK");
 }
 
@@ -71,9 +76,13 @@ void SparseSystem::SolveAll(const std::vector<std::vector<double128>*>& loads)
     for (std::size_t first = 0; first < loads.size(); first += kTogether) {
         const std::size_t count = std::min(kTogether, loads.size() - first);
         std::vector<double128*> vectors;
-        for (std::size_t k = 0; k < count; ++k)
+        for (std::size_t k = 0; k < count; ++k) {
+            TakeSettlementFromLoad(data_, *loads[first + k]);
             vectors.push_back(loads[first + k]->data());
+        }
         model_.pardiso_substitution_many(a_, ia_, ja_, vectors);
+        for (std::size_t k = 0; k < count; ++k)
+            AddSettlementToDisplacements(data_, *loads[first + k]);
     }
     solved_.insert(loads.begin(), loads.end());
 }
