@@ -18,7 +18,7 @@ def blas_environment():
     environment = dict(os.environ, OPENBLAS_NUM_THREADS="1")
     with open("/proc/cpuinfo", encoding="ascii", errors="replace") as cpuinfo:
         if "avx512dq" in cpuinfo.read():
-            environment.setdefault("OPENBLAS_CORETYPE", "SKYLAKEX")
+            environment["OPENBLAS_CORETYPE"] = "SKYLAKEX"
     return environment
 
 
