@@ -15,7 +15,8 @@ void AnnouncePart(CjxStruct& model, const wchar_t* heading);
 /// Title of a combination, "LOAD COMBINATION <position>: <label>".
 CString CombinationTitle(const CjxStruct& model, int comb);
 
-/// Logs "time spent on <activity> = <time> seconds" and restarts the stopwatch. The time is whole milliseconds.
+/// Logs "time spent on <activity> = <time> seconds" and restarts the stopwatch. The number is milliseconds, whatever the
+/// text says: programs that read the log know it so.
 void LogTimeSpent(CjxStruct& model, const wchar_t* activity);
 
 /// Logs the time of a stiffness formation, in whole seconds, and restarts the stopwatch.
