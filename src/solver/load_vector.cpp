@@ -8,6 +8,22 @@
 
 using qvx::double128;
 
+namespace {
+
+/// Sum of a load vector along the translations, for the balance with the reactions.
+void SumAppliedForce(const CjxStruct& model, const std::vector<double128>& load, double sum[3])
+{
+    for (int dof = kX; dof <= kZ; ++dof) {
+        double128 total(0);
+        for (int position = 1; position <= static_cast<int>(model.nodes.size()); ++position)
+            if (const int e = model.Equation(position, dof); e != 0)
+                total += load[static_cast<std::size_t>(e)];
+        sum[dof] = static_cast<double>(total);
+    }
+}
+
+}  // namespace
+
 void CjxStruct::ProcessNodalAndElementLoads(int comb, CjxBmGroup& bm, CjxShell4Group& sh, CjxBrickGroup& br)
 {
     list_msg(L"Processing nodal loads", L"...");
@@ -28,6 +44,9 @@ void CjxStruct::ProcessNodalAndElementLoads(int comb, CjxBmGroup& bm, CjxShell4G
         br.ProcessElemLoads(comb);
         list_msg0(L"Processing brick loads", L"OK");
     }
+    const auto c = static_cast<std::size_t>(comb);
+    if (c < combOutcomes.size())
+        SumAppliedForce(*this, loadVectors[c], combOutcomes[c].appliedForce);
 }
 
 /// A term of the combination that names no load case gives no load.

@@ -24,6 +24,9 @@ struct jxCombOutcome
     bool bWarned = false;   ///< a non-positive pivot was tolerated in some iteration
     bool bBuckled = false;  ///< and in the last one: the results are of a buckled state, not ordinary results
     std::wstring text;      ///< of the failure
+    /// Sum of the loads on the equations along X, Y, Z [pound, whatever the units of the model]; without the penalty
+    /// terms of prescribed displacements. What a support flag of '2' or a suppressed DOF takes out is not in it.
+    double appliedForce[3] = {};
 };
 
 /// Results of one load combination.
