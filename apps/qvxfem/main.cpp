@@ -1,4 +1,108 @@
-int main()
+#include <cstdio>
+#include <exception>
+#include <new>
+#include <string>
+
+#include <CLI/CLI.hpp>
+#include <fmt/format.h>
+
+#include "check_command.h"
+#include "convert_command.h"
+#include "exchange/file_error.h"
+#include "exit_code.h"
+#include "platform/cstring.h"
+#include "run_command.h"
+#include "tools/jx_exception.h"
+#include "version.h"
+
+namespace {
+
+using namespace qvx::app;
+
+void DefineRun(CLI::App& app, RunOptions& options)
 {
-    return 0;
+    CLI::App* run = app.add_subcommand("run", "Analyses a model (.json or .s2k) and prints a summary");
+    run->add_option("MODEL", options.model, "model file")->required();
+    run->add_option("--analysis", options.analyses, "what to analyse; this version knows: static")
+        ->delimiter(',')
+        ->type_name("LIST");
+    run->add_option("--solver", options.solver, "double, quad or sparse; default: as the model says")
+        ->check(CLI::IsMember({"double", "quad", "sparse"}));
+    run->add_option("--results", options.results, "writes the results to this file")->type_name("FILE.json");
+    run->add_option("--report", options.report, "not available in this version")->group("");
+    run->add_option("--log", options.log, "writes the log of the run to this file")->type_name("FILE");
+    run->add_option("--set", options.settings, "sets a field of the settings; may be given again")
+        ->type_name("FIELD=VALUE")
+        ->allow_extra_args(false);
+    run->add_option("--threads", options.threads, "threads of the solver")->check(CLI::Range(1, 4096));
+    run->add_flag("--interactive", options.isInteractive, "asks questions; without it they count as Yes");
+    run->add_flag("--quiet", options.isQuiet, "prints questions and errors only");
+}
+
+void DefineCheck(CLI::App& app, CheckOptions& options)
+{
+    CLI::App* check = app.add_subcommand("check", "Checks the input of a model and prints every finding");
+    check->add_option("MODEL", options.model, "model file")->required();
+    check->add_option("--log", options.log, "writes the log of the check to this file")->type_name("FILE");
+    check->add_option("--set", options.settings, "sets a field of the settings; may be given again")
+        ->type_name("FIELD=VALUE")
+        ->allow_extra_args(false);
+}
+
+struct ConvertOptions
+{
+    std::string from;
+    std::string to;
+};
+
+void DefineConvert(CLI::App& app, ConvertOptions& options)
+{
+    CLI::App* convert = app.add_subcommand("convert", "Reads a model (.json or .s2k) and writes it as .json");
+    convert->add_option("IN", options.from, "model file to read")->required();
+    convert->add_option("OUT", options.to, "model file to write")->required();
+}
+
+int Main(int argc, char** argv)
+{
+    CLI::App app("qvxFEM, a structural finite-element engine", "qvxfem");
+    app.set_version_flag("--version", std::string("qvxfem ") + QVXFEM_VERSION);
+    app.require_subcommand(1);
+    app.footer("Exit codes: 0 done, 1 model refused, 2 bad usage or unreadable file, 3 analysis failed, 130 stopped.");
+    RunOptions run;
+    CheckOptions check;
+    ConvertOptions convert;
+    DefineRun(app, run);
+    DefineCheck(app, check);
+    DefineConvert(app, convert);
+    try {
+        app.parse(argc, argv);
+    } catch (const CLI::ParseError& fault) {
+        return app.exit(fault) == 0 ? kDone : kBadUsage;
+    }
+    if (app.got_subcommand("check"))
+        return CheckModel(check);
+    if (app.got_subcommand("convert"))
+        return ConvertModel(convert.from, convert.to);
+    return RunModel(run);
+}
+
+}  // namespace
+
+int main(int argc, char** argv)
+{
+    try {
+        return Main(argc, argv);
+    } catch (const qvx::FileError& fault) {
+        fmt::print(stderr, "qvxfem: {}\n", fault.what());
+        return kBadUsage;
+    } catch (const jxException& fault) {
+        fmt::print(stderr, "qvxfem: {}\n", qvx::ToUtf8(fault.GetText()));
+        return kAnalysisFailed;
+    } catch (const std::bad_alloc&) {
+        fmt::print(stderr, "qvxfem: there is not enough memory\n");
+        return kAnalysisFailed;
+    } catch (const std::exception& fault) {
+        fmt::print(stderr, "qvxfem: {}\n", fault.what());
+        return kAnalysisFailed;
+    }
 }

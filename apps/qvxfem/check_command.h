@@ -1,0 +1,19 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace qvx::app {
+
+/// What `qvxfem check` was asked for.
+struct CheckOptions
+{
+    std::string model;
+    std::vector<std::string> settings;  ///< FIELD=VALUE
+    std::string log;
+};
+
+/// Runs the input check alone and prints every finding. Returns the exit code.
+int CheckModel(const CheckOptions& options);
+
+}  // namespace qvx::app

@@ -1,0 +1,14 @@
+#pragma once
+
+namespace qvx::app {
+
+/// Exit codes of qvxfem.
+enum ExitCode : int {
+    kDone = 0,
+    kRefused = 1,         ///< the input check refused the model
+    kBadUsage = 2,        ///< bad usage, an unreadable file, an output that cannot be written
+    kAnalysisFailed = 3,  ///< jxException
+    kStopped = 130,       ///< Ctrl-C
+};
+
+}  // namespace qvx::app

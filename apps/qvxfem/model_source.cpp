@@ -1,0 +1,89 @@
+#include "model_source.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <fstream>
+#include <system_error>
+
+#include "exchange/model_file.h"
+#include "exchange/sap2000_file.h"
+
+namespace qvx::app {
+namespace {
+
+std::string EndingOf(const std::filesystem::path& path)
+{
+    std::string ending = path.extension().string();
+    std::transform(ending.begin(), ending.end(), ending.begin(),
+                   [](unsigned char c) { return static_cast<char>(c >= 'A' && c <= 'Z' ? c + ('a' - 'A') : c); });
+    return ending;
+}
+
+void RequireReadable(const std::filesystem::path& path)
+{
+    if (std::filesystem::is_directory(path))
+        throw FileError(path.string(), "", "is a folder");
+    if (!std::ifstream(path))
+        throw FileError(path.string(), "", "cannot be opened: " + std::generic_category().message(errno));
+}
+
+// One combination for each imported load case: the file's own combinations are not read.
+void CombineEachLoadCase(CjxStruct& model, std::vector<std::string>& lines)
+{
+    if (model.loadCases.size() < 2)
+        return;
+    model.loadCombs.clear();
+    for (std::size_t i = 1; i < model.loadCases.size(); ++i) {
+        jxLoadComb comb;
+        jxCaseFactor term;
+        SetText(comb.label, model.loadCases[i].label);
+        SetText(term.label, model.loadCases[i].label);
+        comb.cases = {term};
+        model.loadCombs.push_back(comb);
+    }
+    model.OnAddMoreLoadCombination();
+    lines.push_back("load combinations of the file are not read: each load pattern is a combination of its own");
+}
+
+std::vector<std::string> ImportSap2000(const std::filesystem::path& path, CjxStruct& model)
+{
+    RequireReadable(path);
+    model.bZVertical = 1;  // the global Z axis of such a file points up
+    model.selfWeightDir = 2;
+    std::vector<CString> told;
+    if (!ReadSap2000File(path.wstring(), model, told))
+        throw FileError(path.string(), "", "cannot be read");
+    std::vector<std::string> lines;
+    for (const CString& line : told)
+        lines.push_back(ToUtf8(line.Text()));
+    CombineEachLoadCase(model, lines);
+    return lines;
+}
+
+}  // namespace
+
+std::vector<std::string> LoadModel(const std::filesystem::path& path, CjxStruct& model)
+{
+    const std::string ending = EndingOf(path);
+    model.documentPath = CString(path.wstring());
+    if (ending == ".s2k")
+        return ImportSap2000(path, model);
+    if (ending != ".json")
+        throw FileError(path.string(), "", "cannot be read: the name of a model ends in .json or .s2k");
+    ReadModelFile(path, model);
+    return {};
+}
+
+void RequireKnownOutput(const std::filesystem::path& path)
+{
+    if (EndingOf(path) != ".json")
+        throw FileError(path.string(), "", "cannot be written: the name of a model to write ends in .json");
+}
+
+void SaveModel(const std::filesystem::path& path, const CjxStruct& model)
+{
+    RequireKnownOutput(path);
+    WriteModelFile(path, model);
+}
+
+}  // namespace qvx::app

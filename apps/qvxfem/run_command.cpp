@@ -1,0 +1,163 @@
+#include "run_command.h"
+
+#include <chrono>
+#include <filesystem>
+#include <limits>
+#include <utility>
+
+#include <fmt/format.h>
+
+#include "engine_log.h"
+#include "exchange/results_file.h"
+#include "exit_code.h"
+#include "findings.h"
+#include "interrupt.h"
+#include "model_source.h"
+#include "settings.h"
+#include "summary.h"
+#include "terminal.h"
+
+namespace qvx::app {
+namespace {
+
+constexpr std::size_t kMostDetails = 10;  // of one finding in the summary
+
+void RefuseWhatIsNotThere(const RunOptions& options)
+{
+    for (const std::string& analysis : options.analyses) {
+        if (analysis == "static")
+            continue;
+        const bool isKnown =
+            analysis == "frequency" || analysis == "spectrum" || analysis == "concrete" || analysis == "steel";
+        throw FileError("", "--analysis " + analysis, isKnown ? "not available in this version" : "no such analysis");
+    }
+    if (!options.report.empty())
+        throw FileError("", "--report", "not available in this version");
+}
+
+// Before a long run, not after it.
+void RequireFolderOf(const std::string& file)
+{
+    if (file.empty())
+        return;
+    const std::filesystem::path folder = std::filesystem::absolute(file).parent_path();
+    if (!std::filesystem::is_directory(folder))
+        throw FileError(file, "", "cannot be written: there is no folder " + folder.string());
+    if (std::filesystem::is_directory(file))
+        throw FileError(file, "", "cannot be written: is a folder");
+}
+
+// The solver of a run: as asked for, else as the model says. Returns a note when another one has to do.
+std::string SelectSolver(const std::string& name, CjxStruct& model)
+{
+    if (name == "double")
+        model.SetSolverType(DoubleSkyline);
+    else if (name == "quad")
+        model.SetSolverType(QuadSkyline);
+    else if (name == "sparse")
+        model.SetSolverType(DoubleSparse);
+    if (model.GetSolver() != DoubleSparse)
+        return {};
+    model.SetSolverType(DoubleSkyline);
+    return fmt::format("the sparse solver that {} asks for is not available in this version: "
+                       "the double-precision skyline solver takes its place",
+                       name.empty() ? "the model" : "--solver");
+}
+
+void SayAll(Progress& progress, const std::vector<std::string>& lines, std::string_view before)
+{
+    for (const std::string& line : lines)
+        progress.Say(std::string(before) + line);
+}
+
+int Refused(Progress& progress, const Findings& findings)
+{
+    progress.Say("The model is refused:");
+    SayAll(progress, findings.Lines(std::numeric_limits<std::size_t>::max()), "  ");
+    return kRefused;
+}
+
+int Stopped(Progress& progress)
+{
+    progress.Say("Stopped by the user. No results are written.");
+    return kStopped;
+}
+
+// The engine has shown the text in a message box already, unless it comes from a place that shows none.
+int Failed(Progress& progress, const RunOptions& options, const Findings& findings, const std::string& text,
+           bool isShown)
+{
+    SayAll(progress, findings.Lines(kMostDetails), "  ");
+    progress.Say(isShown ? "The analysis failed." : "The analysis failed: " + text);
+    if (!options.log.empty())
+        progress.Say("Log: " + options.log);
+    return kAnalysisFailed;
+}
+
+class Stopwatch
+{
+public:
+    double Seconds() const { return std::chrono::duration<double>(std::chrono::steady_clock::now() - start_).count(); }
+
+private:
+    std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();
+};
+
+int Analyse(const RunOptions& options, CjxStruct& model, std::vector<std::string> notes, Progress& progress,
+            const TerminalHost& host)
+{
+    Findings findings;
+    RunWindow window(progress, findings);
+    const EngineLog log(model, options.log, [&](const std::string& entry) { findings.TakeLogEntry(entry); });
+    model.set_solver_wnds(&window);
+    const Stopwatch stopwatch;
+    int done = 0;
+    try {
+        done = model.ExecuteStatic();
+    } catch (const jxException& fault) {
+        model.RestoreInputData();
+        if (IsInterrupted())
+            return Stopped(progress);
+        return Failed(progress, options, findings, ToUtf8(fault.GetText()), host.LastText() == fault.GetText());
+    }
+    const double seconds = stopwatch.Seconds();
+    model.clear_solver_wnds();
+    progress.Clear();
+    if (IsInterrupted())
+        return Stopped(progress);
+    if (done == 0)
+        return Refused(progress, findings);
+    if (!options.results.empty())
+        WriteResultsFile(options.results, model);
+    if (!options.isQuiet)
+        PrintSummary(stdout, model,
+                     {.file = options.model,
+                      .results = options.results,
+                      .log = options.log,
+                      .notes = std::move(notes),
+                      .findings = findings.Lines(kMostDetails),
+                      .seconds = seconds});
+    return kDone;
+}
+
+}  // namespace
+
+int RunModel(const RunOptions& options)
+{
+    RefuseWhatIsNotThere(options);
+    Progress progress(options.isQuiet);
+    TerminalHost host(progress, options.isInteractive, options.threads);
+    CjxStruct model;
+    std::vector<std::string> notes = LoadModel(options.model, model);
+    ApplySettings(options.settings, model);
+    RequireFolderOf(options.results);
+    RequireFolderOf(options.log);
+    if (std::string note = SelectSolver(options.solver, model); !note.empty())
+        notes.push_back(std::move(note));
+    if (options.isQuiet)
+        notes.clear();
+    CatchInterrupt();
+    return Analyse(options, model, std::move(notes), progress, host);
+}
+
+}  // namespace qvx::app

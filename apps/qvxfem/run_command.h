@@ -1,0 +1,26 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace qvx::app {
+
+/// What `qvxfem run` was asked for.
+struct RunOptions
+{
+    std::string model;
+    std::vector<std::string> analyses = {"static"};
+    std::string solver;                 ///< double, quad, sparse; empty: as the model says
+    std::string results;                ///< file; empty: none
+    std::string report;                 ///< file; empty: none
+    std::string log;                    ///< file; empty: none
+    std::vector<std::string> settings;  ///< FIELD=VALUE
+    int threads = 0;
+    bool isInteractive = false;
+    bool isQuiet = false;
+};
+
+/// Analyses a model and writes what was asked for. Returns the exit code.
+int RunModel(const RunOptions& options);
+
+}  // namespace qvx::app

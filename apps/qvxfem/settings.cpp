@@ -1,0 +1,17 @@
+#include "settings.h"
+
+#include "exchange/model_file.h"
+
+namespace qvx::app {
+
+void ApplySettings(const std::vector<std::string>& settings, CjxStruct& model)
+{
+    for (const std::string& setting : settings) {
+        const std::size_t equals = setting.find('=');
+        if (equals == std::string::npos)
+            throw FileError("", "--set " + setting, "expected FIELD=VALUE");
+        SetModelSetting(model, setting.substr(0, equals), std::string_view(setting).substr(equals + 1));
+    }
+}
+
+}  // namespace qvx::app

@@ -1,0 +1,155 @@
+#include "terminal.h"
+
+#include <algorithm>
+#include <iostream>
+
+#include <fmt/format.h>
+#include <unistd.h>
+
+#include "interrupt.h"
+
+namespace qvx::app {
+namespace {
+
+constexpr std::size_t kLineWidth = 79;
+constexpr auto kDrawInterval = std::chrono::milliseconds(100);
+// "text - status"; a status of "..." marks a start.
+std::string Joined(const std::string& text, const std::string& status)
+{
+    if (status.empty())
+        return text;
+    return status == "..." ? text + " ..." : text + " - " + status;
+}
+
+bool IsWorthKeeping(const std::string& status)
+{
+    return status == "WARNING" || status == "NOT OK" || status == "NOT SURE" || status == "ERROR";
+}
+
+}  // namespace
+
+bool IsTerminal(std::FILE* stream)
+{
+    return isatty(fileno(stream)) != 0;
+}
+
+Progress::Progress(bool isQuiet) : isQuiet_(isQuiet), isTerminal_(IsTerminal(stderr)) {}
+
+Progress::~Progress()
+{
+    Clear();
+}
+
+void Progress::ShowStep(const std::string& text, const std::string& status)
+{
+    if (isQuiet_)
+        return;
+    if (!isTerminal_) {
+        fmt::print(stderr, "{}\n", Joined(text, status));
+        return;
+    }
+    if (IsWorthKeeping(status))
+        Say(Joined(text, status));
+    step_ = text;
+    status_.clear();
+    Draw(status != "OK");
+}
+
+void Progress::ShowStatus(const std::string& text)
+{
+    status_ = text;
+    if (!isQuiet_ && isTerminal_ && !step_.empty())
+        Draw(false);
+}
+
+void Progress::Say(const std::string& line)
+{
+    Clear();
+    fmt::print(stderr, "{}\n", line);
+}
+
+void Progress::Clear()
+{
+    if (!isDrawn_)
+        return;
+    fmt::print(stderr, "\r\x1b[K");
+    std::fflush(stderr);
+    isDrawn_ = false;
+}
+
+// Redrawn ten times a second at most: kernels report far more often than anybody can read.
+void Progress::Draw(bool isDue)
+{
+    const auto now = std::chrono::steady_clock::now();
+    if (!isDue && now - drawnAt_ < kDrawInterval)
+        return;
+    drawnAt_ = now;
+    std::string line = status_.empty() ? step_ : step_ + "  " + status_;
+    std::replace_if(
+        line.begin(), line.end(), [](unsigned char c) { return c < 0x20; }, ' ');
+    if (line.size() > kLineWidth)
+        line.resize(kLineWidth);
+    fmt::print(stderr, "\r\x1b[K{}", line);
+    std::fflush(stderr);
+    isDrawn_ = true;
+}
+
+TerminalHost::TerminalHost(Progress& progress, bool isInteractive, int threads)
+    : progress_(progress), isInteractive_(isInteractive), threads_(threads), previous_(SetHostServices(this))
+{
+}
+
+TerminalHost::~TerminalHost()
+{
+    SetHostServices(previous_);
+}
+
+int TerminalHost::MessageBox(const std::wstring& text, unsigned flags)
+{
+    const bool isQuestion = (flags & kMbYesNo) != 0;
+    // A model is constructed more than once in a run and would tell the same about a missing file each time.
+    const bool isRepeated = !isQuestion && text == lastText_;
+    lastText_ = text;
+    if (!isQuestion) {
+        if (!isRepeated)
+            progress_.Say(ToUtf8(text));
+        return kIdOk;
+    }
+    if (IsInterrupted())
+        return kIdYes;  // Ctrl-C is the answer to the question whether to abort
+    if (isInteractive_)
+        return Ask(ToUtf8(text));
+    progress_.Say(ToUtf8(text) + " Yes.");
+    return kIdYes;
+}
+
+// Asks until the answer is clear; the end of the input is a No.
+int TerminalHost::Ask(const std::string& question)
+{
+    for (;;) {
+        progress_.Clear();
+        fmt::print(stderr, "{} [y/n] ", question);
+        std::fflush(stderr);
+        std::string answer;
+        if (!std::getline(std::cin, answer))
+            return kIdNo;
+        if (answer == "y" || answer == "Y" || answer == "yes")
+            return kIdYes;
+        if (answer == "n" || answer == "N" || answer == "no")
+            return kIdNo;
+    }
+}
+
+bool TerminalHost::IsAbortKeyDown()
+{
+    return IsInterrupted();
+}
+
+int TerminalHost::ProfileInteger(const std::wstring& section, const std::wstring& key, int defaultValue)
+{
+    if (threads_ > 0 && section == L"Preferences" && key == L"SolverCPUs")
+        return threads_;
+    return HostServices::ProfileInteger(section, key, defaultValue);
+}
+
+}  // namespace qvx::app
