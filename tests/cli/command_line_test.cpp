@@ -1,0 +1,268 @@
+#include "cli/command_line.h"
+
+#include <cmath>
+
+#include <gmock/gmock.h>
+#include <nlohmann/json.hpp>
+
+namespace qvx::test {
+namespace {
+
+using nlohmann::json;
+using testing::HasSubstr;
+using testing::Not;
+
+// A cantilever of 100 in with a tip force: P L^3 / (3 E I) = 0.345 in.
+const char* const kCantilever = R"({
+  "format": "qvxfem-model", "version": 1, "name": "cantilever",
+  "settings": {"solverType": 0},
+  "materials": [{"id": 1, "label": "steel", "E": 29e6, "nu": 0.3, "Wc": 0.2836, "Tc": 6.5e-6}],
+  "sections": [{"id": 1, "label": "s", "A": 10, "Iz": 100, "Iy": 50, "J": 20}],
+  "nodes": [{"id": 1, "x": 0, "y": 0, "z": 0}, {"id": 2, "x": 100, "y": 0, "z": 0}],
+  "supports": [{"id": 1, "flag": "111111"}],
+  "beams": [{"id": 7, "node1": 1, "node2": 2, "material": 1, "section": 1}],
+  "loadCases": [{"id": 1, "label": "TIP"}],
+  "caseLoads": [{"ndLoads": [{"id": 2, "dof": 1, "value": -3000}]}],
+  "loadCombs": [{"label": "one", "cases": [{"label": "TIP", "factor": 1}]}]
+})";
+
+std::string Replaced(std::string text, const std::string& what, const std::string& by)
+{
+    text.replace(text.find(what), what.size(), by);
+    return text;
+}
+
+TEST_F(CommandLine, HelpAndVersionAreNoErrors)
+{
+    EXPECT_EQ(Run({"--version"}).exitCode, 0);
+    EXPECT_THAT(Run({"--version"}).out, HasSubstr("qvxfem 0."));
+    const ProgramRun help = Run({"--help"});
+    EXPECT_EQ(help.exitCode, 0);
+    for (const char* command : {"run", "check", "convert"}) {
+        EXPECT_THAT(help.out, HasSubstr(command));
+        EXPECT_EQ(Run({command, "--help"}).exitCode, 0);
+    }
+}
+
+TEST_F(CommandLine, BadUsageEndsWithTwo)
+{
+    Write("m.json", kCantilever);
+    EXPECT_EQ(Run({}).exitCode, 2);
+    EXPECT_EQ(Run({"fly"}).exitCode, 2);
+    EXPECT_EQ(Run({"run"}).exitCode, 2);
+    EXPECT_EQ(Run({"run", "m.json", "--speed", "9"}).exitCode, 2);
+    EXPECT_EQ(Run({"run", "m.json", "--solver", "fast"}).exitCode, 2);
+    EXPECT_EQ(Run({"run", "m.json", "--threads", "0"}).exitCode, 2);
+    EXPECT_EQ(Run({"convert", "m.json"}).exitCode, 2);
+    EXPECT_EQ(Files(), 1);
+}
+
+TEST_F(CommandLine, WhatIsNotThereYetIsRefused)
+{
+    Write("m.json", kCantilever);
+    for (const char* analysis : {"frequency", "spectrum", "concrete", "steel", "static,frequency"}) {
+        const ProgramRun run = Run({"run", "m.json", "--analysis", analysis, "--results", "r.json"});
+        EXPECT_EQ(run.exitCode, 2) << analysis;
+        EXPECT_THAT(run.err, HasSubstr("not available in this version"));
+    }
+    EXPECT_THAT(Run({"run", "m.json", "--analysis", "magic"}).err, HasSubstr("no such analysis"));
+    EXPECT_EQ(Run({"run", "m.json", "--report", "r.htm"}).exitCode, 2);
+    EXPECT_EQ(Files(), 1);
+}
+
+TEST_F(CommandLine, BadFilesAreToldWithTheirPlaceAndNothingIsWritten)
+{
+    Write("syntax.json", "{\"format\": \"qvxfem-model\",\n \"nodes\": [}");
+    Write("path.json", Replaced(kCantilever, "\"node2\": 2", "\"node2\": \"2\""));
+    Write("missing.json", Replaced(kCantilever, "\"node2\": 2", "\"node2\": 5"));
+    Write("model.txt", kCantilever);
+    const auto fault = [&](const char* name) {
+        const ProgramRun run = Run({"run", name, "--results", "r.json", "--log", "l.txt"});
+        EXPECT_EQ(run.exitCode, 2) << name;
+        EXPECT_EQ(run.out, "") << name;
+        return run.err;
+    };
+    EXPECT_EQ(fault("syntax.json"), "qvxfem: syntax.json: line 2, column 12: syntax error while parsing value - "
+                                    "unexpected '}'; expected '[', '{', or a literal\n");
+    EXPECT_EQ(fault("path.json"), "qvxfem: path.json: beams[0].node2: expected an integer\n");
+    EXPECT_EQ(fault("missing.json"), "qvxfem: missing.json: beams[0].node2: there is no node 5\n");
+    EXPECT_THAT(fault("none.json"), HasSubstr("none.json: cannot be opened"));
+    EXPECT_THAT(fault("none.s2k"), HasSubstr("none.s2k: cannot be opened"));
+    EXPECT_THAT(fault("model.txt"), HasSubstr("the name of a model ends in .json or .s2k"));
+    EXPECT_EQ(Files(), 4);
+}
+
+TEST_F(CommandLine, RunsAModelAndWritesItsResults)
+{
+    Write("m.json", kCantilever);
+    const ProgramRun run = Run({"run", "m.json", "--results", "r.json", "--quiet"});
+
+    EXPECT_EQ(run.exitCode, 0);
+    EXPECT_EQ(run.out, "");
+    EXPECT_EQ(run.err, "");
+    const json results = json::parse(Read("r.json"));
+    const double tip = results["combinations"][0]["displacements"][1]["value"][1];
+    const double expected = -3000.0 * 1e6 / (3 * 29e6 * 100);
+    EXPECT_NEAR(tip, expected, 1e-4 * std::fabs(expected));
+    EXPECT_EQ(Files(), 2);
+}
+
+TEST_F(CommandLine, SummarySaysSizeSolverBalanceAndExtremes)
+{
+    Write("m.json", kCantilever);
+    const ProgramRun run = Run({"run", "m.json", "--log", "l.txt"});
+
+    EXPECT_EQ(run.exitCode, 0);
+    for (const char* part :
+         {"cantilever  (m.json)", "2 nodes, 1 member, 1 support", "Double-precision Skyline, 12 equations",
+          "Combination 1 \"one\": linear", "sum of loads        lb                   0        -3000",
+          "sum of reactions    lb                   0         3000", "node 2 (X 0, Y -0.3448", "member 7, start (Mz)",
+          "at most", "log                 l.txt"})
+        EXPECT_THAT(run.out, HasSubstr(part));
+    EXPECT_THAT(Read("l.txt"), HasSubstr("]: FACTORIZATION - OK"));
+}
+
+TEST_F(CommandLine, SolversAgreeAndTheMissingOneIsReplaced)
+{
+    Write("m.json", Replaced(kCantilever, "\"solverType\": 0", "\"solverType\": 2"));
+    const auto tip = [&](const char* solver) {
+        EXPECT_EQ(Run({"run", "m.json", "--solver", solver, "--results", "r.json", "--quiet"}).exitCode, 0);
+        return json::parse(Read("r.json"))["combinations"][0]["displacements"][1]["value"][1].get<double>();
+    };
+    EXPECT_NEAR(tip("double"), tip("quad"), 1e-9);
+    EXPECT_THAT(Run({"run", "m.json"}).out, HasSubstr("the sparse solver that the model asks for is not available"));
+    EXPECT_THAT(Run({"run", "m.json", "--solver", "sparse"}).out,
+                HasSubstr("the double-precision skyline solver takes its place"));
+}
+
+TEST_F(CommandLine, SettingsAreSetByTheirNames)
+{
+    Write("m.json", kCantilever);
+    const auto stations = [&](const char* setting) {
+        EXPECT_EQ(Run({"run", "m.json", "--set", setting, "--results", "r.json", "--quiet"}).exitCode, 0);
+        return json::parse(Read("r.json"))["combinations"][0]["beamCurves"][0]["stations"].size();
+    };
+    EXPECT_LT(stations("numberOfSegments=20"), stations("numberOfSegments=40"));
+    const ProgramRun unknown = Run({"run", "m.json", "--set", "speed=9"});
+    EXPECT_EQ(unknown.exitCode, 2);
+    EXPECT_EQ(unknown.err, "qvxfem: speed: there is no such setting\n");
+    EXPECT_EQ(Run({"run", "m.json", "--set", "numberOfSegments"}).exitCode, 2);
+    EXPECT_EQ(Run({"run", "m.json", "--set", "numberOfSegments=many"}).exitCode, 2);
+}
+
+TEST_F(CommandLine, RefusedModelsEndWithOneAndEveryReason)
+{
+    Write("m.json", Replaced(Replaced(kCantilever, "\"x\": 100, \"y\": 0, \"z\": 0}",
+                                      "\"x\": 100, \"y\": 0, \"z\": 0}, {\"id\": 9, \"x\": 500}"),
+                             "\"A\": 10", "\"A\": 0"));
+    for (const std::vector<std::string>& command :
+         {std::vector<std::string>{"run", "m.json", "--results", "r.json"}, {"check", "m.json"}}) {
+        const ProgramRun run = Run(command);
+        EXPECT_EQ(run.exitCode, 1);
+        const std::string told = run.out + run.err;
+        EXPECT_THAT(told, HasSubstr("error: orphaned nodes found"));
+        EXPECT_THAT(told, HasSubstr("Node 9 is an orphaned (unconnected) node"));
+        EXPECT_THAT(told, HasSubstr("error: Invalid section properties found"));
+    }
+    EXPECT_EQ(Files(), 1);
+}
+
+TEST_F(CommandLine, AcceptedModelsAreToldWithTheirWarnings)
+{
+    Write("m.json", kCantilever);
+    const ProgramRun run = Run({"check", "m.json"});
+    EXPECT_EQ(run.exitCode, 0);
+    EXPECT_THAT(run.out, HasSubstr("warning: The model does not contain self weight load"));
+    EXPECT_THAT(run.out, HasSubstr("accepted: 0 errors, 1 warning"));
+}
+
+// Without a restraint about its own axis the member turns freely.
+TEST_F(CommandLine, UnstableModelsEndWithThreeAndTheirNode)
+{
+    Write("m.json", Replaced(kCantilever, "\"111111\"", "\"111011\""));
+    const ProgramRun run = Run({"run", "m.json", "--results", "r.json"});
+    EXPECT_EQ(run.exitCode, 3);
+    EXPECT_THAT(run.err, HasSubstr("Structure is unstable. See log file for details."));
+    EXPECT_THAT(run.err, HasSubstr("Instability OX at Node "));
+    EXPECT_EQ(Files(), 1);
+}
+
+TEST_F(CommandLine, OutputsThatCannotBeWrittenAreToldBeforeTheRun)
+{
+    Write("m.json", kCantilever);
+    const ProgramRun run = Run({"run", "m.json", "--results", "none/r.json"});
+    EXPECT_EQ(run.exitCode, 2);
+    EXPECT_THAT(run.err, HasSubstr("none/r.json: cannot be written: there is no folder"));
+    EXPECT_EQ(Run({"run", "m.json", "--results", "."}).exitCode, 2);
+    EXPECT_EQ(Run({"run", "m.json", "--log", "none/l.txt"}).exitCode, 2);
+    EXPECT_EQ(Files(), 1);
+}
+
+TEST_F(CommandLine, AFullDiskEndsWithTwo)
+{
+    if (!std::filesystem::exists("/dev/full"))
+        GTEST_SKIP() << "no device without space here";
+    Write("m.json", kCantilever);
+    const ProgramRun run = Run({"run", "m.json", "--results", "/dev/full", "--quiet"});
+    EXPECT_EQ(run.exitCode, 2);
+    EXPECT_EQ(run.err, "qvxfem: /dev/full: cannot be written: No space left on device\n");
+}
+
+TEST_F(CommandLine, ConvertingTwiceGivesTheSameFile)
+{
+    Write("m.json", kCantilever);
+    EXPECT_EQ(Run({"convert", "m.json", "a.json"}).exitCode, 0);
+    EXPECT_EQ(Run({"convert", "a.json", "b.json"}).exitCode, 0);
+    EXPECT_EQ(Read("a.json"), Read("b.json"));
+    EXPECT_THAT(Read("a.json"), HasSubstr("\"cantilever\""));
+
+    const ProgramRun unknown = Run({"convert", "m.json", "c.dwg"});
+    EXPECT_EQ(unknown.exitCode, 2);
+    EXPECT_THAT(unknown.err, HasSubstr("c.dwg: cannot be written"));
+    EXPECT_FALSE(Exists("c.dwg"));
+}
+
+// Two nodes at one place: the check asks whether to go on.
+TEST_F(CommandLine, QuestionsCountAsYesUnlessTheyAreAsked)
+{
+    Write("m.json",
+          Replaced(Replaced(kCantilever, "\"x\": 100, \"y\": 0, \"z\": 0}",
+                            "\"x\": 100, \"y\": 0, \"z\": 0}, {\"id\": 3, \"x\": 100}, {\"id\": 4, \"x\": 200}"),
+                   "\"section\": 1}", "\"section\": 1}, {\"id\": 8, \"node1\": 3, \"node2\": 4}"));
+    Write("m.json", Replaced(Read("m.json"), "{\"id\": 1, \"flag\": \"111111\"}",
+                             "{\"id\": 1, \"flag\": \"111111\"}, {\"id\": 4, \"flag\": \"111111\"}"));
+    const ProgramRun batch = Run({"run", "m.json"});
+    EXPECT_EQ(batch.exitCode, 0);
+    EXPECT_THAT(batch.err, HasSubstr("Do you want to continue? Yes."));
+
+    const ProgramRun no = Run({"run", "m.json", "--interactive"}, "what\nn\n");
+    EXPECT_EQ(no.exitCode, 1);
+    EXPECT_THAT(no.err, HasSubstr("Do you want to continue? [y/n] "));
+    EXPECT_THAT(no.err, HasSubstr("error: duplicate nodes found"));
+    EXPECT_EQ(Run({"run", "m.json", "--interactive"}, "y\ny\ny\n").exitCode, 0);
+}
+
+TEST_F(CommandLine, TermsThatNameNoLoadCaseAreTold)
+{
+    Write("m.json", Replaced(kCantilever, "{\"label\": \"TIP\", \"factor\": 1}",
+                             "{\"label\": \"TIP\", \"factor\": 1}, {\"label\": \"WIND\", \"factor\": 2}"));
+    const ProgramRun run = Run({"run", "m.json"});
+    EXPECT_EQ(run.exitCode, 0);
+    EXPECT_THAT(run.out, HasSubstr("no load case is named \"WIND\": this term gives no load"));
+}
+
+TEST_F(CommandLine, ReadsSap2000FilesAndTellsWhatTheyLose)
+{
+    const std::string file = std::string(QVXFEM_SOURCE_DIR) + "/tests/cases/import/01-plain-frame/IN.s2k";
+    const ProgramRun convert = Run({"convert", file, "m.json"});
+    EXPECT_EQ(convert.exitCode, 0);
+    EXPECT_THAT(convert.err, HasSubstr("note: "));
+    const json model = json::parse(Read("m.json"));
+    EXPECT_EQ(model["units"]["Length"], "m");
+    EXPECT_EQ(model["units"]["Force"], "kN");
+    EXPECT_EQ(model["loadCombs"].size(), model["loadCases"].size() - 1);
+    EXPECT_EQ(Run({"run", file, "--quiet"}).exitCode, 0);
+}
+
+}  // namespace
+}  // namespace qvx::test
