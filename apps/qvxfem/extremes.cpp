@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <map>
 
 #include <fmt/format.h>
 
@@ -92,20 +93,34 @@ struct MemberForces
     }
 };
 
-void AppendEndForces(std::vector<Extreme>& out, const std::vector<jxBmEndVMD>& members)
+MemberForces LargestEndForces(const std::vector<jxBmEndVMD>& members)
 {
     MemberForces forces;
     for (const jxBmEndVMD& member : members) {
         forces.Take(member.id, 0, member.start);
         forces.Take(member.id, 1, member.end);
     }
-    Append(out, "end axial force", kForce, forces.axial, Spelled);
-    Append(out, "end shear", kForce, forces.shear, Spelled);
-    Append(out, "end torsion", kMoment, forces.torsion, Spelled);
-    Append(out, "end moment", kMoment, forces.bending, Spelled);
+    return forces;
 }
 
-void AppendCurves(std::vector<Extreme>& out, const std::vector<jxBmVMD>& members)
+void AppendEndForces(std::vector<Extreme>& out, const MemberForces& ends)
+{
+    Append(out, "end axial force", kForce, ends.axial, Spelled);
+    Append(out, "end shear", kForce, ends.shear, Spelled);
+    Append(out, "end torsion", kMoment, ends.torsion, Spelled);
+    Append(out, "end moment", kMoment, ends.bending, Spelled);
+}
+
+// A value along members that is larger than those at their ends.
+void AppendLarger(std::vector<Extreme>& out, const char* what, Quantity unit, const Largest<MemberPlace>& along,
+                  const Largest<MemberPlace>& atEnds)
+{
+    constexpr double kRoundOff = 1e-9;
+    if (std::fabs(along.Value()) > (1 + kRoundOff) * std::fabs(atEnds.Value()))
+        Append(out, what, unit, along, Spelled);
+}
+
+void AppendCurves(std::vector<Extreme>& out, const std::vector<jxBmVMD>& members, const MemberForces& ends)
 {
     MemberForces forces;
     Largest<MemberPlace> deflection;
@@ -116,10 +131,11 @@ void AppendCurves(std::vector<Extreme>& out, const std::vector<jxBmVMD>& members
             deflection.Take(station.Dz, {member.id, station.x, "Dz"});
         }
     }
-    Append(out, "member axial force", kForce, forces.axial, Spelled);
-    Append(out, "member shear", kForce, forces.shear, Spelled);
-    Append(out, "member moment", kMoment, forces.bending, Spelled);
-    Append(out, "member sag", kTranslationalDisplacement, deflection, Spelled);
+    AppendLarger(out, "span axial force", kForce, forces.axial, ends.axial);
+    AppendLarger(out, "span shear", kForce, forces.shear, ends.shear);
+    AppendLarger(out, "span torsion", kMoment, forces.torsion, ends.torsion);
+    AppendLarger(out, "span moment", kMoment, forces.bending, ends.bending);
+    Append(out, "sag from the chord", kTranslationalDisplacement, deflection, Spelled);
 }
 
 struct Location
@@ -187,16 +203,28 @@ void AppendBricks(std::vector<Extreme>& out, const std::vector<jxBrickStress>& b
     Append(out, "brick stress", kStress, equivalent, BrickPlace);
 }
 
+// What is round-off beside another value of the same unit is not worth a line.
+void DropRoundOff(std::vector<Extreme>& extremes)
+{
+    constexpr double kRoundOff = 1e-9;
+    std::map<Quantity, double> largest;
+    for (const Extreme& e : extremes)
+        largest[e.unit] = std::max(largest[e.unit], std::fabs(e.value));
+    std::erase_if(extremes, [&](const Extreme& e) { return std::fabs(e.value) < kRoundOff * largest[e.unit]; });
+}
+
 }  // namespace
 
 std::vector<Extreme> ExtremesOf(const jxCombResult& result)
 {
     std::vector<Extreme> extremes;
     AppendDisplacements(extremes, result.displacements);
-    AppendEndForces(extremes, result.beamEndForces);
-    AppendCurves(extremes, result.beamCurves);
+    const MemberForces ends = LargestEndForces(result.beamEndForces);
+    AppendEndForces(extremes, ends);
+    AppendCurves(extremes, result.beamCurves, ends);
     AppendShells(extremes, result.shell4Stresses);
     AppendBricks(extremes, result.brickStresses);
+    DropRoundOff(extremes);
     return extremes;
 }
 

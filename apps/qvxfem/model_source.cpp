@@ -27,24 +27,6 @@ void RequireReadable(const std::filesystem::path& path)
         throw FileError(path.string(), "", "cannot be opened: " + std::generic_category().message(errno));
 }
 
-// One combination for each imported load case: the file's own combinations are not read.
-void CombineEachLoadCase(CjxStruct& model, std::vector<std::string>& lines)
-{
-    if (model.loadCases.size() < 2)
-        return;
-    model.loadCombs.clear();
-    for (std::size_t i = 1; i < model.loadCases.size(); ++i) {
-        jxLoadComb comb;
-        jxCaseFactor term;
-        SetText(comb.label, model.loadCases[i].label);
-        SetText(term.label, model.loadCases[i].label);
-        comb.cases = {term};
-        model.loadCombs.push_back(comb);
-    }
-    model.OnAddMoreLoadCombination();
-    lines.push_back("load combinations of the file are not read: each load pattern is a combination of its own");
-}
-
 std::vector<std::string> ImportSap2000(const std::filesystem::path& path, CjxStruct& model)
 {
     RequireReadable(path);
@@ -56,7 +38,6 @@ std::vector<std::string> ImportSap2000(const std::filesystem::path& path, CjxStr
     std::vector<std::string> lines;
     for (const CString& line : told)
         lines.push_back(ToUtf8(line.Text()));
-    CombineEachLoadCase(model, lines);
     return lines;
 }
 

@@ -47,8 +47,7 @@ void RequireFolderOf(const std::string& file)
         throw FileError(file, "", "cannot be written: is a folder");
 }
 
-// The solver of a run: as asked for, else as the model says. Returns a note when another one has to do.
-std::string SelectSolver(const std::string& name, CjxStruct& model)
+void SelectSolver(const std::string& name, CjxStruct& model)
 {
     if (name == "double")
         model.SetSolverType(DoubleSkyline);
@@ -56,12 +55,6 @@ std::string SelectSolver(const std::string& name, CjxStruct& model)
         model.SetSolverType(QuadSkyline);
     else if (name == "sparse")
         model.SetSolverType(DoubleSparse);
-    if (model.GetSolver() != DoubleSparse)
-        return {};
-    model.SetSolverType(DoubleSkyline);
-    return fmt::format("the sparse solver that {} asks for is not available in this version: "
-                       "the double-precision skyline solver takes its place",
-                       name.empty() ? "the model" : "--solver");
 }
 
 void SayAll(Progress& progress, const std::vector<std::string>& lines, std::string_view before)
@@ -152,10 +145,7 @@ int RunModel(const RunOptions& options)
     ApplySettings(options.settings, model);
     RequireFolderOf(options.results);
     RequireFolderOf(options.log);
-    if (std::string note = SelectSolver(options.solver, model); !note.empty())
-        notes.push_back(std::move(note));
-    if (options.isQuiet)
-        notes.clear();
+    SelectSolver(options.solver, model);
     CatchInterrupt();
     return Analyse(options, model, std::move(notes), progress, host);
 }

@@ -20,7 +20,7 @@ constexpr const char* kModelTypes[] = {
     "3D Frame & Shell (6-DOF)",     "2D Frame (X, Y, OZ)",    "3D Truss (X, Y, Z)", "2D Truss (X, Y)",
     "2D Plate Bending (Z, OX, OY)", "2D Plane Stress (X, Y)", "3D Brick (X, Y, Z)", "2D Grillage (Y, OX, OZ)"};
 constexpr const char* kSolvers[] = {"Double-precision Skyline", "Quad-precision Skyline", "Double-precision Sparse"};
-constexpr int kDigits[] = {16, 31, 16};
+constexpr int kDigits[] = {16, 31};  // of the skyline solvers
 
 template <class... Arguments>
 void Row(std::FILE* out, const char* label, fmt::format_string<Arguments...> text, Arguments&&... arguments)
@@ -65,9 +65,12 @@ void PrintHead(std::FILE* out, const CjxStruct& model, const SummaryFacts& facts
     Row(out, "size", "{}", SizeOf(model));
     Row(out, "loads", "{}, {}", Counted(model.loadCases.size(), "load case", "load cases"),
         Counted(model.loadCombs.size(), "combination", "combinations"));
-    Row(out, "solver", "{}, {}, {} of {} digits lost", kSolvers[model.solverType],
-        Counted(static_cast<std::size_t>(model.numberOfEquations), "equation", "equations"), model.digitsLost,
-        kDigits[model.solverType]);
+    std::string solver =
+        fmt::format("{}, {}", kSolvers[model.solverType],
+                    Counted(static_cast<std::size_t>(model.numberOfEquations), "equation", "equations"));
+    if (model.solverType != DoubleSparse)  // which keeps its factor to itself
+        solver += fmt::format(", {} of {} digits lost", model.digitsLost, kDigits[model.solverType]);
+    Row(out, "solver", "{}", solver);
 }
 
 std::string CourseOf(const jxCombOutcome& outcome)

@@ -14,7 +14,7 @@ struct SummaryFacts
     std::string file;                   ///< of the model
     std::string results;                ///< file written; empty: none
     std::string log;                    ///< file written; empty: none
-    std::vector<std::string> notes;     ///< on reading and on the choice of the solver
+    std::vector<std::string> notes;     ///< on what was lost in reading
     std::vector<std::string> findings;  ///< of the engine
     double seconds = 0;
 };

@@ -72,11 +72,13 @@ std::string CaseTitle(const testing::TestParamInfo<std::tuple<std::string, int>>
     for (char& c : title)
         if (std::isalnum(static_cast<unsigned char>(c)) == 0)
             c = '_';
-    return title + (std::get<1>(info.param) == DoubleSkyline ? "_double" : "_quad");
+    constexpr const char* kEndings[] = {"_double", "_quad", "_sparse"};
+    return title + kEndings[std::get<1>(info.param)];
 }
 
 INSTANTIATE_TEST_SUITE_P(All, StaticCase,
-                         testing::Combine(testing::ValuesIn(CaseNames()), testing::Values(DoubleSkyline, QuadSkyline)),
+                         testing::Combine(testing::ValuesIn(CaseNames()),
+                                          testing::Values(DoubleSkyline, QuadSkyline, DoubleSparse)),
                          CaseTitle);
 
 }  // namespace
