@@ -116,6 +116,8 @@ private:
         Add("diaphragmStiffnessFactor", model.diaphragmStiffnessFactor, 1);
         Add("selfWeightFactor", model.selfWeightFactor, 1);
         Add("penaltyFactor", model.penaltyFactor, 1);
+        Add("dampingRatio", model.dampingRatio, 1);
+        Add("spectrumFactor", model.spectrumFactor, 1);
     }
 
     void FillProperties()
