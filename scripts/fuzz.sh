@@ -20,7 +20,7 @@ for target in "${targets[@]}"; do
   corpus=build/fuzz/corpus/$target   # what the fuzzer finds interesting, kept from run to run
   mkdir -p "$corpus"
   echo "$target: $runs inputs"
-  "build/fuzz/tests/fuzz/fuzz_$target" -runs="$runs" -max_len=4096 -timeout=10 -print_final_stats=1 -verbosity=1 \
+  "build/fuzz/tests/fuzz/fuzz_$target" -runs="$runs" -max_len=400 -timeout=10 -print_final_stats=1 -verbosity=1 \
     -dict="tests/fuzz/dict/$target.dict" -artifact_prefix="build/fuzz/findings/$target-" \
     "$corpus" "tests/fuzz/corpus/$target" 2>&1 | tail -n 12
 done

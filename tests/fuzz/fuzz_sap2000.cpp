@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <numeric>
 #include <sstream>
 #include <string>
 
@@ -25,6 +26,12 @@ void WriteAndReadBack(const CjxStruct& model)
     }
 }
 
+// Writing and reading back costs more than the import: one input in eight, by its bytes, goes that far.
+bool IsChosen(const std::uint8_t* data, std::size_t size)
+{
+    return std::accumulate(data, data + size, 0u) % 8 == 0;
+}
+
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
@@ -40,6 +47,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     for (const qvx::ImportLoss& loss : importer.Losses())
         qvx::fuzz::Require(loss.count > 0 && !loss.Text().IsEmpty(), "a loss is counted and has a text");
     model.RepaireData();
-    WriteAndReadBack(model);
+    if (IsChosen(data, size))
+        WriteAndReadBack(model);
     return 0;
 }
