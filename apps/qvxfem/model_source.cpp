@@ -7,6 +7,7 @@
 
 #include "exchange/model_file.h"
 #include "exchange/sap2000_file.h"
+#include "platform/wide_path.h"
 
 namespace qvx::app {
 namespace {
@@ -33,7 +34,7 @@ std::vector<std::string> ImportSap2000(const std::filesystem::path& path, CjxStr
     model.bZVertical = 1;  // the global Z axis of such a file points up
     model.selfWeightDir = 2;
     std::vector<CString> told;
-    if (!ReadSap2000File(path.wstring(), model, told))
+    if (!ReadSap2000File(TextOf(path), model, told))
         throw FileError(path.string(), "", "cannot be read");
     std::vector<std::string> lines;
     for (const CString& line : told)
@@ -46,7 +47,7 @@ std::vector<std::string> ImportSap2000(const std::filesystem::path& path, CjxStr
 std::vector<std::string> LoadModel(const std::filesystem::path& path, CjxStruct& model)
 {
     const std::string ending = EndingOf(path);
-    model.documentPath = CString(path.wstring());
+    model.documentPath = CString(TextOf(path));
     if (ending == ".s2k")
         return ImportSap2000(path, model);
     if (ending != ".json")

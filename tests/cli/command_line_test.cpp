@@ -251,6 +251,17 @@ TEST_F(CommandLine, TermsThatNameNoLoadCaseAreTold)
     EXPECT_THAT(run.out, HasSubstr("no load case is named \"WIND\": this term gives no load"));
 }
 
+// The program runs in the plain C locale: names of files are bytes all the same.
+TEST_F(CommandLine, ReadsFilesOfAnyName)
+{
+    Write("Träger 梁.json", kCantilever);
+    Write("Träger 梁.s2k", "TABLE:  \"JOINT COORDINATES\"\nJoint=1 GlobalX=0 GlobalY=0 GlobalZ=0\n");
+
+    EXPECT_EQ(Run({"run", "Träger 梁.json", "--quiet"}).exitCode, 0);
+    EXPECT_EQ(Run({"convert", "Träger 梁.s2k", "Träger 梁 2.json"}).exitCode, 0);
+    EXPECT_TRUE(Exists("Träger 梁 2.json"));
+}
+
 TEST_F(CommandLine, ReadsSap2000FilesAndTellsWhatTheyLose)
 {
     const std::string file = std::string(QVXFEM_SOURCE_DIR) + "/tests/cases/import/01-plain-frame/IN.s2k";
