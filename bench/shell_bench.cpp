@@ -7,6 +7,7 @@
 
 #include <benchmark/benchmark.h>
 
+#include "elements/shell4_group.h"
 #include "elements/shell_stress.h"
 
 namespace {
@@ -61,6 +62,69 @@ bool IsRight(const QuadCorners& p, const ShellOptions& options)
     return std::fabs(static_cast<double>(stretched.F[2][0]) / expected - 1) < 1e-10;
 }
 
+// A plate of n x n shells in which every degree of freedom is an equation, stretched by 1e-3 along x.
+class Plate
+{
+public:
+    explicit Plate(int n)
+    {
+        model.materials.push_back({.id = 1, .E = kE, .nu = kNu});
+        model.thicknesses.push_back({.id = 1, .t = kThickness});
+        model.loadCombs.emplace_back();
+        model.combResults.resize(1);
+        for (int i = 0; i <= n; ++i)
+            for (int j = 0; j <= n; ++j)
+                model.nodes.push_back({.id = i * (n + 1) + j + 1, .x = i + 0.2 * (j % 2), .y = 1.0 * j, .z = 0});
+        for (int i = 0; i < n; ++i)
+            for (int j = 0; j < n; ++j) {
+                const int first = i * (n + 1) + j + 1;
+                model.shell4s.push_back({.id = static_cast<int>(model.shell4s.size()) + 1,
+                                         .node = {first, first + n + 1, first + n + 2, first + 1}});
+            }
+        const int nNodes = static_cast<int>(model.nodes.size());
+        model.solverType = DoubleSkyline;
+        model.numberOfEquations = 6 * nNodes;
+        model.loadVectors.assign(1, std::vector<double128>(static_cast<std::size_t>(6 * nNodes) + 1));
+        for (int dof = 0; dof < 6; ++dof) {
+            model.idTable[dof].assign(static_cast<std::size_t>(nNodes) + 1, 0);
+            for (int node = 1; node <= nNodes; ++node)
+                model.idTable[dof][static_cast<std::size_t>(node)] = 6 * (node - 1) + dof + 1;
+        }
+        for (int node = 1; node <= nNodes; ++node)
+            model.loadVectors[0][static_cast<std::size_t>(6 * (node - 1) + 1)] =
+                1e-3 * model.nodes[static_cast<std::size_t>(node) - 1].x;
+    }
+    bool IsRight() const
+    {
+        const double expected = kE * kThickness * 1e-3 / (1 - kNu * kNu);
+        for (const jxShellStress& s : model.combResults[0].shell4Stresses)
+            if (std::fabs(s.F[3][0] / expected - 1) > 1e-9)
+                return false;
+        return model.combResults[0].shell4Stresses.size() == model.shell4s.size();
+    }
+
+    CjxStruct model;
+    CjxShell4Group group{&model};
+};
+
+// From displacements to the records of all shells, derived values included.
+void ModelStresses(benchmark::State& state)
+{
+    const bool isAveraged = state.range(1) != 0;
+    Plate plate(static_cast<int>(state.range(0)));
+    const auto Run = [&] {
+        isAveraged ? plate.model.AverageShellStresses(plate.group, 0) : plate.model.AllShell4Stresses(plate.group, 0);
+    };
+    Run();
+    if (!plate.IsRight()) {
+        state.SkipWithError("the stresses are wrong");
+        return;
+    }
+    for (auto _ : state)
+        Run();
+    state.SetItemsProcessed(state.iterations() * state.range(0) * state.range(0));
+}
+
 ShellOptions OptionsOf(const benchmark::State& state)
 {
     return {
@@ -111,5 +175,7 @@ BENCHMARK(Stiffness<double>)->Name("ShellStiffness/double")->ArgName("thin")->Ar
 BENCHMARK(Stiffness<qvx::double128>)->Name("ShellStiffness/double128")->ArgName("thin")->Arg(0)->Arg(1);
 BENCHMARK(Recovery<double>)->Name("ShellRecovery/double")->ArgName("thin")->Arg(0)->Arg(1);
 BENCHMARK(Recovery<qvx::double128>)->Name("ShellRecovery/double128")->ArgName("thin")->Arg(0)->Arg(1);
+
+BENCHMARK(ModelStresses)->Name("ShellStressesOfModel")->ArgNames({"side", "averaged"})->Args({100, 0})->Args({100, 1});
 
 BENCHMARK_MAIN();

@@ -32,8 +32,8 @@ struct PlateForces
 ///   |            |        linear in r.
 ///   3 ----34---- 4
 ///
-/// On a parallelogram both choices of ShearDirections agree when local x runs along r and s leans to its left or right;
-/// on other shapes Unsigned is exact for a constant shear nowhere but on average, Signed everywhere.
+/// On a parallelogram with local x along r both choices are the same. On other shapes a constant shear is exact with
+/// Signed only; Unsigned is off by the lean of the sides and depends on which side is 3-4 (numbers in docs/elements.md).
 /// Source: Bathe & Dvorkin, Int. J. Num. Meth. Eng. 21 (1985), 367.
 /// @param shear  rigidities along local x and y are rigidity.shearX, shearY
 template <Number Real>

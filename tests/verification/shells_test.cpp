@@ -226,6 +226,9 @@ TEST(TwistedStrip, IsBeyondAFlatShell)
     EXPECT_NEAR(outOfPlane12, 0.001505, HalfDigit(6));
     EXPECT_NEAR(inPlane24, 0.013759, HalfDigit(6));
     EXPECT_NEAR(outOfPlane24, 0.004212, HalfDigit(6));
+    const auto [inPlane48, outOfPlane48] = Deflections(48);
+    EXPECT_NEAR(inPlane48, 0.04175, HalfDigit(5));
+    EXPECT_NEAR(outOfPlane48, 0.01466, HalfDigit(5));
 }
 
 // NAFEMS LE1: membrane between the ellipses (2, 1) and (3.25, 2.75), a quarter, t = 0.1 m, E = 210e3 MPa, nu = 0.3,
