@@ -213,9 +213,9 @@ TEST_P(DirectSolvers, ProgressRunsUpToTheEnd)
     const Csr m = RandomMatrix(600, 2);
     int last = -1;
     const auto solver = Make({.progress = [&](int percent, int) {
-                                  last = percent;
-                                  return true;
-                              }});
+        last = percent;
+        return true;
+    }});
 
     ASSERT_TRUE(solver->Analyse(m.View()));
     ASSERT_TRUE(solver->Factorise(m.View()));
