@@ -93,4 +93,11 @@ std::vector<double> LowestVectorOfInverse(std::size_t n, const std::function<boo
     return lowest;
 }
 
+int LargestComponent(const std::vector<double>& x)
+{
+    const auto largest =
+        std::max_element(x.begin(), x.end(), [](double a, double b) { return std::fabs(a) < std::fabs(b); });
+    return largest == x.end() ? 0 : static_cast<int>(largest - x.begin()) + 1;
+}
+
 }  // namespace qvx

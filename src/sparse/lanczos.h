@@ -14,4 +14,7 @@ namespace qvx {
 /// Source: Parlett, The Symmetric Eigenvalue Problem (1980), ch. 13.
 std::vector<double> LowestVectorOfInverse(std::size_t n, const std::function<bool(std::vector<double>&)>& solve);
 
+/// Position, from 1, of the component that is largest in size; 0 of an empty vector.
+int LargestComponent(const std::vector<double>& x);
+
 }  // namespace qvx

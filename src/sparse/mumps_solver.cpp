@@ -1,9 +1,9 @@
 #include "sparse/mumps_solver.h"
 
+#include "sparse/free_motion.h"
 #include "sparse/lanczos.h"
 
 #include <algorithm>
-#include <cmath>
 #include <cstddef>
 #include <cstring>
 #include <filesystem>
@@ -170,7 +170,9 @@ SparseStatus MumpsSolver::Factorise(const SymmetricMatrix& matrix)
     if (settings_.progress)
         settings_.progress(0, 0);
     instance_->Run(kFactorise);
-    const SparseStatus status = StatusOf(matrix);
+    SparseStatus status = StatusOf(matrix);
+    if (status && settings_.isPositiveDefinite)
+        status = CheckMotion(matrix);
     if (settings_.progress && status)
         settings_.progress(100, 0);
     return status;
@@ -187,6 +189,14 @@ SparseStatus MumpsSolver::StatusOf(const SymmetricMatrix& matrix) const
     return status;
 }
 
+// A mechanism whose last pivot is positive by rounding alone, and larger than a null pivot, passes the factorisation.
+SparseStatus MumpsSolver::CheckMotion(const SymmetricMatrix& matrix) const
+{
+    const auto solve = [&](std::vector<double>& x) { return instance_->SolveInPlace(x.data(), 1, 0) >= 0; };
+    const SoftestMotion motion = FindSoftestMotion(matrix, solve);
+    return motion.isFree ? SparseStatus{.error = -4, .equation = motion.equation} : SparseStatus{};
+}
+
 // Null pivots are listed. Where there is none, a vector of negative energy names the equation that gives way by its
 // largest component.
 int MumpsSolver::FindBadPivot(const SymmetricMatrix& matrix) const
@@ -194,10 +204,7 @@ int MumpsSolver::FindBadPivot(const SymmetricMatrix& matrix) const
     if (instance_->Get(kNullPivotCount) > 0)
         return instance_->data.pivnul_list[0];
     const auto solve = [&](std::vector<double>& x) { return instance_->SolveInPlace(x.data(), 1, 0) >= 0; };
-    const std::vector<double> x = LowestVectorOfInverse(static_cast<std::size_t>(matrix.n), solve);
-    const auto largest =
-        std::max_element(x.begin(), x.end(), [](double a, double b) { return std::fabs(a) < std::fabs(b); });
-    return largest == x.end() ? 0 : static_cast<int>(largest - x.begin()) + 1;
+    return LargestComponent(LowestVectorOfInverse(static_cast<std::size_t>(matrix.n), solve));
 }
 
 SparseStatus MumpsSolver::Solve(const SymmetricMatrix& matrix, double* b, double* x, int nRhs)

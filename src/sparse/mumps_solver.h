@@ -31,6 +31,7 @@ private:
     class Instance;
 
     SparseStatus StatusOf(const SymmetricMatrix& matrix) const;
+    SparseStatus CheckMotion(const SymmetricMatrix& matrix) const;
     int FindBadPivot(const SymmetricMatrix& matrix) const;
 
     SparseSettings settings_;

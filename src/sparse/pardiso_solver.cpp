@@ -1,5 +1,7 @@
 #include "sparse/pardiso_solver.h"
 
+#include "sparse/free_motion.h"
+
 #include <algorithm>
 #include <cstddef>
 #include <string_view>
@@ -137,27 +139,49 @@ SparseStatus PardisoSolver::Factorise(const SymmetricMatrix& matrix)
     if (library_.setProgress != nullptr)
         library_.setProgress(previous);
     runningFactorisation = nullptr;
-    return status && settings_.isPositiveDefinite ? CheckPivots() : status;
+    return status && settings_.isPositiveDefinite ? CheckPivots(matrix) : status;
 }
 
 // A mechanism whose last pivot is positive by rounding alone passes the factorisation. Thirteen digits lost between a
-// diagonal and its pivot leave none to trust: that pivot is zero.
-SparseStatus PardisoSolver::CheckPivots() const
+// diagonal and its pivot leave none to trust: that pivot is zero. Where six are lost, the softest motion is looked at.
+SparseStatus PardisoSolver::CheckPivots(const SymmetricMatrix& matrix)
 {
     constexpr double kZeroPivot = 1e-13;
-    if (library_.getDiagonal == nullptr)
+    constexpr double kSmallPivot = 1e-6;
+    const double smallest = SmallestPivot();
+    if (smallest > kSmallPivot)
         return {};
+    const auto solve = [&](std::vector<double>& x) {
+        std::vector<double> b = x;
+        iparm_[kRefinementSteps] = 0;
+        return static_cast<bool>(Call(kSubstitution, matrix, b.data(), x.data(), 1));
+    };
+    const SoftestMotion motion = FindSoftestMotion(matrix, solve);
+    if (smallest > kZeroPivot && !motion.isFree)
+        return {};
+    return {.error = -4, .equation = motion.equation};
+}
+
+// Smallest pivot over its diagonal; 0 where that is not a number, 1 where the library does not tell. Pivots come in the
+// order of the elimination, so their positions do not name equations.
+double PardisoSolver::SmallestPivot() const
+{
+    if (library_.getDiagonal == nullptr)
+        return 1;
     const int one = 1;
     int error = 0;
     std::vector<double> pivot(static_cast<std::size_t>(n_));
     std::vector<double> diagonal(static_cast<std::size_t>(n_));
     library_.getDiagonal(handle_.data(), pivot.data(), diagonal.data(), &one, &error);
     if (error != 0)
-        return {};
-    for (std::size_t i = 0; i < pivot.size(); ++i)
-        if (!(pivot[i] > kZeroPivot * diagonal[i]))
-            return {.error = -4, .equation = static_cast<int>(i) + 1};
-    return {};
+        return 1;
+    double smallest = 1;
+    for (std::size_t i = 0; i < pivot.size(); ++i) {
+        const double ratio = pivot[i] / diagonal[i];
+        if (!(ratio >= smallest))
+            smallest = ratio > 0 ? ratio : 0;
+    }
+    return smallest;
 }
 
 SparseStatus PardisoSolver::Solve(const SymmetricMatrix& matrix, double* b, double* x, int nRhs)

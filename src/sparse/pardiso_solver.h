@@ -42,7 +42,8 @@ public:
     const char* Name() const override { return "PARDISO"; }
 
 private:
-    SparseStatus CheckPivots() const;
+    SparseStatus CheckPivots(const SymmetricMatrix& matrix);
+    double SmallestPivot() const;
     SparseStatus Call(int phase, const SymmetricMatrix& matrix, double* b, double* x, int nRhs);
 
     const PardisoLibrary& library_;
