@@ -25,7 +25,7 @@ public:
     /// @throws jxException  of an unstable structure, node and DOF in the log
     virtual void AddBoundary(int comb) = 0;
     /// Turns the stiffness into its factor.
-    /// @return  false when a pivot was zero or negative and bAllowNonPositivePivot let it pass
+    /// @return  false when a pivot was zero or negative, or a motion free, and bAllowNonPositivePivot let it pass
     /// @throws  jxException of an unstable structure, node and DOF in the log
     virtual bool Factorize(bool bAllowNonPositivePivot) = 0;
     /// Says that the factor stands, and whether every pivot of it, or of an earlier iteration, was positive.

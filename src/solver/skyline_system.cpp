@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "solver/free_motion.h"
 #include "solver/instability.h"
 #include "solver/settlement.h"
 #include "solver/skyline_solver.h"
@@ -57,7 +58,12 @@ bool SkylineSystem::Factorize(bool bAllowNonPositivePivot)
 {
     model_.list_msg(L"FACTORIZATION", L"...");
     try {
-        return RunSkyline(model_, data_, nullptr, SkylineMode::Factorize, bAllowNonPositivePivot) != 0;
+        if (RunSkyline(model_, data_, nullptr, SkylineMode::Factorize, bAllowNonPositivePivot) == 0)
+            return false;
+        const int freeEquation = FindFreeEquation(model_, data_);
+        if (freeEquation != 0 && !bAllowNonPositivePivot)
+            throw freeEquation;
+        return freeEquation == 0;
     } catch (int equation) {
         ThrowUnstable(model_, equation);
     }

@@ -49,15 +49,6 @@ int DigitsLost(const Sink& factor, const std::vector<StoreOf<Sink>>& original, i
     return lost;
 }
 
-/// Lost digits from which a run warns, and from which it asks.
-struct DigitLimits
-{
-    int warning;
-    int question;
-};
-constexpr DigitLimits kDoubleLimits{10, 13};
-constexpr DigitLimits kQuadLimits{15, 25};
-
 void AskWhetherToGoOn(CjxStruct& model)
 {
     model.list_msg(L"Too many digits are lost during factorization.", L"...");
@@ -132,7 +123,7 @@ void CjxStruct::CheckSolutionStability(jxSolutionData& data)
     list_msg0(text, L"OK");
     if (solverType == DoubleSparse)
         return;
-    const DigitLimits limits = solverType == DoubleSkyline ? kDoubleLimits : kQuadLimits;
+    const qvx::DigitLimits limits = qvx::DigitLimitsOf(solverType);
     if (lost < limits.warning)
         return;
     list_msg0(text, L"WARNING");
