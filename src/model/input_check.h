@@ -1,6 +1,5 @@
 #pragma once
 
-#include <limits>
 #include <vector>
 
 #include "model/jx_struct.h"
@@ -69,7 +68,7 @@ bool CheckCracking(InputCheck& check, const wchar_t* element, int id, double cra
 /// Shortest and longest of a set of lengths with the elements they belong to; the first of equals counts.
 struct LengthRange
 {
-    double shortest = std::numeric_limits<double>::max();
+    double shortest = 1.7976931348623157e308;
     double longest = 0;
     int shortestId = 0;
     int longestId = 0;

@@ -5,6 +5,7 @@
 
 #include "model/units.h"
 #include "support/model_builder.h"
+#include "support/solver_types.h"
 
 namespace {
 
@@ -14,8 +15,7 @@ class FrameLoading : public testing::TestWithParam<int>
 {
 };
 
-INSTANTIATE_TEST_SUITE_P(BothSkylines, FrameLoading, testing::Values(DoubleSkyline, QuadSkyline),
-                         [](const auto& p) { return p.param == DoubleSkyline ? "double" : "quad"; });
+INSTANTIATE_TEST_SUITE_P(AllSolvers, FrameLoading, qvx::test::AllSolverTypes(), qvx::test::SolverTypeName);
 
 constexpr double L = 120, E = 29000, I = 400, A = 20;
 

@@ -1,10 +1,11 @@
-// Published problems of frames and trusses, each with its source and target, by both skyline solvers.
+// Published problems of frames and trusses, each with its source and target, by all solvers.
 #include <cmath>
 #include <numbers>
 
 #include <gtest/gtest.h>
 
 #include "support/model_builder.h"
+#include "support/solver_types.h"
 
 namespace {
 
@@ -14,8 +15,7 @@ class Frames : public testing::TestWithParam<int>
 {
 };
 
-INSTANTIATE_TEST_SUITE_P(BothSkylines, Frames, testing::Values(DoubleSkyline, QuadSkyline),
-                         [](const auto& p) { return p.param == DoubleSkyline ? "double" : "quad"; });
+INSTANTIATE_TEST_SUITE_P(AllSolvers, Frames, qvx::test::AllSolverTypes(), qvx::test::SolverTypeName);
 
 void ExpectRelative(double actual, double expected, double tolerance, const char* what)
 {
