@@ -49,6 +49,9 @@ private:
         bool isEmpty;
     };
 
+    template <class Value>
+    void Put(const Value* values, int count);
+    [[noreturn]] void ThrowNotFinite() const;
     void BeginValue();
     void End(char bracket);
     void BreakLine();

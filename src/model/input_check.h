@@ -1,5 +1,6 @@
 #pragma once
 
+#include <limits>
 #include <vector>
 
 #include "model/jx_struct.h"
@@ -68,7 +69,7 @@ bool CheckCracking(InputCheck& check, const wchar_t* element, int id, double cra
 /// Shortest and longest of a set of lengths with the elements they belong to; the first of equals counts.
 struct LengthRange
 {
-    double shortest = 1.7976931348623157e308;
+    double shortest = std::numeric_limits<double>::max();
     double longest = 0;
     int shortestId = 0;
     int longestId = 0;

@@ -213,23 +213,22 @@ private:
     // A long is 32 bits wide, whatever the platform: the texts were written for that.
     void ReadSize(Conversion& c)
     {
-        const auto starts = [this](std::wstring_view size) { return std::wcsncmp(at_, size.data(), size.size()) == 0; };
-        const auto take = [&](std::wstring_view size) {
-            if (!starts(size))
+        const auto take = [this](std::wstring_view size) {
+            if (std::wcsncmp(at_, size.data(), size.size()) != 0)
                 return false;
             at_ += size.size();
             return true;
         };
-        if (take(L"I64") || take(L"ll") || take(L"j"))
+        if (take(L"I64") || take(L"ll") || take(L"j")) {
             c.size = Size::Long64;
-        else if (take(L"I32"))
+        } else if (take(L"I32") || take(L"l") || take(L"L") || take(L"w")) {
             c.size = Size::Int;
-        else if (take(L"I") || take(L"z") || take(L"t"))
+        } else if (take(L"I") || take(L"z") || take(L"t")) {
             c.size = Size::Pointer;
-        else if (take(L"hh") || take(L"h"))
-            c.size = Size::Short, c.narrow = true;
-        else
-            take(L"l") || take(L"L") || take(L"w");
+        } else if (take(L"hh") || take(L"h")) {
+            c.size = Size::Short;
+            c.narrow = true;
+        }
     }
 
     std::int64_t SignedArgument(Size size)

@@ -1,4 +1,4 @@
-#include <regex>
+#include <algorithm>
 #include <thread>
 
 #include <gtest/gtest.h>
@@ -14,6 +14,15 @@ using qvx::test::RecordingHost;
 using qvx::test::RecordingWindow;
 using Entries = std::vector<std::string>;
 using Texts = std::vector<std::wstring>;
+
+// Every digit of a time replaced by #.
+std::string WithoutDigits(std::string text)
+{
+    for (char& c : text)
+        if (c >= '0' && c <= '9')
+            c = '#';
+    return text;
+}
 
 class MessageChannel : public testing::Test
 {
@@ -38,7 +47,7 @@ TEST_F(MessageChannel, ListLinesCarryTheTimeAndTheirStatus)
     model.list_msg(L"FACTORIZATION", L"OK");
 
     ASSERT_EQ(window.rawTexts.size(), 1u);
-    EXPECT_TRUE(std::regex_match(window.rawTexts[0], std::wregex(LR"(\[\d\d:\d\d:\d\d\] FACTORIZATION)")));
+    EXPECT_EQ(WithoutDigits(qvx::ToUtf8(window.rawTexts[0])), "[##:##:##] FACTORIZATION");
     EXPECT_EQ(window.lines[0], (RecordingWindow::Line{L"FACTORIZATION", L"OK"}));
     EXPECT_EQ(log.Entries(), (Entries{"", "FACTORIZATION - OK"}));
 }
@@ -87,8 +96,8 @@ TEST_F(MessageChannel, EveryLogEntryBeginsWithItsDateAndTime)
 {
     model.LogLine(L"\u00e9");
     model.GetFileLog() << "open" << std::endl;
-    const std::string stamp = R"(\[\d{4}-\d\d-\d\d \d\d:\d\d:\d\d\]: )";
-    EXPECT_TRUE(std::regex_match(log.Text(), std::regex(stamp + "\xC3\xA9\n" + stamp + "open\n"))) << log.Text();
+    const std::string stamp = "[####-##-## ##:##:##]: ";
+    EXPECT_EQ(WithoutDigits(log.Text()), stamp + "\xC3\xA9\n" + stamp + "open\n");
 }
 
 TEST_F(MessageChannel, WithoutAnOpenLogNothingHappens)

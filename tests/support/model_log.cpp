@@ -3,12 +3,33 @@
 #include <algorithm>
 #include <atomic>
 #include <fstream>
-#include <regex>
 #include <sstream>
+#include <string_view>
 
 #include <unistd.h>
 
 namespace qvx::test {
+
+namespace {
+
+constexpr std::string_view kStamp = "[0000-00-00 00:00:00]: ";  // 0 stands for any digit
+
+bool BeginsWithStamp(std::string_view text, std::size_t at)
+{
+    if (text.size() < at + kStamp.size())
+        return false;
+    const auto matches = [](char shape, char c) { return shape == '0' ? c >= '0' && c <= '9' : c == shape; };
+    return std::equal(kStamp.begin(), kStamp.end(), text.begin() + static_cast<std::ptrdiff_t>(at), matches);
+}
+
+std::string WithoutLineEnd(std::string entry)
+{
+    if (!entry.empty() && entry.back() == '\n')
+        entry.pop_back();
+    return entry;
+}
+
+}  // namespace
 
 TemporaryFile::TemporaryFile(const std::string& ending)
 {
@@ -48,17 +69,17 @@ std::string ModelLog::Text()
 
 std::vector<std::string> ModelLog::Entries()
 {
-    static const std::regex kStamp(R"(\[\d{4}-\d\d-\d\d \d\d:\d\d:\d\d\]: )");
     const std::string text = Text();
     std::vector<std::string> entries;
-    const std::sregex_token_iterator end;
-    for (std::sregex_token_iterator at(text.begin(), text.end(), kStamp, -1); at != end; ++at)
-        entries.push_back(*at);
-    if (!entries.empty())
-        entries.erase(entries.begin());  // what stands before the first stamp: nothing
-    for (std::string& entry : entries)
-        if (!entry.empty() && entry.back() == '\n')
-            entry.pop_back();
+    std::size_t begin = 0;  // of the text of the entry at hand
+    for (std::size_t at = 0; at <= text.size(); ++at) {
+        const bool isStamp = BeginsWithStamp(text, at);
+        if (!isStamp && at < text.size())
+            continue;
+        if (begin > 0)
+            entries.push_back(WithoutLineEnd(text.substr(begin, at - begin)));
+        begin = at + kStamp.size();
+    }
     return entries;
 }
 

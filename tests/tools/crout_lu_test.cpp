@@ -76,6 +76,27 @@ TYPED_TEST(CroutLuInverse, RowsOfDifferentSizeAndAZeroFirstPivotAreHandled)
     EXPECT_LE(DeviationFromUnit(a, inverse, 3), static_cast<double>(RoundOff(Real(1e3), 100)));
 }
 
+// Columns side by side, rows interchanged: the solution of A X = B with B = A Y is Y.
+TYPED_TEST(CroutLuInverse, OfFixedOrderSolvesSeveralColumnsAtOnce)
+{
+    using Real = TypeParam;
+    std::mt19937_64 random(8);
+    std::uniform_real_distribution<double> term(-1, 1);
+    qvx::FixedMatrix<Real, 4, 4> a;
+    qvx::FixedMatrix<Real, 4, 8> y;
+    for (int i = 0; i < 4; ++i) {
+        for (int j = 0; j < 4; ++j)
+            a(i, j) = term(random) + (i == 3 - j ? 3.0 : 0.0);  // large terms off the diagonal
+        for (int j = 0; j < 8; ++j)
+            y(i, j) = term(random);
+    }
+    qvx::FixedMatrix<Real, 4, 8> x = a * y;
+    qvx::SolveByCroutLu(a, x);
+    for (int i = 0; i < 4; ++i)
+        for (int j = 0; j < 8; ++j)
+            EXPECT_WITHIN(x(i, j), y(i, j), RoundOff(Real(1), 100));
+}
+
 TYPED_TEST(CroutLuInverse, ARowOfZerosIsRefused)
 {
     using Real = TypeParam;

@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include "support/convergence.h"
 #include "support/shell_model.h"
 
 namespace qvx::test {
@@ -64,13 +65,6 @@ private:
     int rows_ = 0;
     std::map<int, Flag> held_;
 };
-
-/// Keeps a point of a convergence plot in the test's output.
-inline void RecordConvergence(const std::string& problem, const std::string& series, int n, double ratio)
-{
-    testing::Test::RecordProperty("convergence/" + problem + "/" + series + "/" + std::to_string(n),
-                                  std::to_string(ratio));
-}
 
 /// Half a unit of the last printed digit.
 inline double HalfDigit(int digits)
