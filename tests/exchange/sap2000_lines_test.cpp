@@ -35,6 +35,14 @@ namespace {
 
 using Access = Sap2000ImporterAccess;
 
+/// Boxes of the importer alone: a model without a bar database beside the program says so on construction.
+std::vector<std::wstring> ImporterBoxes(const RecordingHost& host)
+{
+    std::vector<std::wstring> texts = host.BoxTexts();
+    std::erase_if(texts, [](const std::wstring& text) { return text.find(L"RcSections.ini") != std::wstring::npos; });
+    return texts;
+}
+
 TEST(Sap2000LineItem, IsTheValueOfTheFirstMatch)
 {
     EXPECT_EQ(Access::Item(L"Joint=1   U1=Yes   U1=No", L"U1"), L"Yes");
@@ -196,7 +204,7 @@ TEST(Sap2000Tables, EndForGoodAtALineBeyondTheBuffer)
     ASSERT_EQ(cut.model->nodes.size(), 1u);
     EXPECT_EQ(cut.model->nodes[0].id, 3);
     EXPECT_EQ(cut.LostLines(ImportLossKind::LineTooLong), 1);
-    EXPECT_TRUE(host.boxes.empty());
+    EXPECT_TRUE(ImporterBoxes(host).empty());
 }
 
 TEST(Sap2000Tables, EndALineAtAZeroByte)
@@ -230,8 +238,9 @@ TEST(Sap2000File, ThatCannotBeOpenedIsToldInABox)
     EXPECT_FALSE(missing.Process());
     EXPECT_FALSE(folder.Process());
 
-    ASSERT_EQ(host.boxes.size(), 2u);
-    EXPECT_EQ(host.boxes[0].text, L"Error opening file no such folder/no.s2k.");
+    const std::vector<std::wstring> boxes = ImporterBoxes(host);
+    ASSERT_EQ(boxes.size(), 2u);
+    EXPECT_EQ(boxes[0], L"Error opening file no such folder/no.s2k.");
 }
 
 TEST(Sap2000File, IsReadFromItsPath)
@@ -258,9 +267,8 @@ TEST(Sap2000File, OfAnEarlierVersionIsReadAfterAWarning)
     const Imported current("TABLE:  \"PROGRAM CONTROL\"\n   ProgramName=SAP2000   Version=15.0.0\n" + joints);
     const Imported empty("TABLE:  \"PROGRAM CONTROL\"\n\n" + joints);
 
-    ASSERT_EQ(host.boxes.size(), 2u);
-    for (const RecordingHost::Box& box : host.boxes)
-        EXPECT_EQ(box.text, L"Your .s2k file version number is older than 15.  Data may not be imported correctly");
+    const std::wstring warning = L"Your .s2k file version number is older than 15.  Data may not be imported correctly";
+    EXPECT_EQ(ImporterBoxes(host), (std::vector<std::wstring>{warning, warning}));
     for (const Imported* file : {&older, &unnumbered, &current, &empty})
         EXPECT_EQ(file->model->nodes.size(), 1u);
 }
