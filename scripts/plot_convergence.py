@@ -14,7 +14,7 @@ import sys
 
 OUT = pathlib.Path(__file__).resolve().parent.parent / "docs" / "img"
 COLORS = ("#0b61a4", "#b5341c", "#3a7d34", "#7a4aa0", "#9a6b00")
-WIDTH, HEIGHT, LEFT, TOP, RIGHT, BOTTOM = 560, 330, 60, 40, 150, 45
+WIDTH, HEIGHT, LEFT, TOP, RIGHT, BOTTOM = 640, 330, 60, 40, 210, 45
 
 
 def read(path):
