@@ -7,6 +7,7 @@
 #include "model/find_record.h"
 #include "model/jx_struct.h"
 #include "model/solution_data.h"
+#include "solver/penalty_supports.h"
 #include "solver/settlement.h"
 #include "tools/geometry.h"
 
@@ -21,14 +22,7 @@ constexpr int kDistributedSpringDofs = 3;
 template <class Sink>
 void AddSupports(const CjxStruct& model, const Sink& sink, const double128& penalty)
 {
-    for (const jxSupt& support : model.supports) {
-        const int position = qvx::NodePosition(model.nodes, support.id);
-        for (int dof = 0; dof < kDofCount; ++dof) {
-            const int e = model.Equation(position, dof);
-            if (support.flag[dof] == L'1' && e != 0)
-                sink.Add(e, e, penalty);
-        }
-    }
+    qvx::ForEachPenalty(model, [&](int e, double) { sink.Add(e, e, penalty); });
 }
 
 /// f1 u1 = f2 u2 holds up to the stiffness of a spring on the difference g = f1 u1 - f2 u2: penalty * grad g grad g^t.
@@ -213,12 +207,6 @@ void CjxStruct::PreProcessCoupledSpringStiffness(jxSolutionData& data)
 void CjxStruct::ProcessForcedDisplacements(jxSolutionData&, double128 penalty, int comb)
 {
     std::vector<double128>& load = loadVectors[static_cast<std::size_t>(comb)];
-    for (const jxSupt& support : supports) {
-        const int position = qvx::NodePosition(nodes, support.id);
-        for (int dof = 0; dof < kDofCount; ++dof) {
-            const int e = Equation(position, dof);
-            if (support.flag[dof] == L'1' && e != 0)
-                load[static_cast<std::size_t>(e)] += double128(support.value[dof]) * penalty;
-        }
-    }
+    qvx::ForEachPenalty(*this,
+                        [&](int e, double value) { load[static_cast<std::size_t>(e)] += double128(value) * penalty; });
 }

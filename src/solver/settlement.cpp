@@ -1,27 +1,9 @@
 #include "solver/settlement.h"
 
 #include "elements/stiffness_sink.h"
-#include "model/find_record.h"
+#include "solver/penalty_supports.h"
 
 namespace qvx {
-
-namespace {
-
-/// Calls visit(equation, prescribed value) for every degree of freedom that a penalty holds.
-template <class Visit>
-void ForEachPenalty(const CjxStruct& model, Visit&& visit)
-{
-    for (const jxSupt& support : model.supports) {
-        const int position = NodePosition(model.nodes, support.id);
-        for (int dof = 0; dof < kDofCount; ++dof) {
-            const int e = model.Equation(position, dof);
-            if (support.flag[dof] == L'1' && e != 0)
-                visit(static_cast<std::size_t>(e), support.value[dof]);
-        }
-    }
-}
-
-}  // namespace
 
 /// Where several supports hold one degree of freedom, v is the mean of their values, which is where they pull it.
 template <class Sink>
@@ -30,7 +12,7 @@ void KeepSettlement(const CjxStruct& model, jxSolutionData& data, const Sink& st
     data.settlement.clear();
     data.settlementForce.clear();
     bool isAnyPrescribed = false;
-    ForEachPenalty(model, [&](std::size_t, double value) { isAnyPrescribed = isAnyPrescribed || value != 0; });
+    ForEachPenalty(model, [&](int, double value) { isAnyPrescribed = isAnyPrescribed || value != 0; });
     if (!isAnyPrescribed)
         return;
 
@@ -38,7 +20,8 @@ void KeepSettlement(const CjxStruct& model, jxSolutionData& data, const Sink& st
     std::vector<int> nSupports(n + 1);
     data.settlement.assign(n + 1, double128());
     data.settlementForce.assign(n + 1, double128());
-    ForEachPenalty(model, [&](std::size_t e, double value) {
+    ForEachPenalty(model, [&](int equation, double value) {
+        const auto e = static_cast<std::size_t>(equation);
         ++nSupports[e];
         data.settlement[e] += double128(value);
         data.settlementForce[e] += double128(value) * penalty;
