@@ -1,6 +1,4 @@
-#include <stdexcept>
-
-#include "exchange/atomic_file.h"
+#include "exchange/json_output.h"
 #include "exchange/model_file.h"
 #include "exchange/model_lists.h"
 #include "exchange/record_writer.h"
@@ -71,26 +69,12 @@ void WriteModel(JsonWriter& out, const CjxStruct& model)
 
 void WriteModelFile(const std::filesystem::path& path, const CjxStruct& model)
 {
-    AtomicFile file(path);
-    try {
-        JsonWriter out([&](std::string_view piece) { file.Write(piece); });
-        WriteModel(out, model);
-    } catch (const std::domain_error& fault) {
-        throw FileError(path.string(), "", std::string("cannot be written: ") + fault.what());
-    }
-    file.Commit();
+    WriteJsonFile(path, [&](JsonWriter& out) { WriteModel(out, model); });
 }
 
 std::string WriteModelText(const CjxStruct& model)
 {
-    std::string text;
-    try {
-        JsonWriter out([&](std::string_view piece) { text += piece; });
-        WriteModel(out, model);
-    } catch (const std::domain_error& fault) {
-        throw FileError("", "", std::string("cannot be written: ") + fault.what());
-    }
-    return text;
+    return WriteJsonText([&](JsonWriter& out) { WriteModel(out, model); });
 }
 
 }  // namespace qvx

@@ -1,12 +1,11 @@
 #include "exchange/results_file.h"
 
 #include <functional>
-#include <stdexcept>
 #include <string_view>
 #include <utility>
 
-#include "exchange/atomic_file.h"
 #include "exchange/combination_results.h"
+#include "exchange/json_output.h"
 #include "exchange/json_writer.h"
 #include "model/units.h"
 
@@ -203,26 +202,12 @@ void WriteResults(JsonWriter& out, const CjxStruct& model)
 
 void WriteResultsFile(const std::filesystem::path& path, const CjxStruct& model)
 {
-    AtomicFile file(path);
-    try {
-        JsonWriter out([&](std::string_view piece) { file.Write(piece); });
-        WriteResults(out, model);
-    } catch (const std::domain_error& fault) {
-        throw FileError(path.string(), "", std::string("cannot be written: ") + fault.what());
-    }
-    file.Commit();
+    WriteJsonFile(path, [&](JsonWriter& out) { WriteResults(out, model); });
 }
 
 std::string WriteResultsText(const CjxStruct& model)
 {
-    std::string text;
-    try {
-        JsonWriter out([&](std::string_view piece) { text += piece; });
-        WriteResults(out, model);
-    } catch (const std::domain_error& fault) {
-        throw FileError("", "", std::string("cannot be written: ") + fault.what());
-    }
-    return text;
+    return WriteJsonText([&](JsonWriter& out) { WriteResults(out, model); });
 }
 
 }  // namespace qvx
