@@ -13,6 +13,7 @@
 #include "exchange/results_file.h"
 #include "support/recording_host.h"
 #include "support/results_comparison.h"
+#include "support/solver_types.h"
 
 namespace qvx::test {
 namespace {
@@ -39,9 +40,16 @@ json ReadJson(const std::string& file)
     return json::parse(stream);
 }
 
-class StaticCase : public testing::TestWithParam<std::tuple<std::string, int>>
+class StaticCase : public testing::TestWithParam<std::tuple<std::string, Solver>>
 {
 protected:
+    void SetUp() override
+    {
+        if (!IsInstalled(std::get<1>(GetParam())))
+            GTEST_SKIP() << "the runtime of the routine pardiso is not installed";
+        Choose(host_, std::get<1>(GetParam()));
+    }
+
     RecordingHost host_;
 };
 
@@ -50,7 +58,7 @@ TEST_P(StaticCase, AgreesWithAnIndependentImplementation)
     const auto& [name, solver] = GetParam();
     CjxStruct model;
     ReadModelFile(kFolder / (name + ".model.json"), model);
-    model.SetSolverType(solver);
+    model.SetSolverType(solver.type);
     ASSERT_EQ(model.ExecuteStatic(), 1);
 
     const json actual = json::parse(WriteResultsText(model));
@@ -66,20 +74,17 @@ TEST_P(StaticCase, AgreesWithAnIndependentImplementation)
     }
 }
 
-std::string CaseTitle(const testing::TestParamInfo<std::tuple<std::string, int>>& info)
+std::string CaseTitle(const testing::TestParamInfo<std::tuple<std::string, Solver>>& info)
 {
     std::string title = std::get<0>(info.param);
     for (char& c : title)
         if (std::isalnum(static_cast<unsigned char>(c)) == 0)
             c = '_';
-    constexpr const char* kEndings[] = {"_double", "_quad", "_sparse"};
-    return title + kEndings[std::get<1>(info.param)];
+    return title + "_" + std::get<1>(info.param).name;
 }
 
 INSTANTIATE_TEST_SUITE_P(All, StaticCase,
-                         testing::Combine(testing::ValuesIn(CaseNames()),
-                                          testing::Values(DoubleSkyline, QuadSkyline, DoubleSparse)),
-                         CaseTitle);
+                         testing::Combine(testing::ValuesIn(CaseNames()), testing::ValuesIn(AllSolvers())), CaseTitle);
 
 }  // namespace
 }  // namespace qvx::test

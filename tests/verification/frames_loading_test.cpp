@@ -11,11 +11,11 @@ namespace {
 
 using qvx::test::ModelBuilder;
 
-class FrameLoading : public testing::TestWithParam<int>
+class FrameLoading : public qvx::test::EverySolver
 {
 };
 
-INSTANTIATE_TEST_SUITE_P(AllSolvers, FrameLoading, qvx::test::AllSolverTypes(), qvx::test::SolverTypeName);
+INSTANTIATE_TEST_SUITE_P(AllSolvers, FrameLoading, testing::ValuesIn(qvx::test::AllSolvers()), qvx::test::SolverName);
 
 constexpr double L = 120, E = 29000, I = 400, A = 20;
 
@@ -54,7 +54,7 @@ TEST_P(FrameLoading, FixedBeamTables)
         ModelBuilder b;
         BuildBeam(b, L"110001", L"110001");
         b.PointLoad(1, kGlobal, kY, -P, 0.3);
-        b.Solve(GetParam());
+        b.Solve(SolverType());
         ExpectReactions(b, {P * c * c * (3 * a + c) / (L * L * L), P * a * c * c / (L * L),
                             P * a * a * (a + 3 * c) / (L * L * L), -P * a * a * c / (L * L)});
     }
@@ -62,21 +62,21 @@ TEST_P(FrameLoading, FixedBeamTables)
         ModelBuilder b;
         BuildBeam(b, L"110001", L"110001");
         b.LineLoad(1, kGlobal, kY, -w, -w, 0, 0.5);
-        b.Solve(GetParam());
+        b.Solve(SolverType());
         ExpectReactions(b, {13 * w * L / 32, 11 * w * L * L / 192, 3 * w * L / 32, -5 * w * L * L / 192});
     }
     {
         ModelBuilder b;
         BuildBeam(b, L"110001", L"110001");
         b.LineLoad(1, kGlobal, kY, 0, -w);
-        b.Solve(GetParam());
+        b.Solve(SolverType());
         ExpectReactions(b, {3 * w * L / 20, w * L * L / 30, 7 * w * L / 20, -w * L * L / 20});
     }
     {
         ModelBuilder b;  // a couple at mid span: M/4 at both ends, against it; shears 3M/2L
         BuildBeam(b, L"110001", L"110001");
         b.PointLoad(1, kLocal, kOZ, M, 0.5);
-        b.Solve(GetParam());
+        b.Solve(SolverType());
         ExpectReactions(b, {1.5 * M / L, M / 4, -1.5 * M / L, M / 4});
     }
 }
@@ -88,7 +88,7 @@ TEST_P(FrameLoading, HeatedBeamBetweenFixedEnds)
     BuildBeam(b, L"110001", L"110001");
     b.model.caseLoads[0].bmThermalLoads.push_back({.id = 1, .dT = 40});
 
-    b.Solve(GetParam());
+    b.Solve(SolverType());
 
     const double N = E * A * 6.5e-6 * 40;
     EXPECT_NEAR(b.EndForce(1, 1, 0), -N, 1e-6 * N);
@@ -104,14 +104,14 @@ TEST_P(FrameLoading, ReleasedEndMakesProppedCantilever)
     BuildBeam(point, L"110001", L"110001");
     point.Release(1, L"000000", L"000001");
     point.PointLoad(1, kGlobal, kY, -P, 0.5);
-    point.Solve(GetParam());
+    point.Solve(SolverType());
     ExpectReactions(point, {11 * P / 16, 3 * P * L / 16, 5 * P / 16, 0});
 
     ModelBuilder uniform;
     BuildBeam(uniform, L"110001", L"110001");
     uniform.Release(1, L"000000", L"000001");
     uniform.LineLoad(1, kGlobal, kY, -w, -w);
-    uniform.Solve(GetParam());
+    uniform.Solve(SolverType());
     ExpectReactions(uniform, {5 * w * L / 8, w * L * L / 8, 3 * w * L / 8, 0});
 }
 
@@ -134,7 +134,7 @@ TEST_P(FrameLoading, BothEndsReleasedDeflectLikeASimpleBeam)
         else
             b.PointLoad(1, kGlobal, kY, -P, 0.5);
 
-        b.Solve(GetParam());
+        b.Solve(SolverType());
 
         const double exact = uniform ? -5 * w * std::pow(L, 4) / (384 * E * I) : -P * L * L * L / (48 * E * I);
         // The unit-load sum over 40 intervals takes the mean moment of each: its error is of the order 1/40^2.
@@ -194,7 +194,7 @@ TEST_P(FrameLoading, GeneralFrameUnderSelfWeight)
 {
     GeneralFrame f;
     f.model.selfWeightFactor = -1;
-    f.Solve(GetParam());
+    f.Solve(SolverType());
     EXPECT_NEAR(f.RollerUp(), -0.02639, kHalfDigit);
 }
 
@@ -203,13 +203,13 @@ TEST_P(FrameLoading, GeneralFrameWithLoadedCantilever)
     GeneralFrame f;
     f.NodalLoad(f.tip, kY, -10);
     f.LineLoad(f.cantilever, kGlobal, kY, -1.8, -1.8);
-    f.Solve(GetParam());
+    f.Solve(SolverType());
     EXPECT_NEAR(f.RollerUp(), 0.06296, kHalfDigit);
 
     GeneralFrame resultant;
     resultant.NodalLoad(resultant.joint, kY, -17.2);
     resultant.NodalLoad(resultant.joint, kOZ, 54.4);
-    resultant.Solve(GetParam());
+    resultant.Solve(SolverType());
     EXPECT_NEAR(resultant.RollerUp(), 0.06296, kHalfDigit);
 }
 
@@ -217,7 +217,7 @@ TEST_P(FrameLoading, GeneralFrameUnderProjectedLoad)
 {
     GeneralFrame f;
     f.LineLoad(f.beam, kProjected, kY, -2, -2);
-    f.Solve(GetParam());
+    f.Solve(SolverType());
     EXPECT_NEAR(f.RollerUp(), -0.29630, kHalfDigit);
 }
 
@@ -226,7 +226,7 @@ TEST_P(FrameLoading, GeneralFrameUnderUniformNormalLoad)
     GeneralFrame f;
     f.LineLoad(f.column, kGlobal, kX, 2, 2);
     f.LineLoad(f.beam, kLocal, kY, -2, -2);  // local y of the beam is (-0.6, 0.8)
-    f.Solve(GetParam());
+    f.Solve(SolverType());
     EXPECT_NEAR(f.ColumnTopAside(), 0.31250, kHalfDigit);
 }
 
@@ -235,7 +235,7 @@ TEST_P(FrameLoading, GeneralFrameUnderTrapezoids)
     GeneralFrame f;
     f.LineLoad(f.column, kGlobal, kX, 0.9984, 0.3744);
     f.LineLoad(f.beam, kLocal, kY, -0.3744, 0);
-    f.Solve(GetParam());
+    f.Solve(SolverType());
     EXPECT_NEAR(f.ColumnTopAside(), 0.11556, kHalfDigit);
 }
 
@@ -243,7 +243,7 @@ TEST_P(FrameLoading, GeneralFrameUnderNormalPointLoad)
 {
     GeneralFrame f;
     f.PointLoad(f.beam, kLocal, kY, -15, 0.5);
-    f.Solve(GetParam());
+    f.Solve(SolverType());
     EXPECT_NEAR(f.ColumnTopAside(), 0.00651, kHalfDigit);
 }
 

@@ -11,19 +11,23 @@
 
 #include <gtest/gtest.h>
 
-#include "sparse/direct_solver.h"
 #include "support/brick_mesh.h"
 #include "support/model_log.h"
 #include "support/recording_host.h"
 #include "support/shell_model.h"
+#include "support/solver_types.h"
 #include "tools/geometry.h"
 
 namespace {
 
+using qvx::test::AllSolvers;
+using qvx::test::Choose;
+using qvx::test::IsInstalled;
 using qvx::test::ModelLog;
 using qvx::test::RecordingHost;
 using qvx::test::RecordingWindow;
 using qvx::test::ShellModel;
+using qvx::test::Solver;
 
 /// Builds the mechanism, or with bHeld the structure that resists.
 using Build = void (*)(ShellModel&, bool bHeld);
@@ -410,21 +414,7 @@ struct Trial
     std::optional<int> namedNode;
 };
 
-struct Solver
-{
-    const char* name;
-    int type;
-    int backend;
-};
-const std::vector<Solver> kSolvers = {
-    {"Double", DoubleSkyline, 0}, {"Quad", QuadSkyline, 0}, {"Pardiso", DoubleSparse, 1}, {"Mumps", DoubleSparse, 2}};
-
-bool IsInstalled(const Solver& solver)
-{
-    return solver.backend != 1 || qvx::IsPardisoInstalled();
-}
-
-/// Parameters: position in kSolvers, position in kMechanisms.
+/// Parameters: position in AllSolvers(), position in kMechanisms.
 class Mechanisms : public testing::TestWithParam<std::tuple<std::size_t, std::size_t>>
 {
 protected:
@@ -433,7 +423,7 @@ protected:
         if (!IsInstalled(TheSolver()))
             GTEST_SKIP() << "the runtime of the routine pardiso is not installed";
     }
-    static const Solver& TheSolver() { return kSolvers[std::get<0>(GetParam())]; }
+    static const Solver& TheSolver() { return AllSolvers()[std::get<0>(GetParam())]; }
     static const Mechanism& TheMechanism() { return kMechanisms[std::get<1>(GetParam())]; }
     static Trial Try(bool bPDelta, bool bHeld)
     {
@@ -456,7 +446,7 @@ INSTANTIATE_TEST_SUITE_P(AllSolvers, Mechanisms,
                          testing::Combine(testing::Range<std::size_t>(0, 4),
                                           testing::Range<std::size_t>(0, kMechanismCount)),
                          [](const auto& p) {
-                             return kSolvers[std::get<0>(p.param)].name +
+                             return AllSolvers()[std::get<0>(p.param)].name +
                                     std::string(kMechanisms[std::get<1>(p.param)].name);
                          });
 
@@ -507,7 +497,7 @@ void TwistedMemberReleasedAtBothEnds(ShellModel& b, bool bHeld)
 // A member that spins about its axis at both ends passes no torque: a torque on it has no way out.
 TEST(ReleasedMembers, TorqueOnAMemberReleasedAtBothEndsIsStopped)
 {
-    for (const Solver& solver : kSolvers) {
+    for (const Solver& solver : AllSolvers()) {
         if (!IsInstalled(solver))
             continue;
         const Trial trial(solver.type, solver.backend, TwistedMemberReleasedAtBothEnds, false, false);
@@ -522,11 +512,11 @@ TEST(ReleasedMembers, TorqueOnAMemberReleasedAtBothEndsIsStopped)
 // is answered as well as double allows, P L^3 / 3 EI.
 TEST(SoftStructures, CantileverOfAThousandMembersIsAnswered)
 {
-    for (const Solver& solver : kSolvers) {
+    for (const Solver& solver : AllSolvers()) {
         if (!IsInstalled(solver))
             continue;
         RecordingHost host;
-        host.profile[{L"Preferences", L"SparseBackend"}] = solver.backend;
+        Choose(host, solver);
         const int n = 1000;
         const double L = 20000, P = 1e-3;
         ShellModel b;
@@ -548,11 +538,11 @@ TEST(SoftStructures, CantileverOfAThousandMembersIsAnswered)
 // Two springs in line, the one at the ground 1e10 times as soft.
 TEST(SoftStructures, SoftSpringBelowAStiffOneIsAnswered)
 {
-    for (const Solver& solver : kSolvers) {
+    for (const Solver& solver : AllSolvers()) {
         if (!IsInstalled(solver))
             continue;
         RecordingHost host;
-        host.profile[{L"Preferences", L"SparseBackend"}] = solver.backend;
+        Choose(host, solver);
         ShellModel b;
         b.model.modelType = Truss2D;
         b.Material(1000, 0.3);

@@ -8,6 +8,7 @@
 
 #include "support/convergence.h"
 #include "support/shell_model.h"
+#include "support/solver_agreement.h"
 
 namespace qvx::test {
 
@@ -54,7 +55,10 @@ public:
         for (const auto& [node, flag] : held_)
             Support(node, flag.c_str());
         Solve(solverType);
+        ExpectOtherSolversToAgree(model, agreement);
     }
+
+    Agreement agreement;  ///< of the other solvers with the one that ran
 
 private:
     struct Flag : std::wstring

@@ -21,13 +21,11 @@ using qvx::test::RecordingWindow;
 
 constexpr double kPi2 = std::numbers::pi * std::numbers::pi;
 
-class PDelta : public testing::TestWithParam<int>
+class PDelta : public qvx::test::EverySolver
 {
-protected:
-    RecordingHost host;
 };
 
-INSTANTIATE_TEST_SUITE_P(AllSolvers, PDelta, qvx::test::AllSolverTypes(), qvx::test::SolverTypeName);
+INSTANTIATE_TEST_SUITE_P(AllSolvers, PDelta, testing::ValuesIn(qvx::test::AllSolvers()), qvx::test::SolverName);
 
 void UnderPDelta(ModelBuilder& b)
 {
@@ -96,7 +94,7 @@ TEST_P(PDelta, AiscCase1WithShear)
                       {300, 316, 0.269, 315.9, 0.2690},
                       {450, 380, 0.322, 380.5, 0.3229}};
     for (const auto& row : rows) {
-        const BeamColumn answer = AiscCase1(row.P, true, GetParam());
+        const BeamColumn answer = AiscCase1(row.P, true, SolverType());
 
         EXPECT_NEAR(answer.M, row.M, 0.05) << row.P;
         EXPECT_NEAR(answer.deflection, row.deflection, 5e-5) << row.P;
@@ -117,7 +115,7 @@ TEST_P(PDelta, AiscCase1WithoutShear)
                       {300, 313, 0.261, 313.517, 0.261055},
                       {450, 375, 0.311, 375.414, 0.311588}};
     for (const auto& row : rows) {
-        const BeamColumn answer = AiscCase1(row.P, false, GetParam());
+        const BeamColumn answer = AiscCase1(row.P, false, SolverType());
 
         ExpectRelative(answer.M, row.M, 1e-3, "exact moment");
         ExpectRelative(answer.deflection, row.deflection, 1e-3, "exact deflection");
@@ -160,7 +158,7 @@ TEST_P(PDelta, AiscCase2WithShear)
                       {2, 100, 470, 1.34, 470.3, 1.3433}, {2, 150, 601, 1.77, 601.8, 1.7718},
                       {2, 200, 856, 2.60, 857.5, 2.6076}};
     for (const auto& row : rows) {
-        const BeamColumn answer = AiscCase2(row.P, true, row.nElements, GetParam());
+        const BeamColumn answer = AiscCase2(row.P, true, row.nElements, SolverType());
 
         EXPECT_NEAR(answer.M, row.M, 0.05) << row.P;
         EXPECT_NEAR(answer.deflection, row.deflection, 5e-5) << row.P;
@@ -177,7 +175,7 @@ TEST_P(PDelta, AiscCase2WithoutShear)
         double P, M, deflection;
     } const rows[] = {{100, 469.067, 1.330673}, {150, 598.654, 1.751027}, {200, 848.979, 2.564895}};
     for (const auto& row : rows) {
-        const BeamColumn answer = AiscCase2(row.P, false, 4, GetParam());
+        const BeamColumn answer = AiscCase2(row.P, false, 4, SolverType());
 
         ExpectRelative(answer.M, row.M, 1e-3, "exact moment");
         ExpectRelative(answer.deflection, row.deflection, 1e-3, "exact deflection");
@@ -208,7 +206,7 @@ TEST_P(PDelta, TensionStiffensASimpleBeam)
             b.LineLoad(member, kGlobal, kY, -0.018, -0.018);
         b.NodalLoad(row.nElements + 1, kX, row.T);
 
-        b.Solve(GetParam());
+        b.Solve(SolverType());
 
         const int middle = row.nElements / 2;
         EXPECT_NEAR(-b.Displacement(middle + 1, kY), row.deflection, 5e-6) << row.nElements;
@@ -263,14 +261,14 @@ TEST_P(PDelta, StabilityFunctionsOfOneTwoAndFourElements)
     };
     for (const auto& row : rows) {
         for (int i = 0; i < 3; ++i) {
-            const EndMoments moments = StabilityFunctions(row.rho, 1 << i, GetParam());
+            const EndMoments moments = StabilityFunctions(row.rho, 1 << i, SolverType());
             EXPECT_NEAR(moments.s, row.elements[i].s, 5.1e-5) << row.rho << ", elements " << (1 << i);
             EXPECT_NEAR(moments.sc, row.elements[i].sc, 5.1e-5) << row.rho << ", elements " << (1 << i);
         }
-        const EndMoments one = StabilityFunctions(row.rho, 1, GetParam());
+        const EndMoments one = StabilityFunctions(row.rho, 1, SolverType());
         ExpectRelative(one.s, 4 - 4 * kPi2 * row.rho / 30, 1e-6, "s of one element");
         ExpectRelative(one.sc, 2 + kPi2 * row.rho / 30, 1e-6, "sc of one element");
-        const EndMoments eight = StabilityFunctions(row.rho, 8, GetParam());  // the error falls as 1 / n^4
+        const EndMoments eight = StabilityFunctions(row.rho, 8, SolverType());  // the error falls as 1 / n^4
         ExpectRelative(eight.s, row.exactS, 3e-4, "exact s");
         ExpectRelative(eight.sc, row.exactSc, 3e-4, "exact sc");
     }
@@ -333,9 +331,9 @@ TEST_P(PDelta, CriticalLoadsLieWhereTheElementCountPutsThem)
             BuildColumn(below, column, kElementCounts[i], 0.999 * P);
             BuildColumn(above, column, kElementCounts[i], 1.001 * P);
 
-            EXPECT_EQ(RunToItsEnd(below, GetParam()), Ending::Ordinary) << column.name << kElementCounts[i];
+            EXPECT_EQ(RunToItsEnd(below, SolverType()), Ending::Ordinary) << column.name << kElementCounts[i];
             EXPECT_FALSE(below.model.combOutcomes[0].bWarned) << column.name << kElementCounts[i];
-            EXPECT_NE(RunToItsEnd(above, GetParam()), Ending::Ordinary) << column.name << kElementCounts[i];
+            EXPECT_NE(RunToItsEnd(above, SolverType()), Ending::Ordinary) << column.name << kElementCounts[i];
         }
 }
 
@@ -350,9 +348,9 @@ TEST_P(PDelta, BuckledColumnIsNoOrdinaryResult)
     UnderPDelta(b);
     RecordingWindow window;
     b.model.set_solver_wnds(&window);
-    b.model.solverType = GetParam();
+    b.model.solverType = SolverType();
 
-    if (GetParam() == DoubleSparse) {
+    if (SolverType() == DoubleSparse) {
         try {
             b.model.ExecuteStatic();
             FAIL() << "the sparse solver answered a buckled structure";
@@ -415,7 +413,7 @@ TEST_P(PDelta, ReactionsBalanceTheLoads)
     ModelBuilder b;
     BuildSpaceFrame(b, 1);
 
-    b.Solve(GetParam());
+    b.Solve(SolverType());
 
     ASSERT_EQ(b.model.combOutcomes[0].end, CombEnd::Converged);
     EXPECT_GT(b.model.combOutcomes[0].iterations, 2);
@@ -435,7 +433,7 @@ TEST_P(PDelta, CurvesMeetTheEndForces)
     ModelBuilder b;
     BuildSpaceFrame(b, 1);
 
-    b.Solve(GetParam());
+    b.Solve(SolverType());
 
     const double force = 2e4, moment = 1e6;
     for (const jxBm& beam : b.model.beams) {
@@ -486,7 +484,7 @@ TEST_P(PDelta, LeaningColumnLeansOnTheCantilever)
     b.NodalLoad(4, kY, -Q);
     UnderPDelta(b);
 
-    b.Solve(GetParam());
+    b.Solve(SolverType());
 
     const double sway = H / (3 * E * I / (h * h * h) - Q / h);
     ExpectRelative(b.Displacement(2, kX), sway, 1e-5, "sway");
@@ -508,7 +506,7 @@ TEST_P(PDelta, DoubleLoadAcrossDoublesTheAnswer)
     b.NodalLoad(4, kY, 1.5, 1);
     UnderPDelta(b);
 
-    b.Solve(GetParam());
+    b.Solve(SolverType());
 
     ExpectRelative(b.Displacement(4, kY, 2), 2 * b.Displacement(4, kY, 1), 1e-9, "tip");
     ExpectRelative(b.EndForce(1, 0, 5, 2), 2 * b.EndForce(1, 0, 5, 1), 1e-9, "base moment");
@@ -522,7 +520,7 @@ TEST_P(PDelta, ToleranceBoundsTheAnswer)
         ModelBuilder b;
         BuildSpaceFrame(b, 4);
         b.model.pDeltaTolerance = i == 0 ? 1.0 : 0.5;
-        b.Solve(GetParam());
+        b.Solve(SolverType());
         sway[i] = b.Displacement(12, kX);
     }
     EXPECT_NEAR(sway[1], sway[0], 0.01 * std::fabs(sway[0]));
@@ -540,7 +538,7 @@ TEST_P(PDelta, WithoutAxialForceTheAnswerIsLinear)
         b.Support(1, L"110001");
         b.NodalLoad(4, kY, 1.5);
         b.LineLoad(2, kGlobal, kY, -0.1, -0.3);
-        b.Solve(GetParam());
+        b.Solve(SolverType());
         tip[bPDelta] = b.Displacement(4, kY);
     }
     ExpectRelative(tip[1], tip[0], 1e-10, "tip");
@@ -557,7 +555,7 @@ TEST_P(PDelta, UnsettledCombinationIsMarked)
         RecordingWindow window;
         b.model.set_solver_wnds(&window);
 
-        b.Solve(GetParam());
+        b.Solve(SolverType());
 
         EXPECT_EQ(b.model.combOutcomes[0].end, CombEnd::Limit);
         EXPECT_EQ(b.model.combOutcomes[0].iterations, iterations);
@@ -574,7 +572,7 @@ TEST_P(PDelta, EveryCombinationStartsFromTheUndeformedStructure)
     b.AddCombination(L"AGAIN", {{L"LOAD", 1.0}, {L"WIND", 2.0}});
     UnderPDelta(b);
 
-    b.Solve(GetParam());
+    b.Solve(SolverType());
 
     EXPECT_EQ(b.model.combOutcomes[2].iterations, b.model.combOutcomes[0].iterations);
     for (const jxNd& node : b.model.nodes)
