@@ -54,10 +54,14 @@ public:
     double LargestTerm() const;
 
 private:
+    struct Run;
+
     static std::size_t At(int index) { return static_cast<std::size_t>(index); }
     std::size_t Address(int row, int column) const;
     /// Offset of node j's first column behind the own block in every row of node i < j.
     int BlockOffset(int i, int j) const;
+    template <Number Real>
+    void AddBlock(const Run& rows, const Run& columns, const int* loc, int n, const Real* k);
     void Connect(std::span<const RowTable* const> tables);
     void LayOutRows();
 
