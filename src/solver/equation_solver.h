@@ -40,7 +40,8 @@ public:
     virtual bool SolvesTogether() const { return false; }
     /// Solves all load vectors, silently; Solve then answers for each of them with its messages.
     virtual void SolveAll(const std::vector<std::vector<double128>*>&) {}
-    /// Frees the factor at the end of a stage.
+    /// Frees matrix and factor when nothing is left to be solved, or after a fault. Solve still answers for the load
+    /// vectors of SolveAll.
     virtual void Release() {}
 };
 

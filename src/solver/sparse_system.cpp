@@ -90,6 +90,7 @@ void SparseSystem::SolveAll(const std::vector<std::vector<double128>*>& loads)
 void SparseSystem::Release()
 {
     model_.pardiso_delete(ia_, ja_);
+    data_.sparseK.Clear();
     data_.bAnalysed = 0;
 }
 

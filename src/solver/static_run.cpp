@@ -138,8 +138,18 @@ void StaticRun::SolveLinearCombinations()
         return SolveTogether(combs);
     for (const int comb : combs) {
         FormLoad(comb);
+        solver_->Solve(Load(comb));
+        if (comb == combs.back())
+            ReleaseAfterLastSolution();
         FinishLinear(comb);
     }
+}
+
+/// Frees the factor once nothing is left to be solved with it: results need room too.
+void StaticRun::ReleaseAfterLastSolution()
+{
+    if (model_.linearCombCount == CombinationCount())
+        solver_->Release();
 }
 
 void StaticRun::FormLoad(int comb)
@@ -153,7 +163,6 @@ void StaticRun::FormLoad(int comb)
 
 void StaticRun::FinishLinear(int comb)
 {
-    solver_->Solve(Load(comb));
     LogTimeSpent(model_, L"reduction and back-substitution");
     model_.Output_All(comb, members_, shells_, bricks_);
     LogOutputTime(model_);
@@ -180,10 +189,13 @@ void StaticRun::SolveTogether(const std::vector<int>& combs)
             break;
     }
     solver_->SolveAll(loads);
+    if (!fault)
+        ReleaseAfterLastSolution();
     for (std::size_t k = 0; k < told.size(); ++k) {
         MessageRecorder::Replay(model_, told[k]);
         if (k == loads.size())
             throw jxException(fault->GetText());
+        solver_->Solve(Load(combs[k]));
         FinishLinear(combs[k]);
     }
 }

@@ -33,6 +33,7 @@ private:
     void SolveLinearPart();
     void SolveLinearCombinations();
     void FormLoad(int comb);
+    void ReleaseAfterLastSolution();
     void FinishLinear(int comb);
     void SolveTogether(const std::vector<int>& combs);
 

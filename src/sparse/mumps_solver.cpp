@@ -218,6 +218,7 @@ SparseStatus MumpsSolver::Solve(const SymmetricMatrix& matrix, double* b, double
 void MumpsSolver::Release()
 {
     instance_.reset();
+    row_ = {};
 }
 
 int MumpsSolver::NegativePivots() const
