@@ -82,7 +82,7 @@ void BuildFrame(CjxStruct& model, int n, int nCombinations)
                 if (j > 0 && k + 1 < n)
                     member(grid.Id(i, j, k), grid.Id(i, j, k + 1));
                 if (j == 0)
-                    Fix(model, grid.Id(i, j, k), L"222222");
+                    Fix(model, grid.Id(i, j, k), L"111111");
                 else
                     Load(model, grid.Id(i, j, k), 100, 500);
             }
@@ -113,7 +113,7 @@ void BuildShellBuilding(CjxStruct& model, int n, int storeys)
     for (int k = 0; k <= n; ++k)
         for (int i = 0; i <= n; ++i)
             if (i == 0 || i == n || k == 0 || k == n)
-                Fix(model, grid.Id(i, 0, k), L"222222");
+                Fix(model, grid.Id(i, 0, k), L"111111");
     // The ground floor has no slab: its inner nodes carry nothing and are left out.
     std::erase_if(model.nodes, [&](const jxNd& node) {
         const int inPlane = node.id - 1;
@@ -141,7 +141,7 @@ void BuildBlock(CjxStruct& model, int n)
                                                  grid.Id(i + 1, j + 1, k + 1), grid.Id(i, j + 1, k + 1)}});
     for (int k = 0; k <= n; ++k)
         for (int i = 0; i <= n; ++i) {
-            Fix(model, grid.Id(i, 0, k), L"222000");
+            Fix(model, grid.Id(i, 0, k), L"111000");
             Load(model, grid.Id(i, n, k), 10, 100);
         }
 }
