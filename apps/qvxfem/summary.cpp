@@ -189,11 +189,14 @@ std::vector<std::string> LooseRecords(const CjxStruct& m)
     return lines;
 }
 
+// Of this process or of the solver's own, which sees the model too.
 double PeakMegabytes()
 {
-    rusage usage{};
-    getrusage(RUSAGE_SELF, &usage);
-    return static_cast<double>(usage.ru_maxrss) / 1024;
+    rusage here{};
+    rusage solver{};
+    getrusage(RUSAGE_SELF, &here);
+    getrusage(RUSAGE_CHILDREN, &solver);
+    return static_cast<double>(std::max(here.ru_maxrss, solver.ru_maxrss)) / 1024;
 }
 
 }  // namespace

@@ -358,7 +358,9 @@ private:
     bool Record(int kind, const wchar_t* text, const wchar_t* status);
 
     void WaitForProgressWindow();
-    bool IsFactorizationToGoOn(int percent, int thread);
+    void PostFactorizationPercent(int percent, int thread);
+    bool IsToGoOn();
+    void ThrowIfAborted() const;
 
     CWnd* solverWindow_ = nullptr;
     int messageCounter_ = 0;

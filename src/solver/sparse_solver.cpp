@@ -1,7 +1,5 @@
 #include <algorithm>
 #include <chrono>
-#include <filesystem>
-#include <fstream>
 #include <string>
 #include <thread>
 #include <vector>
@@ -11,6 +9,7 @@
 #include "model/solution_data.h"
 #include "platform/cwin_app.h"
 #include "platform/host_services.h"
+#include "solver/out_of_core_file.h"
 #include "sparse/direct_solver.h"
 
 using qvx::double128;
@@ -25,20 +24,6 @@ constexpr int kLeastMaxCore = 20;
 int Preference(const wchar_t* key, int defaultValue)
 {
     return AfxGetApp().GetProfileInt(L"Preferences", key, defaultValue);
-}
-
-/// The solver reads its memory limit from this file in the current folder.
-void WriteOutOfCoreConfiguration()
-{
-    CString path = qvx::Host().CurrentFolder();
-    path += qvx::FolderSeparator();
-    path += L"pardiso_ooc.cfg";
-    std::ofstream file(std::filesystem::path(path.Text()));
-    file << "MKL_PARDISO_OOC_MAX_CORE_SIZE = " << std::max(kLeastMaxCore, Preference(L"OocMaxCore", kDefaultMaxCore))
-         << "\nMKL_PARDISO_OOC_KEEP_FILE = 1\n";
-    file.flush();
-    if (!file)
-        throw jxException(CString(L"error creating solver configuration file: ") + path);
 }
 
 /// Profile integer SparseBackend: 0 the best that is installed, 1 PARDISO, 2 MUMPS.
@@ -68,16 +53,23 @@ void CjxStruct::configure_pardiso()
     CString text;
     text.Format(L"%d (out of %d)", solverThreads_, processors);
     list_msg(L"CPUs available for parallel computing", text);
+    const int maxCore = std::max(kLeastMaxCore, Preference(L"OocMaxCore", kDefaultMaxCore));
     if (bOutOfCore)
-        WriteOutOfCoreConfiguration();
+        qvx::OutOfCoreFile::Write(maxCore);
 
-    directSolver_ = qvx::MakeDirectSolver(
-        ChosenBackend(), {.isOutOfCore = bOutOfCore != 0,
-                          .maxCoreMegabytes = std::max(kLeastMaxCore, Preference(L"OocMaxCore", kDefaultMaxCore)),
-                          .threads = solverThreads_,
-                          .progress = [this, caller = std::this_thread::get_id()](int percent, int thread) {
-                              return std::this_thread::get_id() != caller || IsFactorizationToGoOn(percent, thread);
-                          }});
+    // A solver's other threads call too: only the caller's may post and ask.
+    const auto isCaller = [caller = std::this_thread::get_id()] { return std::this_thread::get_id() == caller; };
+    directSolver_ =
+        qvx::MakeDirectSolver(ChosenBackend(), {.isOutOfCore = bOutOfCore != 0,
+                                                .folder = qvx::ToUtf8(qvx::Host().CurrentFolder()),
+                                                .maxCoreMegabytes = maxCore,
+                                                .threads = solverThreads_,
+                                                .progress =
+                                                    [this, isCaller](int percent, int thread) {
+                                                        if (isCaller())
+                                                            PostFactorizationPercent(percent, thread);
+                                                    },
+                                                .isToGoOn = [this, isCaller] { return !isCaller() || IsToGoOn(); }});
     if (!directSolver_)
         throw jxException(L"The sparse solver PARDISO is not installed on this machine. Set the preference "
                           L"SparseBackend to 0 (automatic) or 2 (MUMPS), or install its runtime library.");
@@ -118,17 +110,27 @@ void CjxStruct::WaitForProgressWindow()
     }
 }
 
-/// Called by the solver, on the caller's thread, as the factorisation goes on.
-bool CjxStruct::IsFactorizationToGoOn(int percent, int thread)
+void CjxStruct::PostFactorizationPercent(int percent, int thread)
 {
     if (progressWindow != nullptr)
         progressWindow->PostMessageW(kFactorizationPercent, static_cast<WPARAM>(percent), thread);
+}
+
+/// Asked by the solver. No exception may cross it: ThrowIfAborted throws it again behind the solver.
+bool CjxStruct::IsToGoOn()
+{
     try {
         peek_msg();
     } catch (const jxException&) {
-        return false;  // no exception may cross the solver; pardiso_factorize throws it again
+        return false;
     }
-    return true;
+    return !bAborted_;
+}
+
+void CjxStruct::ThrowIfAborted() const
+{
+    if (bAborted_)
+        throw jxException(L"SOLUTION ABORTED!");
 }
 
 int CjxStruct::pardiso_factorize(jxSolutionData& data, int n, double* a, int* ia, int* ja)
@@ -139,13 +141,14 @@ int CjxStruct::pardiso_factorize(jxSolutionData& data, int n, double* a, int* ia
 
     const qvx::SymmetricMatrix matrix = View(n, a, ia, ja);
     if (!data.bAnalysed) {
-        if (const qvx::SparseStatus status = directSolver_->Analyse(matrix); !status)
+        const qvx::SparseStatus status = directSolver_->Analyse(matrix);
+        ThrowIfAborted();
+        if (!status)
             throw jxException(get_pardiso_error(status.error));
         data.bAnalysed = 1;
     }
     const qvx::SparseStatus status = directSolver_->Factorise(matrix);
-    if (bAborted_)
-        throw jxException(L"SOLUTION ABORTED!");
+    ThrowIfAborted();
     if (!status) {
         if (status.equation > 0) {
             int node = 0;
@@ -183,6 +186,7 @@ int CjxStruct::pardiso_substitution_many(double* a, int* ia, int* ja, const std:
             b[k * n + i] = static_cast<double>(loads[k][i + 1]);
     const qvx::SparseStatus status =
         directSolver_->Solve(View(numberOfEquations, a, ia, ja), b.data(), x.data(), static_cast<int>(loads.size()));
+    ThrowIfAborted();
     if (!status) {
         CString text;
         text.Format(L"ERROR [%d] during sparse matrix substitution", status.error);

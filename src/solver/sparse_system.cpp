@@ -23,6 +23,8 @@ std::vector<int> NodeOfEquation(const CjxStruct& model)
 
 void SparseSystem::Allocate(int)
 {
+    if (model_.bOutOfCore)
+        configuration_ = std::make_unique<OutOfCoreFile>();
     model_.configure_pardiso();
     const RowTable* tables[] = {&data_.lmBeams,          &data_.lmLinks,   &data_.lmConstraints,
                                 &data_.lmCoupledSprings, &data_.lmShell4s, &data_.lmBricks};
@@ -80,6 +82,7 @@ void SparseSystem::SolveAll(const std::vector<std::vector<double128>*>& loads)
             TakeSettlementFromLoad(data_, *loads[first + k]);
             vectors.push_back(loads[first + k]->data());
         }
+        model_.peek_msg();
         model_.pardiso_substitution_many(a_, ia_, ja_, vectors);
         for (std::size_t k = 0; k < count; ++k)
             AddSettlementToDisplacements(data_, *loads[first + k]);

@@ -1,17 +1,21 @@
 #pragma once
 
+#include <memory>
 #include <set>
 #include <vector>
 
 #include "solver/equation_solver.h"
+#include "solver/out_of_core_file.h"
 
 namespace qvx {
 
-/// The system of a sparse run: patterned store, direct sparse solver, positive definite throughout.
+/// The system of a sparse run: patterned store, direct sparse solver, positive definite throughout. However the run
+/// ends, factor and files of the solver go with it.
 class SparseSystem : public EquationSolver
 {
 public:
     SparseSystem(CjxStruct& model, jxSolutionData& data) : model_(model), data_(data) {}
+    ~SparseSystem() override { Release(); }
 
     void Allocate(int nTerms) override;
     void Clear() override;
@@ -32,6 +36,7 @@ private:
     int* ia_ = nullptr;
     int* ja_ = nullptr;
     std::set<const std::vector<double128>*> solved_;
+    std::unique_ptr<OutOfCoreFile> configuration_;  ///< of an out-of-core run
 };
 
 }  // namespace qvx

@@ -59,8 +59,13 @@ int StaticRun::Execute()
     model_.ConvertUnits(display, internal);
     model_.bInSolution = 1;
     PrepareCombinations();
-    model_.AutoRenumberNodesAndElements();
-    SolveAllParts();
+    try {
+        model_.AutoRenumberNodesAndElements();
+        SolveAllParts();
+    } catch (...) {
+        DropResults();
+        throw;
+    }
     model_.CalcModalCombinationResult();
     model_.CalcRcBeamEnvelop();
     model_.CalcRcWoodArmerMoment();
@@ -92,6 +97,14 @@ void StaticRun::PrepareCombinations()
     model_.digitsLost = 0;
     if (model_.maxNonlinearIterations == 0)
         model_.maxNonlinearIterations = 1;
+}
+
+/// What a broken run has got so far is in internal units, and of its last combination a part only.
+void StaticRun::DropResults()
+{
+    for (jxCombResult& result : model_.combResults)
+        result.clear();
+    model_.combOutcomes.assign(model_.loadCombs.size(), {});
 }
 
 void StaticRun::SolveAllParts()

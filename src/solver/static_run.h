@@ -21,13 +21,15 @@ public:
     StaticRun(CjxStruct& model, const MakeSolver& makeSolver);
 
     /// Input check, internal units, both parts, display units. Until the units are converted back the model is in
-    /// internal units; an exception that leaves here leaves it so, with bInSolution set, for RestoreInputData.
+    /// internal units; an exception that leaves here leaves it so, with bInSolution set, for RestoreInputData,
+    /// and without results.
     /// @return  0 when the input was refused
     int Execute();
 
 private:
     int RefuseInput();
     void PrepareCombinations();
+    void DropResults();
     void SolveAllParts();
 
     void SolveLinearPart();

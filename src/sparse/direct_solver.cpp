@@ -1,19 +1,37 @@
 #include "sparse/direct_solver.h"
 
+#include "sparse/isolated_solver.h"
 #include "sparse/mumps_solver.h"
 #include "sparse/pardiso_solver.h"
 
 namespace qvx {
 
+namespace {
+
+// Equations up to which nobody waits a second for the phases that cannot be stopped from within: the ordering of
+// PARDISO, all of MUMPS.
+constexpr int kLargeForPardiso = 50000;
+constexpr int kLargeForMumps = 5000;
+
+std::unique_ptr<DirectSolver> MakePardiso(const SparseSettings& settings)
+{
+    return std::make_unique<PardisoSolver>(*PardisoLibrary::Load(), settings);
+}
+
+std::unique_ptr<DirectSolver> MakeMumps(const SparseSettings& settings)
+{
+    return std::make_unique<MumpsSolver>(settings);
+}
+
+}  // namespace
+
 std::unique_ptr<DirectSolver> MakeDirectSolver(SparseBackend backend, const SparseSettings& settings)
 {
-    if (backend != SparseBackend::Mumps) {
-        if (const PardisoLibrary* library = PardisoLibrary::Load())
-            return std::make_unique<PardisoSolver>(*library, settings);
-        if (backend == SparseBackend::Pardiso)
-            return nullptr;
-    }
-    return std::make_unique<MumpsSolver>(settings);
+    if (backend != SparseBackend::Mumps && IsPardisoInstalled())
+        return std::make_unique<IsolatedSolver>(settings, MakePardiso, kLargeForPardiso);
+    if (backend == SparseBackend::Pardiso)
+        return nullptr;
+    return std::make_unique<IsolatedSolver>(settings, MakeMumps, kLargeForMumps);
 }
 
 bool IsPardisoInstalled()

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <string>
 
 namespace qvx {
 
@@ -18,7 +19,9 @@ struct SymmetricMatrix
 };
 
 /// Outcome of a phase, in the numbers of the routine `pardiso`: 0 done, -2 out of memory, -4 zero or negative pivot,
-/// -9 not enough memory for out-of-core, -10 and -11 files of the out-of-core mode, others as its manual has them.
+/// -9 not enough memory for out-of-core, -10 and -11 files of the out-of-core mode, others as its manual has them;
+/// and kStopped.
+constexpr int kStopped = -100;  ///< isToGoOn ended the phase; the solver is released
 struct SparseStatus
 {
     int error = 0;
@@ -32,11 +35,14 @@ struct SparseSettings
 {
     bool isPositiveDefinite = true;  ///< false: indefinite, negative pivots are counted
     bool isOutOfCore = false;        ///< factor on disk
+    std::string folder = ".";        ///< of the factor on disk: a folder of its own stands there while it lives
     int maxCoreMegabytes = 2000;     ///< memory limit of the out-of-core mode
     int threads = 1;
     int refinementSteps = 2;  ///< iterative refinement per solve, 0 for none
-    /// Called during the factorisation with the percentage done and the thread that tells it; false stops it.
-    std::function<bool(int percent, int thread)> progress = nullptr;
+    /// Called during the factorisation with the percentage done and the thread that tells it.
+    std::function<void(int percent, int thread)> progress = nullptr;
+    /// Asked again and again while a phase runs; false stops it. Must not throw.
+    std::function<bool()> isToGoOn = nullptr;
 };
 
 /// One door to the direct sparse solvers: analyse, factorise, solve, release.

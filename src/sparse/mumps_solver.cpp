@@ -6,11 +6,8 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstring>
-#include <filesystem>
-#include <system_error>
 
 #include <dmumps_c.h>
-#include <unistd.h>
 
 namespace qvx {
 
@@ -19,6 +16,8 @@ namespace {
 enum Job : int { kStart = -1, kAnalyse = 1, kFactorise = 2, kSolve = 3, kEnd = -2 };
 // Definite matrices too are factorised as general symmetric ones: only these count negative and list null pivots.
 constexpr int kGeneralSymmetric = 2;
+
+constexpr int kFolderFailed = -10;  // no file can be opened
 
 constexpr int kWorldCommunicator = -987654;
 
@@ -46,7 +45,7 @@ constexpr int kNullPivotThreshold = 3;  // entry of the real controls, counted f
 // Thirteen digits lost between a diagonal, scaled to 1, and its pivot leave none to trust: that pivot is zero.
 constexpr double kZeroPivot = 1e-13;
 
-SparseStatus Translate(int error)
+SparseStatus Translate(int error, bool isOutOfCore)
 {
     switch (error) {
     case 0:
@@ -55,11 +54,11 @@ SparseStatus Translate(int error)
         return {.error = -4};
     case -7:
     case -8:
-    case -9:
     case -13:
         return {.error = -2};
-    case -19:
-        return {.error = -9};
+    case -9:   // the work space that the limit leaves
+    case -19:  // the limit is below what the matrix needs at least
+        return {.error = isOutOfCore ? -9 : -2};
     case -90:
         return {.error = -11};
     case -51:
@@ -97,14 +96,7 @@ public:
     }
     Instance(const Instance&) = delete;
     Instance& operator=(const Instance&) = delete;
-    ~Instance()
-    {
-        Run(kEnd);
-        if (!folder_.empty()) {
-            std::error_code ignored;
-            std::filesystem::remove_all(folder_, ignored);
-        }
-    }
+    ~Instance() { Run(kEnd); }
 
     int Run(Job job)
     {
@@ -137,16 +129,11 @@ public:
 private:
     void KeepFactorOnDisk(const SparseSettings& settings)
     {
-        std::error_code ignored;
-        folder_ = std::filesystem::temp_directory_path(ignored) / ("qvxfem-" + std::to_string(getpid()) + "-factor");
-        std::filesystem::create_directories(folder_, ignored);
         Set(kOutOfCore, 1);
         Set(kMaxMemory, settings.maxCoreMegabytes);
-        std::strncpy(data.ooc_tmpdir, folder_.c_str(), sizeof data.ooc_tmpdir - 1);
+        std::strncpy(data.ooc_tmpdir, settings.folder.c_str(), sizeof data.ooc_tmpdir - 1);
         std::strncpy(data.ooc_prefix, "factor", sizeof data.ooc_prefix - 1);
     }
-
-    std::filesystem::path folder_;
 };
 
 MumpsSolver::MumpsSolver(const SparseSettings& settings) : settings_(settings) {}
@@ -156,12 +143,14 @@ MumpsSolver::~MumpsSolver() = default;
 SparseStatus MumpsSolver::Analyse(const SymmetricMatrix& matrix)
 {
     Release();
+    if (settings_.isOutOfCore && settings_.folder.size() >= sizeof DMUMPS_STRUC_C::ooc_tmpdir)
+        return {.error = kFolderFailed};
     row_.resize(static_cast<std::size_t>(matrix.rowStart[matrix.n] - 1));
     for (int i = 0; i < matrix.n; ++i)
         std::fill(row_.begin() + matrix.rowStart[i] - 1, row_.begin() + matrix.rowStart[i + 1] - 1, i + 1);
     instance_ = std::make_unique<Instance>(settings_);
     instance_->SetMatrix(matrix, row_);
-    return Translate(instance_->Run(kAnalyse));
+    return Translate(instance_->Run(kAnalyse), settings_.isOutOfCore);
 }
 
 SparseStatus MumpsSolver::Factorise(const SymmetricMatrix& matrix)
@@ -180,7 +169,7 @@ SparseStatus MumpsSolver::Factorise(const SymmetricMatrix& matrix)
 
 SparseStatus MumpsSolver::StatusOf(const SymmetricMatrix& matrix) const
 {
-    SparseStatus status = Translate(instance_->Get(kError));
+    SparseStatus status = Translate(instance_->Get(kError), settings_.isOutOfCore);
     if (settings_.isPositiveDefinite && status &&
         (instance_->Get(kNegative) > 0 || instance_->Get(kNullPivotCount) > 0))
         status.error = -4;
@@ -212,7 +201,7 @@ SparseStatus MumpsSolver::Solve(const SymmetricMatrix& matrix, double* b, double
     const auto count = static_cast<std::size_t>(matrix.n) * static_cast<std::size_t>(nRhs);
     std::copy_n(b, count, x);
     instance_->SetMatrix(matrix, row_);
-    return Translate(instance_->SolveInPlace(x, nRhs, settings_.refinementSteps));
+    return Translate(instance_->SolveInPlace(x, nRhs, settings_.refinementSteps), settings_.isOutOfCore);
 }
 
 void MumpsSolver::Release()

@@ -4,6 +4,8 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdlib>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -70,17 +72,21 @@ PardisoLibrary Open()
 // The library calls back without a user pointer: the running factorisation stands here.
 const SparseSettings* runningFactorisation = nullptr;
 int lastStep = -1;
+bool wasStopped = false;
 
 int OnProgress(int* thread, int* step, char* stage, int stageLength)
 {
     const SparseSettings* reader = runningFactorisation;
-    if (reader == nullptr || !reader->progress)
+    if (reader == nullptr)
         return 0;
     const std::string_view text(stage, static_cast<std::size_t>(std::max(stageLength, 0)));
-    if (text.find("factorization") == std::string_view::npos || *step == lastStep)
-        return 0;
-    lastStep = *step;
-    return reader->progress(std::min(*step, 100), *thread) ? 0 : 1;
+    if (text.find("factorization") != std::string_view::npos && *step != lastStep) {
+        lastStep = *step;
+        if (reader->progress)
+            reader->progress(std::min(*step, 100), *thread);
+    }
+    wasStopped = wasStopped || (reader->isToGoOn && !reader->isToGoOn());
+    return wasStopped ? 1 : 0;
 }
 
 }  // namespace
@@ -121,9 +127,18 @@ SparseStatus PardisoSolver::Call(int phase, const SymmetricMatrix& matrix, doubl
     return {.error = error, .equation = error == -4 ? iparm_[kBadPivot] : 0};
 }
 
+// The library reads its limits from the environment, which is that of a process of its own: see IsolatedSolver.
+void PardisoSolver::KeepFactorOnDisk() const
+{
+    setenv("MKL_PARDISO_OOC_PATH", (settings_.folder + "/factor").c_str(), 1);
+    setenv("MKL_PARDISO_OOC_MAX_CORE_SIZE", std::to_string(settings_.maxCoreMegabytes).c_str(), 1);
+}
+
 SparseStatus PardisoSolver::Analyse(const SymmetricMatrix& matrix)
 {
     Release();
+    if (settings_.isOutOfCore)
+        KeepFactorOnDisk();
     library_.setThreads(settings_.threads);
     n_ = matrix.n;
     isOpen_ = true;
@@ -133,12 +148,17 @@ SparseStatus PardisoSolver::Analyse(const SymmetricMatrix& matrix)
 SparseStatus PardisoSolver::Factorise(const SymmetricMatrix& matrix)
 {
     lastStep = -1;
+    wasStopped = false;
     runningFactorisation = &settings_;
     const auto previous = library_.setProgress != nullptr ? library_.setProgress(OnProgress) : nullptr;
     const SparseStatus status = Call(kFactorisation, matrix, nullptr, nullptr, 1);
     if (library_.setProgress != nullptr)
         library_.setProgress(previous);
     runningFactorisation = nullptr;
+    if (wasStopped) {
+        Release();
+        return {.error = kStopped};
+    }
     return status && settings_.isPositiveDefinite ? CheckPivots(matrix) : status;
 }
 

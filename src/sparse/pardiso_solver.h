@@ -42,6 +42,7 @@ public:
     const char* Name() const override { return "PARDISO"; }
 
 private:
+    void KeepFactorOnDisk() const;
     SparseStatus CheckPivots(const SymmetricMatrix& matrix);
     double SmallestPivot() const;
     SparseStatus Call(int phase, const SymmetricMatrix& matrix, double* b, double* x, int nRhs);

@@ -1,5 +1,6 @@
 // Every backend behind the one door, against dense Gauss elimination and closed forms.
 #include <algorithm>
+#include <chrono>
 #include <cmath>
 #include <map>
 #include <numeric>
@@ -9,6 +10,7 @@
 #include <gtest/gtest.h>
 
 #include "sparse/direct_solver.h"
+#include "support/small_disk.h"
 
 namespace {
 
@@ -65,6 +67,15 @@ Csr RandomMatrix(int n, unsigned seed)
             }
     }
     m.rowStart.push_back(static_cast<int>(m.column.size()) + 1);
+    return m;
+}
+
+// So full that its factor is dense.
+Csr LargeMatrix(int n)
+{
+    Csr m = RandomMatrix(n, 7);
+    for (int i = 1; i <= n; ++i)
+        m.Diagonal(i) += 100;
     return m;
 }
 
@@ -262,15 +273,115 @@ TEST_P(DirectSolvers, ProgressRunsUpToTheEnd)
 {
     const Csr m = RandomMatrix(600, 2);
     int last = -1;
-    const auto solver = Make({.progress = [&](int percent, int) {
-        last = percent;
-        return true;
-    }});
+    const auto solver = Make({.progress = [&](int percent, int) { last = percent; }});
 
     ASSERT_TRUE(solver->Analyse(m.View()));
     ASSERT_TRUE(solver->Factorise(m.View()));
 
     EXPECT_EQ(last, 100);
+}
+
+// A factor on disk is formed in a process of its own: it answers as the one in memory does.
+TEST_P(DirectSolvers, FactorOnDiskAnswersAsTheOneInMemory)
+{
+    const qvx::test::TemporaryFolder folder;
+    const Csr m = RandomMatrix(600, 40);
+    int last = -1;
+    const auto solver = Make({.isOutOfCore = true,
+                              .folder = folder.Path().string(),
+                              .maxCoreMegabytes = 100,
+                              .progress = [&](int percent, int) { last = percent; }});
+    const auto inMemory = Make();
+    std::vector<double> b(600 * 40), x(b.size()), y(b.size());
+    for (std::size_t i = 0; i < b.size(); ++i)
+        b[i] = std::sin(static_cast<double>(i));
+    std::vector<double> copy = b;
+
+    ASSERT_TRUE(solver->Analyse(m.View()));
+    ASSERT_TRUE(solver->Factorise(m.View()));
+    EXPECT_NE(folder.Contents(), "");
+    ASSERT_TRUE(solver->Solve(m.View(), b.data(), x.data(), 40));
+    ASSERT_TRUE(inMemory->Analyse(m.View()) && inMemory->Factorise(m.View()));
+    ASSERT_TRUE(inMemory->Solve(m.View(), copy.data(), y.data(), 40));
+
+    EXPECT_EQ(last, 100);
+    EXPECT_GT(solver->FactorTerms(), 600);
+    EXPECT_GT(solver->PeakKilobytes(), 0);
+    const double size = std::fabs(*std::max_element(y.begin(), y.end()));
+    for (std::size_t i = 0; i < x.size(); ++i)
+        ASSERT_NEAR(x[i], y[i], 1e-9 * size);
+    solver->Release();
+    EXPECT_EQ(folder.Contents(), "");
+}
+
+TEST_P(DirectSolvers, FolderThatIsNotThereIsAnErrorOfOpening)
+{
+    const qvx::test::TemporaryFolder folder;
+    const Csr m = SpringChain(30);
+    const auto solver = Make({.isOutOfCore = true, .folder = (folder.Path() / "none").string()});
+
+    EXPECT_EQ(solver->Analyse(m.View()).error, -10);
+
+    EXPECT_EQ(folder.Contents(), "");
+}
+
+TEST_P(DirectSolvers, LimitBelowTheLeastMemoryIsTold)
+{
+    const qvx::test::TemporaryFolder folder;
+    const Csr m = LargeMatrix(3000);
+    const auto solver = Make({.isOutOfCore = true, .folder = folder.Path().string(), .maxCoreMegabytes = 1});
+    SparseStatus status = solver->Analyse(m.View());
+    if (status)
+        status = solver->Factorise(m.View());
+
+    EXPECT_EQ(status.error, -9);
+
+    solver->Release();
+    EXPECT_EQ(folder.Contents(), "");
+}
+
+// In each phase, in this process and in one of the solver's own.
+TEST_P(DirectSolvers, StopsWhereItIsToldTo)
+{
+    const qvx::test::TemporaryFolder folder;
+    const Csr m = SpringChain(300);
+    for (const bool isOutOfCore : {false, true})
+        for (int phase = 0; phase < 3; ++phase) {
+            bool isToGoOn = true;
+            const auto solver = Make(
+                {.isOutOfCore = isOutOfCore, .folder = folder.Path().string(), .isToGoOn = [&] { return isToGoOn; }});
+            std::vector<double> b(300, 1.0), x(300);
+            SparseStatus status;
+            const auto run = [&](int at, const auto& call) {
+                isToGoOn = at != phase;
+                if (status)
+                    status = call();
+            };
+            run(0, [&] { return solver->Analyse(m.View()); });
+            run(1, [&] { return solver->Factorise(m.View()); });
+            run(2, [&] { return solver->Solve(m.View(), b.data(), x.data(), 1); });
+
+            // A worker may be done before it is looked after for the first time.
+            EXPECT_TRUE(status.error == qvx::kStopped || (isOutOfCore && status)) << phase << status.error;
+        }
+    EXPECT_EQ(folder.Contents(), "");
+}
+
+// A dense matrix of this size is factorised in seconds, and the library of MUMPS looks at nobody in the meantime.
+TEST_P(DirectSolvers, LongPhaseEndsSoonAfterItIsStopped)
+{
+    using Clock = std::chrono::steady_clock;
+    const Csr m = LargeMatrix(5000);
+    bool isFactorising = false;
+    Clock::time_point stopAt;
+    const auto solver = Make({.isToGoOn = [&] { return !isFactorising || Clock::now() < stopAt; }});
+    ASSERT_TRUE(solver->Analyse(m.View()));
+    isFactorising = true;
+    stopAt = Clock::now() + std::chrono::milliseconds(100);
+
+    const SparseStatus status = solver->Factorise(m.View());
+
+    EXPECT_EQ(status.error, qvx::kStopped);
 }
 
 TEST_P(DirectSolvers, ReleasedSolverStartsAgain)

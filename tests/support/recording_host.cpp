@@ -49,7 +49,7 @@ int RecordingHost::MessageBox(const std::wstring& text, unsigned flags)
 bool RecordingHost::IsAbortKeyDown()
 {
     ++abortKeyLooks;
-    return isAbortKeyDown || (looksUntilAbort >= 0 && abortKeyLooks > looksUntilAbort);
+    return isAbortKeyDown || (abortKey && abortKey()) || (looksUntilAbort >= 0 && abortKeyLooks > looksUntilAbort);
 }
 
 int RecordingHost::ProfileInteger(const std::wstring& section, const std::wstring& key, int defaultValue)
@@ -61,6 +61,11 @@ int RecordingHost::ProfileInteger(const std::wstring& section, const std::wstrin
 std::wstring RecordingHost::ExecutableFolder()
 {
     return executableFolder.empty() ? HostServices::ExecutableFolder() : executableFolder;
+}
+
+std::wstring RecordingHost::CurrentFolder()
+{
+    return currentFolder.empty() ? HostServices::CurrentFolder() : currentFolder;
 }
 
 bool RecordingHost::DeleteFile(const std::wstring& path)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <deque>
+#include <functional>
 #include <map>
 #include <string>
 #include <utility>
@@ -31,11 +32,13 @@ public:
     std::deque<int> answers;                                       ///< next buttons; when none is left, Yes or OK
     bool isAbortKeyDown = false;                                   ///< answer to the abort key
     int looksUntilAbort = -1;                                      ///< the key goes down after so many looks
+    std::function<bool()> abortKey;                                ///< asked, too, at every look
     int abortKeyLooks = 0;                                         ///< how often the engine looked
     std::map<std::pair<std::wstring, std::wstring>, int> profile;  ///< (section, key) -> integer
     MemoryStatus memory{.totalPhysical = 16ULL << 30, .availablePhysical = 8ULL << 30};
     int processors = 4;
     std::wstring executableFolder;           ///< empty: the real one
+    std::wstring currentFolder;              ///< empty: the real one
     std::vector<std::wstring> deletedFiles;  ///< asked to delete; they are deleted if they exist
     std::wstring debugOutput;
 
@@ -48,6 +51,7 @@ public:
     MemoryStatus Memory() override { return memory; }
     int ProcessorCount() override { return processors; }
     std::wstring ExecutableFolder() override;
+    std::wstring CurrentFolder() override;
     bool DeleteFile(const std::wstring& path) override;
     void DebugOutput(const std::wstring& text) override { debugOutput += text; }
 
