@@ -1,5 +1,6 @@
 #include "check_command.h"
 
+#include <algorithm>
 #include <limits>
 
 #include <fmt/format.h>
@@ -7,11 +8,32 @@
 #include "engine_log.h"
 #include "exit_code.h"
 #include "findings.h"
+#include "model/near_nodes.h"
+#include "model/units.h"
 #include "model_source.h"
 #include "settings.h"
 #include "terminal.h"
 
 namespace qvx::app {
+namespace {
+
+constexpr std::size_t kMostPairs = 20;
+
+// The check counts the duplicate nodes; these are they.
+void PrintDuplicateNodes(const CjxStruct& model)
+{
+    const auto pairs = FindDuplicateNodes(model.nodes, model.mergeTolerance);
+    if (pairs.empty())
+        return;
+    fmt::print("nodes nearer to one another than {:g} {}:\n", model.mergeTolerance,
+               ToUtf8(UnitName(model.units.unit[kLength])));
+    for (std::size_t i = 0; i < std::min(pairs.size(), kMostPairs); ++i)
+        fmt::print("    {} and {}\n", pairs[i].first, pairs[i].second);
+    if (pairs.size() > kMostPairs)
+        fmt::print("    ... and {} more\n", pairs.size() - kMostPairs);
+}
+
+}  // namespace
 
 int CheckModel(const CheckOptions& options)
 {
@@ -35,6 +57,7 @@ int CheckModel(const CheckOptions& options)
     }
     for (const std::string& line : findings.Lines(std::numeric_limits<std::size_t>::max()))
         fmt::print("{}\n", line);
+    PrintDuplicateNodes(model);
     fmt::print("{}: {} {}, {} {}\n", isAccepted == 1 ? "accepted" : "refused", findings.Errors(),
                findings.Errors() == 1 ? "error" : "errors", findings.Warnings(),
                findings.Warnings() == 1 ? "warning" : "warnings");

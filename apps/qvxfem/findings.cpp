@@ -13,6 +13,7 @@ constexpr std::size_t kTimeWidth = 11;         // "[HH:MM:SS] " before a list li
 constexpr std::size_t kMostDetails = 1000000;  // kept of one finding
 
 enum EngineMessage : UINT { kListLine = 1124, kStatusLine = 1126 };
+enum FactorizationMessage : UINT { kPercent = 1124 };
 
 std::string TextOf(std::uintptr_t buffer)
 {
@@ -95,6 +96,13 @@ std::vector<std::string> Findings::Lines(std::size_t mostDetails) const
             lines.push_back(fmt::format("{}... and {} more", indent, finding.nDetails - nShown));
     }
     return lines;
+}
+
+int FactorizationWindow::PostMessageW(UINT message, WPARAM wParam, LPARAM)
+{
+    if (message == kPercent)
+        progress_.ShowStatus(fmt::format("{}%", wParam));
+    return 1;
 }
 
 int RunWindow::PostMessageW(UINT message, WPARAM wParam, LPARAM lParam)

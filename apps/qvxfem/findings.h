@@ -42,6 +42,20 @@ private:
     int warnings_ = 0;
 };
 
+/// The progress window of a factorisation: percent on the progress line.
+class FactorizationWindow : public CWnd
+{
+public:
+    explicit FactorizationWindow(Progress& progress) : progress_(progress) {}
+
+    int PostMessageW(UINT message, WPARAM wParam, LPARAM lParam) override;
+    void* GetSafeHwnd() const override { return const_cast<FactorizationWindow*>(this); }
+    void BringWindowToTop() override {}
+
+private:
+    Progress& progress_;
+};
+
 /// The solver window of a run: shows progress and hands list lines to the findings.
 class RunWindow : public CWnd
 {

@@ -28,6 +28,8 @@ void DefineRun(CLI::App& app, RunOptions& options)
         ->type_name("LIST");
     run->add_option("--solver", options.solver, "double, quad or sparse; default: as the model says")
         ->check(CLI::IsMember({"double", "quad", "sparse"}));
+    run->add_option("--backend", options.backend, "library behind the sparse solver; default: as the preferences say")
+        ->check(CLI::IsMember({"pardiso", "mumps"}));
     run->add_option("--results", options.results, "writes the results to this file")->type_name("FILE.json");
     run->add_option("--report", options.report, "not available in this version")->group("");
     run->add_option("--log", options.log, "writes the log of the run to this file")->type_name("FILE");

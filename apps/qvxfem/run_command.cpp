@@ -14,6 +14,7 @@
 #include "interrupt.h"
 #include "model_source.h"
 #include "settings.h"
+#include "sparse/direct_solver.h"
 #include "summary.h"
 #include "terminal.h"
 
@@ -57,6 +58,15 @@ void SelectSolver(const std::string& name, CjxStruct& model)
         model.SetSolverType(DoubleSparse);
 }
 
+// As the preference SparseBackend counts.
+int BackendOf(const std::string& name)
+{
+    if (name == "pardiso" && !IsPardisoInstalled())
+        throw FileError("", "--backend pardiso",
+                        "its runtime library is not installed on this machine; without this option MUMPS is taken");
+    return name == "pardiso" ? 1 : name == "mumps" ? 2 : 0;
+}
+
 void SayAll(Progress& progress, const std::vector<std::string>& lines, std::string_view before)
 {
     for (const std::string& line : lines)
@@ -96,13 +106,32 @@ private:
     std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();
 };
 
+// Ctrl-C ends the writing too; false then, and no file.
+bool WriteResults(const std::string& file, const CjxStruct& model)
+{
+    struct Interrupt
+    {
+    };
+    try {
+        WriteResultsFile(file, model, [] {
+            if (IsInterrupted())
+                throw Interrupt();
+        });
+    } catch (const Interrupt&) {
+        return false;
+    }
+    return true;
+}
+
 int Analyse(const RunOptions& options, CjxStruct& model, std::vector<std::string> notes, Progress& progress,
             const TerminalHost& host)
 {
     Findings findings;
     RunWindow window(progress, findings);
+    FactorizationWindow factorization(progress);
     const EngineLog log(model, options.log, [&](const std::string& entry) { findings.TakeLogEntry(entry); });
     model.set_solver_wnds(&window);
+    model.progressWindow = &factorization;
     const Stopwatch stopwatch;
     int done = 0;
     try {
@@ -115,13 +144,14 @@ int Analyse(const RunOptions& options, CjxStruct& model, std::vector<std::string
     }
     const double seconds = stopwatch.Seconds();
     model.clear_solver_wnds();
+    model.progressWindow = nullptr;
     progress.Clear();
     if (IsInterrupted())
         return Stopped(progress);
     if (done == 0)
         return Refused(progress, findings);
-    if (!options.results.empty())
-        WriteResultsFile(options.results, model);
+    if (!options.results.empty() && !WriteResults(options.results, model))
+        return Stopped(progress);
     if (!options.isQuiet)
         PrintSummary(stdout, model,
                      {.file = options.model,
@@ -139,13 +169,15 @@ int RunModel(const RunOptions& options)
 {
     RefuseWhatIsNotThere(options);
     Progress progress(options.isQuiet);
-    TerminalHost host(progress, options.isInteractive, options.threads);
+    TerminalHost host(progress, options.isInteractive, options.threads, BackendOf(options.backend));
     CjxStruct model;
     std::vector<std::string> notes = LoadModel(options.model, model);
     ApplySettings(options.settings, model);
     RequireFolderOf(options.results);
     RequireFolderOf(options.log);
     SelectSolver(options.solver, model);
+    if (!options.backend.empty() && model.solverType != DoubleSparse)
+        throw FileError("", "--backend " + options.backend, "only the sparse solver has one: add --solver sparse");
     CatchInterrupt();
     return Analyse(options, model, std::move(notes), progress, host);
 }

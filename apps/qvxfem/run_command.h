@@ -11,6 +11,7 @@ struct RunOptions
     std::string model;
     std::vector<std::string> analyses = {"static"};
     std::string solver;                 ///< double, quad, sparse; empty: as the model says
+    std::string backend;                ///< of the sparse solver: pardiso, mumps; empty: as the preferences say
     std::string results;                ///< file; empty: none
     std::string report;                 ///< file; empty: none
     std::string log;                    ///< file; empty: none

@@ -65,9 +65,10 @@ void PrintHead(std::FILE* out, const CjxStruct& model, const SummaryFacts& facts
     Row(out, "size", "{}", SizeOf(model));
     Row(out, "loads", "{}, {}", Counted(model.loadCases.size(), "load case", "load cases"),
         Counted(model.loadCombs.size(), "combination", "combinations"));
-    std::string solver =
-        fmt::format("{}, {}", kSolvers[model.solverType],
-                    Counted(static_cast<std::size_t>(model.numberOfEquations), "equation", "equations"));
+    std::string solver = kSolvers[model.solverType];
+    if (model.solverType == DoubleSparse)
+        solver += fmt::format(" ({})", ToUtf8(model.SparseSolverName().Text()));
+    solver += ", " + Counted(static_cast<std::size_t>(model.numberOfEquations), "equation", "equations");
     if (model.solverType != DoubleSparse)  // which keeps its factor to itself
         solver += fmt::format(", {} of {} digits lost", model.digitsLost, kDigits[model.solverType]);
     Row(out, "solver", "{}", solver);

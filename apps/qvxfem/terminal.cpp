@@ -94,8 +94,9 @@ void Progress::Draw(bool isDue)
     isDrawn_ = true;
 }
 
-TerminalHost::TerminalHost(Progress& progress, bool isInteractive, int threads)
-    : progress_(progress), isInteractive_(isInteractive), threads_(threads), previous_(SetHostServices(this))
+TerminalHost::TerminalHost(Progress& progress, bool isInteractive, int threads, int sparseBackend)
+    : progress_(progress), isInteractive_(isInteractive), threads_(threads), sparseBackend_(sparseBackend),
+      previous_(SetHostServices(this))
 {
 }
 
@@ -149,6 +150,8 @@ int TerminalHost::ProfileInteger(const std::wstring& section, const std::wstring
 {
     if (threads_ > 0 && section == L"Preferences" && key == L"SolverCPUs")
         return threads_;
+    if (sparseBackend_ > 0 && section == L"Preferences" && key == L"SparseBackend")
+        return sparseBackend_;
     return HostServices::ProfileInteger(section, key, defaultValue);
 }
 

@@ -47,7 +47,8 @@ class TerminalHost : public HostServices
 public:
     /// @param isInteractive  questions are asked on the terminal; else they are printed and count as Yes
     /// @param threads        of the solver; 0 leaves the preference
-    TerminalHost(Progress& progress, bool isInteractive, int threads);
+    /// @param sparseBackend  as the preference SparseBackend has it; 0 leaves the preference
+    TerminalHost(Progress& progress, bool isInteractive, int threads, int sparseBackend = 0);
     ~TerminalHost() override;
 
     /// Text of the last message box.
@@ -63,6 +64,7 @@ private:
     Progress& progress_;
     bool isInteractive_;
     int threads_;
+    int sparseBackend_;
     std::wstring lastText_;
     HostServices* previous_;
 };

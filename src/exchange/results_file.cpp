@@ -200,9 +200,10 @@ void WriteResults(JsonWriter& out, const CjxStruct& model)
 
 }  // namespace
 
-void WriteResultsFile(const std::filesystem::path& path, const CjxStruct& model)
+void WriteResultsFile(const std::filesystem::path& path, const CjxStruct& model, const std::function<void()>& onPiece)
 {
-    WriteJsonFile(path, [&](JsonWriter& out) { WriteResults(out, model); });
+    WriteJsonFile(
+        path, [&](JsonWriter& out) { WriteResults(out, model); }, onPiece);
 }
 
 std::string WriteResultsText(const CjxStruct& model)

@@ -201,6 +201,8 @@ public:
     /// it, then posts message 1125 once and 1124 with percent and thread as it goes on.
     void SetPardisoFactorizationStartedCallback(void (*callback)(CjxStruct*));
     CWnd* progressWindow = nullptr;
+    /// Library behind the last sparse run, "PARDISO" or "MUMPS"; empty before one.
+    CString SparseSolverName() const;
 
     // --- Element results and loads (elements/) ------------------------------------------------------------------------
     void GetBeamLoads(std::vector<jxPtLoad>& pts, std::vector<jxLnLoad>& lines, int id, int comb) const;

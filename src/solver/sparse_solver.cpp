@@ -239,6 +239,11 @@ CString CjxStruct::get_pardiso_error(int error) const
     return text;
 }
 
+CString CjxStruct::SparseSolverName() const
+{
+    return directSolver_ ? CString(directSolver_->Name()) : CString();
+}
+
 void CjxStruct::SetPardisoFactorizationStartedCallback(void (*callback)(CjxStruct*))
 {
     factorizationStarted_ = callback;

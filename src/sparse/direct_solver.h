@@ -5,6 +5,8 @@
 #include <memory>
 #include <string>
 
+#include "platform/export.h"
+
 namespace qvx {
 
 /// Upper triangle of a real symmetric matrix, compressed by rows. Row starts and columns count from 1; each row holds
@@ -74,7 +76,7 @@ public:
 enum class SparseBackend { Automatic, Pardiso, Mumps };
 
 /// True when the runtime library of the routine `pardiso` can be loaded on this machine.
-bool IsPardisoInstalled();
+QVXFEM_API bool IsPardisoInstalled();
 
 /// A solver of this kind; Automatic takes `pardiso` where it is installed, else MUMPS.
 /// Null when the kind asked for is not installed.

@@ -1,61 +1,62 @@
 #include "cli/command_line.h"
+#include "cli/large_frame.h"
 
 #include <gmock/gmock.h>
+
+#include "sparse/direct_solver.h"
 
 namespace qvx::test {
 namespace {
 
-// A space frame of n^3 bays whose factorisation in quad precision takes far longer than the test waits.
-std::string LargeFrame(int n)
+using testing::HasSubstr;
+
+class Interrupt : public CommandLine
 {
-    std::string nodes;
-    std::string beams;
-    std::string supports;
-    int id = 0;
-    const auto node = [n](int i, int j, int k) { return 1 + i + (n + 1) * (j + (n + 1) * k); };
-    const auto beam = [&](int a, int b) {
-        beams += (beams.empty() ? "" : ",\n") + std::string("{\"id\": ") + std::to_string(++id) +
-                 ", \"node1\": " + std::to_string(a) + ", \"node2\": " + std::to_string(b) + "}";
-    };
-    for (int k = 0; k <= n; ++k) {
-        for (int j = 0; j <= n; ++j) {
-            for (int i = 0; i <= n; ++i) {
-                const std::string at = std::to_string(node(i, j, k));
-                nodes += (nodes.empty() ? "" : ",\n") + std::string("{\"id\": ") + at +
-                         ", \"x\": " + std::to_string(100 * i) + ", \"y\": " + std::to_string(100 * j) +
-                         ", \"z\": " + std::to_string(100 * k) + "}";
-                if (k == 0)
-                    supports +=
-                        (supports.empty() ? "" : ",\n") + std::string("{\"id\": ") + at + ", \"flag\": \"111111\"}";
-                if (i < n)
-                    beam(node(i, j, k), node(i + 1, j, k));
-                if (j < n)
-                    beam(node(i, j, k), node(i, j + 1, k));
-                if (k < n)
-                    beam(node(i, j, k), node(i, j, k + 1));
-            }
-        }
+protected:
+    /// Runs the model and presses Ctrl-C when this stands on the error stream.
+    ProgramRun RunUntil(const std::string& text, const std::vector<std::string>& options = {}) const
+    {
+        std::vector<std::string> arguments{"run", "m.json", "--results", "r.json"};
+        arguments.insert(arguments.end(), options.begin(), options.end());
+        return RunProgram(QVXFEM_PROGRAM, arguments, folder_, "",
+                          [&](const std::string& err) { return err.find(text) != std::string::npos; });
     }
-    return "{\"format\": \"qvxfem-model\", \"settings\": {\"solverType\": 1},\n"
-           "\"materials\": [{\"id\": 1, \"E\": 29e6, \"nu\": 0.3, \"Tc\": 6.5e-6}],\n"
-           "\"sections\": [{\"id\": 1, \"A\": 10, \"Iz\": 100, \"Iy\": 50, \"J\": 20}],\n\"nodes\": [" +
-           nodes + "],\n\"supports\": [" + supports + "],\n\"beams\": [" + beams +
-           "],\n\"loadCases\": [{\"id\": 1, \"label\": \"P\"}],\n\"caseLoads\": [{\"ndLoads\": [{\"id\": " +
-           std::to_string(node(n, n, n)) +
-           ", \"dof\": 0, \"value\": 1000}]}],\n\"loadCombs\": [{\"label\": \"C\", \"cases\": [{\"label\": \"P\"}]}]}";
+    void ExpectStopped(const ProgramRun& run) const
+    {
+        EXPECT_EQ(run.exitCode, 130);
+        EXPECT_THAT(run.err, HasSubstr("Stopped by the user. No results are written."));
+        EXPECT_EQ(run.out, "");
+        EXPECT_EQ(Files(), 1);
+    }
+};
+
+// The factorisation in quad precision takes far longer than the test waits.
+TEST_F(Interrupt, EndsAQuadFactorizationAndLeavesNothing)
+{
+    Write("m.json", LargeFrame(14, 1));
+    ExpectStopped(RunUntil("FACTORIZATION ..."));
 }
 
-TEST_F(CommandLine, CtrlCEndsByTheAbortPathAndLeavesNothing)
+TEST_F(Interrupt, EndsASparseRunAndLeavesNothing)
 {
-    Write("m.json", LargeFrame(14));
-    const ProgramRun run =
-        RunProgram(QVXFEM_PROGRAM, {"run", "m.json", "--results", "r.json"}, folder_, "",
-                   [](const std::string& err) { return err.find("FACTORIZATION ...") != std::string::npos; });
+    Write("m.json", LargeFrame(14, 2));
+    ExpectStopped(RunUntil("FACTORIZATION ...", {"--backend", "mumps"}));
+    ExpectStopped(RunUntil("FACTORIZATION ...", {"--backend", "mumps", "--set", "bOutOfCore=1"}));
+    if (IsPardisoInstalled())
+        ExpectStopped(RunUntil("FACTORIZATION ...", {"--backend", "pardiso", "--set", "bOutOfCore=1"}));
+}
 
-    EXPECT_EQ(run.exitCode, 130);
-    EXPECT_THAT(run.err, testing::HasSubstr("Stopped by the user. No results are written."));
-    EXPECT_EQ(run.out, "");
-    EXPECT_EQ(Files(), 1);
+TEST_F(Interrupt, EndsAnIterationAndLeavesNothing)
+{
+    Write("m.json", LargeFrame(10, 2, "\"bPDelta\": 1, "));
+    ExpectStopped(RunUntil("Iteration 2", {"--set", "pDeltaTolerance=1e-13", "--set", "maxNonlinearIterations=50"}));
+}
+
+// The last line of a run; after it the results are written, which takes longer than the test looks away.
+TEST_F(Interrupt, EndsTheWritingOfResultsAndLeavesNoPart)
+{
+    Write("m.json", LargeFrame(20, 2));
+    ExpectStopped(RunUntil("total time spent on analysis", {"--set", "numberOfSegments=100"}));
 }
 
 }  // namespace

@@ -6,6 +6,7 @@
 #include <iterator>
 
 #include <fcntl.h>
+#include <pty.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -71,6 +72,37 @@ ProgramRun RunProgram(const std::string& program, const std::vector<std::string>
     }
     ProgramRun run{WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status), Text(streams / "out"),
                    Text(streams / "err")};
+    fs::remove_all(streams);
+    return run;
+}
+
+ProgramRun RunOnTerminal(const std::string& program, const std::vector<std::string>& arguments, const fs::path& folder)
+{
+    const fs::path streams = StreamFolder();
+    int ours = -1;
+    int theirs = -1;
+    if (openpty(&ours, &theirs, nullptr, nullptr, nullptr) != 0)
+        return {};
+    const pid_t child = fork();
+    if (child == 0) {
+        Redirect("/dev/null", O_RDONLY, STDIN_FILENO);
+        Redirect(streams / "out", O_WRONLY | O_CREAT | O_TRUNC, STDOUT_FILENO);
+        dup2(theirs, STDERR_FILENO);
+        close(ours);
+        close(theirs);
+        if (chdir(folder.c_str()) == 0)
+            Become(program, arguments);
+        _exit(127);
+    }
+    close(theirs);
+    std::string err;
+    char piece[4096];
+    for (ssize_t n = 0; (n = read(ours, piece, sizeof piece)) > 0;)  // an error tells that nobody holds it any more
+        err.append(piece, static_cast<std::size_t>(n));
+    close(ours);
+    int status = 0;
+    waitpid(child, &status, 0);
+    ProgramRun run{WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status), Text(streams / "out"), err};
     fs::remove_all(streams);
     return run;
 }
