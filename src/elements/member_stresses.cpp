@@ -1,11 +1,8 @@
-// Normal stresses along the members of a combination.
+#include "elements/member_stresses.h"
 
-#include <map>
-#include <optional>
+#include <utility>
 
-#include "elements/beam_stress_calculator.h"
 #include "model/find_record.h"
-#include "model/jx_struct.h"
 #include "model/units.h"
 #include "steel/steel_design_manager.h"
 
@@ -57,6 +54,25 @@ jxBmStress StressesAlong(const jxBmVMD& curve, const CBeamStressCalculator& calc
 
 }  // namespace
 
+namespace qvx {
+
+MemberStressCalculator::MemberStressCalculator(const CjxStruct& model) : model_(model)
+{
+    GetConversionFactors(factors_, model.units, jxUnit());
+    load_nds_sections(timbers_);
+}
+
+std::optional<jxBmStress> MemberStressCalculator::StressesOf(const jxBmVMD& curve)
+{
+    const jxSect& section = FindById(model_.sections, FindById(model_.beams, curve.id).section);
+    auto it = bySection_.find(section.id);
+    if (it == bySection_.end())
+        it = bySection_.emplace(section.id, CalculatorOf(section, factors_[kDimension], timbers_)).first;
+    return it->second ? std::optional(StressesAlong(curve, *it->second, factors_)) : std::nullopt;
+}
+
+}  // namespace qvx
+
 std::vector<jxBmStress> CjxStruct::GetBeamStresses(int comb) const
 {
     const jxCombResult& source = comb < 0 ? modalResult : combResults[static_cast<std::size_t>(comb)];
@@ -64,18 +80,9 @@ std::vector<jxBmStress> CjxStruct::GetBeamStresses(int comb) const
     if (source.beamCurves.empty())
         return stresses;
 
-    double f[kQuantityCount];
-    GetConversionFactors(f, units, jxUnit());
-    TimberSections timbers;
-    load_nds_sections(timbers);
-    std::map<int, std::optional<CBeamStressCalculator>> bySection;  // many members share few sections
-    for (const jxBmVMD& curve : source.beamCurves) {
-        const jxSect& section = qvx::FindById(sections, qvx::FindById(beams, curve.id).section);
-        auto it = bySection.find(section.id);
-        if (it == bySection.end())
-            it = bySection.emplace(section.id, CalculatorOf(section, f[kDimension], timbers)).first;
-        if (it->second)
-            stresses.push_back(StressesAlong(curve, *it->second, f));
-    }
+    qvx::MemberStressCalculator calculator(*this);
+    for (const jxBmVMD& curve : source.beamCurves)
+        if (std::optional<jxBmStress> member = calculator.StressesOf(curve))
+            stresses.push_back(std::move(*member));
     return stresses;
 }

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <cstddef>
+#include <vector>
+
+#include "exchange/report_layout.h"
+#include "model/jx_struct.h"
+
+namespace qvx {
+
+/// Whether the report lists the results of this combination: it is flagged for solution and has some.
+inline bool IsListed(const CjxStruct& model, std::size_t comb)
+{
+    return comb < model.combResults.size() && model.loadCombs[comb].bSolve != 0 &&
+           !model.combResults[comb].displacements.empty();
+}
+
+/// Calls visit(index, result) for every combination that is listed, after its head.
+template <class Visit>
+void ForEachCombination(ReportWriter& out, const CjxStruct& model, Visit&& visit)
+{
+    for (std::size_t i = 0; i < model.loadCombs.size(); ++i) {
+        if (!IsListed(model, i))
+            continue;
+        out.BeginBlockTitle();
+        out.Put("Load Combination ");
+        out.PutInt(static_cast<int>(i) + 1);
+        out.Put(": ");
+        out.PutUserText(model.loadCombs[i].label);
+        out.EndBlockTitle();
+        visit(static_cast<int>(i), model.combResults[i]);
+    }
+}
+
+/// One table for each listed combination, of the records that are shown.
+template <class Record, class IsShown>
+void WriteResults(ReportWriter& out, const CjxStruct& model, const Layout<Record>& layout,
+                  std::vector<Record> jxCombResult::*records, IsShown&& isShown)
+{
+    ForEachCombination(out, model,
+                       [&](int, const jxCombResult& result) { WriteTable(out, layout, result.*records, isShown); });
+}
+
+}  // namespace qvx
