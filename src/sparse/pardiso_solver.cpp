@@ -51,6 +51,10 @@ Function Entry(void* library, const char* name)
 PardisoLibrary Open()
 {
     PardisoLibrary entries;
+    // The library's GNU threading layer takes the OpenMP routines that it finds in the process. Of itself the library
+    // looks for another runtime under a name that only development packages give, and ends the process without it.
+    if (dlopen("libgomp.so.1", RTLD_NOW | RTLD_GLOBAL) == nullptr)
+        return entries;
     void* library = dlopen("libmkl_rt.so", RTLD_NOW | RTLD_LOCAL);
     if (library == nullptr)
         library = dlopen("libmkl_rt.so.2", RTLD_NOW | RTLD_LOCAL);
