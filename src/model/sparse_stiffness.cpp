@@ -23,16 +23,27 @@ void AddTerms(double* __restrict to, const Real* __restrict terms)
         to[i] += static_cast<double>(terms[i]);
 }
 
-// Adds a row of terms that stand together on both sides. Nodes mostly have six equations, or the three of solids.
+// Adds a row of terms that stand together on both sides; a node mostly has up to six equations.
 template <Number Real>
 void AddRow(double* to, const Real* terms, int count)
 {
-    if (count == 6)
-        return AddTerms<6>(to, terms);
-    if (count == 3)
+    switch (count) {
+    case 1:
+        return AddTerms<1>(to, terms);
+    case 2:
+        return AddTerms<2>(to, terms);
+    case 3:
         return AddTerms<3>(to, terms);
-    for (int i = 0; i < count; ++i)
-        to[i] += static_cast<double>(terms[i]);
+    case 4:
+        return AddTerms<4>(to, terms);
+    case 5:
+        return AddTerms<5>(to, terms);
+    case 6:
+        return AddTerms<6>(to, terms);
+    default:
+        for (int i = 0; i < count; ++i)
+            to[i] += static_cast<double>(terms[i]);
+    }
 }
 
 constexpr int kMaxRuns = 24;
@@ -214,6 +225,8 @@ void SparseStiffness::AddBlock(const Run& rows, const Run& columns, const int* l
     const int offset = isOwnBlock ? 0 : BlockOffset(rows.node, columns.node);
     const int firstColumn = firstEquation_[At(columns.node)];
     const int ownEnd = firstEquation_[At(rows.node) + 1];
+    const bool isSameRun = rows.first == columns.first;  // a node may come twice in an element
+    const bool isRowwise = columns.isPlain && (!isOwnBlock || isSameRun);
     for (int q = rows.first; q <= rows.last; ++q) {
         const int row = loc[q];
         if (row <= 0)
@@ -221,8 +234,9 @@ void SparseStiffness::AddBlock(const Run& rows, const Run& columns, const int* l
         // Place of column 0 of this block in this row, so that a column is found by adding its number.
         const int base = rowStart_[At(row - 1)] - 1 + (isOwnBlock ? -row : ownEnd - row + offset - firstColumn);
         const Real* terms = k + std::ptrdiff_t{q - 1} * n - 1;
-        if (!isOwnBlock && columns.isPlain) {
-            AddRow(&value_[At(base + loc[columns.first])], terms + columns.first, columns.last - columns.first + 1);
+        if (isRowwise) {
+            const int first = isOwnBlock ? q : columns.first;
+            AddRow(&value_[At(base + loc[first])], terms + first, columns.last - first + 1);
             continue;
         }
         for (int p = columns.first; p <= columns.last; ++p) {
