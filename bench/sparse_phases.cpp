@@ -3,7 +3,8 @@
 //     sparse_phases blocks   MODEL [THREADS] [RUNS]   phases with the zeros of node blocks kept, and dropped
 //     sparse_phases rate     MODEL [RUNS]             factorisation and dgemm of the same library, one and two threads
 //     sparse_phases assembly MODEL [RUNS]             node-block pattern beside ordered maps of rows: time and memory
-//     sparse_phases peak     MODEL [THREADS]          memory: the solver's own peak and the compressed matrix
+//     sparse_phases peak     MODEL [THREADS] [CORE]   memory: the solver's own peak and the compressed matrix; with CORE
+//                                                     the factor is on disk and so many megabytes are allowed
 //
 // Both sides of a comparison take turns within one run; medians over RUNS (default 5) are printed.
 #include <algorithm>
@@ -127,14 +128,16 @@ void CompareRate(const std::string& name, int runs)
         throw std::runtime_error("no dgemm in the library");
     const double gigaflops = FactorGigaflops(matrix);
     std::vector<double> phases[2], factor[2], product[2];
-    for (int run = 0; run <= runs; ++run)
+    for (const int threads : {1, 2}) {  // the first use of the kernels and threads is not timed
+        library.setThreads(threads);
+        DgemmRate(dgemm);
+    }
+    for (int run = 0; run < runs; ++run)
         for (const int threads : {1, 2}) {
             const std::size_t k = static_cast<std::size_t>(threads) - 1;
             library.setThreads(threads);
             const double rate = DgemmRate(dgemm);
             const Phases times = TimePhases(*MakeDirectSolver(kPardiso, {.threads = threads}), matrix);
-            if (run == 0)  // the first use of the library's kernels and threads
-                continue;
             product[k].push_back(rate);
             phases[k].push_back(times.Total());
             factor[k].push_back(times.factorisation);
@@ -167,8 +170,10 @@ std::vector<int> NodeOfEquation(const CjxStruct& model)
     return node;
 }
 
+/// Memory in use; what was freed before goes back to the system first, so that nobody sweeps for another.
 double HeapMegabytes()
 {
+    malloc_trim(0);
     const struct mallinfo2 heap = mallinfo2();
     return static_cast<double>(heap.uordblks + heap.hblkhd) / (1 << 20);
 }
@@ -198,7 +203,8 @@ Cost AssembleByPattern(const AssembledModel& assembled)
     for (const qvx::RowTable* table : tables)
         for (int row = 1; row <= table->Rows(); ++row)
             store.AddElement((*table)[row], table->Columns(), ElementMatrix().data());
-    Cost cost{.seconds = SecondsSince(start), .megabytes = HeapMegabytes() - before};
+    Cost cost{.seconds = SecondsSince(start)};
+    cost.megabytes = HeapMegabytes() - before;
     for (const double v : store.Value())
         cost.sum += v;
     return cost;
@@ -233,7 +239,8 @@ Cost AssembleByMaps(const AssembledModel& assembled)
         }
         rowStart.push_back(static_cast<int>(value.size()) + 1);
     }
-    Cost cost{.seconds = SecondsSince(start), .megabytes = HeapMegabytes() - before};
+    Cost cost{.seconds = SecondsSince(start)};
+    cost.megabytes = HeapMegabytes() - before;
     for (const double v : value)
         cost.sum += v;
     return cost;
@@ -262,17 +269,20 @@ void CompareAssembly(const std::string& name, int runs)
     Print("mapMemory/pattern", byMaps.megabytes / byPattern.megabytes);
 }
 
-void MeasurePeak(const std::string& name, int threads)
+void MeasurePeak(const std::string& name, int threads, int core)
 {
-    const BenchHost host(kPardiso, threads);
+    const BenchHost host(kPardiso, threads, core);
     AssembledModel assembled(name);
+    assembled.model.bOutOfCore = core > 0;
     assembled.Assemble();
-    const auto solver = MakeDirectSolver(kPardiso, {.threads = threads});
+    const auto solver =
+        MakeDirectSolver(kPardiso, {.isOutOfCore = core > 0, .maxCoreMegabytes = core, .threads = threads});
     TimePhases(*solver, assembled.Matrix());
     const std::size_t terms = assembled.data.sparseK.Value().size();
     const double matrix = static_cast<double>(terms * 12 + 4 * assembled.data.sparseK.RowStart().size()) / (1 << 20);
     Print("solverMegabytes", static_cast<double>(solver->PeakKilobytes()) / 1024);
     Print("matrixMegabytes", matrix);
+    Print("peakMegabytes", PeakMegabytes());
 }
 
 }  // namespace
@@ -290,7 +300,7 @@ try {
     else if (mode == "assembly")
         CompareAssembly(argv[2], number(3, 5));
     else if (mode == "peak")
-        MeasurePeak(argv[2], number(3, 2));
+        MeasurePeak(argv[2], number(3, 2), number(4, 0));
     else {
         std::fprintf(stderr, "usage: sparse_phases blocks|rate|assembly|peak MODEL [...]\n");
         return 2;

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
+#include <ctime>
 #include <filesystem>
 #include <fstream>
 #include <stdexcept>
@@ -45,17 +46,20 @@ void Measure(const std::string& name, int runs)
     if (model.ExecuteStatic() != 1)
         throw std::runtime_error("the run failed");
     const std::filesystem::path path = "text_output.results.json";
-    std::vector<double> seconds;
+    std::vector<double> seconds, processorSeconds;
     const double peakBefore = PeakMegabytes();
     for (int run = 0; run < runs; ++run) {
+        const std::clock_t processor = std::clock();
         const auto start = Clock::now();
         qvx::WriteResultsFile(path, model);
         seconds.push_back(SecondsSince(start));
+        processorSeconds.push_back(static_cast<double>(std::clock() - processor) / CLOCKS_PER_SEC);
     }
     const double numbers = CountNumbers(path);
     Print("numbers", numbers);
     Print("megabytes", static_cast<double>(std::filesystem::file_size(path)) / (1 << 20));
     Print("seconds", Median(seconds));
+    Print("processorSeconds", Median(processorSeconds));
     Print("millionNumbersPerSecond", numbers / Median(seconds) * 1e-6);
     Print("peakGrowthMegabytes", PeakMegabytes() - peakBefore);
     std::filesystem::remove(path);
