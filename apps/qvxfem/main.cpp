@@ -31,7 +31,11 @@ void DefineRun(CLI::App& app, RunOptions& options)
     run->add_option("--backend", options.backend, "library behind the sparse solver; default: as the preferences say")
         ->check(CLI::IsMember({"pardiso", "mumps"}));
     run->add_option("--results", options.results, "writes the results to this file")->type_name("FILE.json");
-    run->add_option("--report", options.report, "not available in this version")->group("");
+    run->add_option("--report", options.report.file, "writes the report to this file")->type_name("FILE.htm");
+    run->add_option("--report-sections", options.report.sections, "only these sections; default: all")
+        ->delimiter(',')
+        ->type_name("LIST");
+    run->add_flag("--report-text", options.report.isText, "the report in monospaced text instead of tables");
     run->add_option("--log", options.log, "writes the log of the run to this file")->type_name("FILE");
     run->add_option("--set", options.settings, "sets a field of the settings; may be given again")
         ->type_name("FIELD=VALUE")

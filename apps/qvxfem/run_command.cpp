@@ -32,8 +32,6 @@ void RefuseWhatIsNotThere(const RunOptions& options)
             analysis == "frequency" || analysis == "spectrum" || analysis == "concrete" || analysis == "steel";
         throw FileError("", "--analysis " + analysis, isKnown ? "not available in this version" : "no such analysis");
     }
-    if (!options.report.empty())
-        throw FileError("", "--report", "not available in this version");
 }
 
 // Before a long run, not after it.
@@ -152,13 +150,17 @@ int Analyse(const RunOptions& options, CjxStruct& model, std::vector<std::string
         return Refused(progress, findings);
     if (!options.results.empty() && !WriteResults(options.results, model))
         return Stopped(progress);
+    const std::vector<std::string> found = findings.Lines(kMostDetails);  // the report checks the input once more
+    if (!options.report.file.empty() && !WriteReport(options.report, model))
+        return Stopped(progress);
     if (!options.isQuiet)
         PrintSummary(stdout, model,
                      {.file = options.model,
                       .results = options.results,
+                      .report = options.report.file,
                       .log = options.log,
                       .notes = std::move(notes),
-                      .findings = findings.Lines(kMostDetails),
+                      .findings = found,
                       .seconds = seconds});
     return kDone;
 }
@@ -168,12 +170,14 @@ int Analyse(const RunOptions& options, CjxStruct& model, std::vector<std::string
 int RunModel(const RunOptions& options)
 {
     RefuseWhatIsNotThere(options);
+    RequireReportable(options.report);
     Progress progress(options.isQuiet);
     TerminalHost host(progress, options.isInteractive, options.threads, BackendOf(options.backend));
     CjxStruct model;
     std::vector<std::string> notes = LoadModel(options.model, model);
     ApplySettings(options.settings, model);
     RequireFolderOf(options.results);
+    RequireFolderOf(options.report.file);
     RequireFolderOf(options.log);
     SelectSolver(options.solver, model);
     if (!options.backend.empty() && model.solverType != DoubleSparse)

@@ -3,6 +3,8 @@
 #include <string>
 #include <vector>
 
+#include "report_output.h"
+
 namespace qvx::app {
 
 /// What `qvxfem run` was asked for.
@@ -10,10 +12,10 @@ struct RunOptions
 {
     std::string model;
     std::vector<std::string> analyses = {"static"};
-    std::string solver;                 ///< double, quad, sparse; empty: as the model says
-    std::string backend;                ///< of the sparse solver: pardiso, mumps; empty: as the preferences say
-    std::string results;                ///< file; empty: none
-    std::string report;                 ///< file; empty: none
+    std::string solver;   ///< double, quad, sparse; empty: as the model says
+    std::string backend;  ///< of the sparse solver: pardiso, mumps; empty: as the preferences say
+    std::string results;  ///< file; empty: none
+    ReportRequest report;
     std::string log;                    ///< file; empty: none
     std::vector<std::string> settings;  ///< FIELD=VALUE
     int threads = 0;

@@ -216,6 +216,8 @@ void PrintSummary(std::FILE* out, const CjxStruct& model, const SummaryFacts& fa
     Row(out, "time, memory", "{:.3g} s, at most {:.0f} MB", facts.seconds, PeakMegabytes());
     if (!facts.results.empty())
         Row(out, "written", "{}", facts.results);
+    if (!facts.report.empty())
+        Row(out, "written", "{}", facts.report);
     if (!facts.log.empty())
         Row(out, "log", "{}", facts.log);
 }

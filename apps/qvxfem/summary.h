@@ -13,6 +13,7 @@ struct SummaryFacts
 {
     std::string file;                   ///< of the model
     std::string results;                ///< file written; empty: none
+    std::string report;                 ///< file written; empty: none
     std::string log;                    ///< file written; empty: none
     std::vector<std::string> notes;     ///< on what was lost in reading
     std::vector<std::string> findings;  ///< of the engine

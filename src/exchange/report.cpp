@@ -90,7 +90,7 @@ bool CjxReport::open_file()
         AfxMessageBox(text);
         return false;
     }
-    writer_->Begin(*model, path);
+    writer_->Begin(*model, path, onPiece);
     return true;
 }
 

@@ -1,8 +1,10 @@
 #pragma once
 
 #include <fstream>
+#include <functional>
 #include <memory>
 #include <span>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -95,6 +97,7 @@ public:
     unsigned char hasStaticResults = 0;
     unsigned char hasEigenResults = 0;
     unsigned char hasSpectrumResults = 0;
+    std::function<void()> onPiece;  ///< called before each megabyte is written; what it throws ends the report
 
     /// Opens "<document path>.htm". False, after the message box "Error opening file %s", when that fails.
     bool open_file();
@@ -203,7 +206,9 @@ private:
 
 namespace qvx {
 
-/// Switch of the section with this anchor ("nodal_displacements"), null when there is no such section.
-QVXFEM_API int jxReport::*FindReportSwitch(std::string_view section);
+/// Turns the switches of these sections on and all others off. Sections are named by their anchors, such as
+/// "nodal_displacements"; one switch may turn on several.
+/// @return the first name that is no section, and nothing is changed then; else empty
+QVXFEM_API std::string SelectReportSections(jxReport& report, const std::vector<std::string>& sections);
 
 }  // namespace qvx

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cassert>
 #include <string_view>
+#include <vector>
 
 #include "exchange/report_combinations.h"
 #include "exchange/report_load_cases.h"
@@ -224,12 +225,21 @@ const ReportSection& SectionOf(const char* anchor)
     return *found;
 }
 
-int jxReport::*FindReportSwitch(std::string_view section)
+std::string SelectReportSections(jxReport& report, const std::vector<std::string>& sections)
 {
-    for (const ReportSection& s : kSections)
-        if (s.anchor == section)
-            return s.isWanted;
-    return nullptr;
+    std::vector<int jxReport::*> wanted;
+    for (const std::string& name : sections) {
+        const auto* found = std::find_if(std::begin(kSections), std::end(kSections),
+                                         [&name](const ReportSection& s) { return s.anchor == name; });
+        if (found == std::end(kSections))
+            return name;
+        wanted.push_back(found->isWanted);
+    }
+    for (const ReportSection& section : kSections)
+        report.*section.isWanted = 0;
+    for (int jxReport::*const isWanted : wanted)
+        report.*isWanted = 1;
+    return {};
 }
 
 }  // namespace qvx

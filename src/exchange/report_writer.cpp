@@ -67,11 +67,12 @@ ReportWriter::ReportWriter(std::ofstream& file, const jxReport& options)
 {
 }
 
-void ReportWriter::Begin(const CjxStruct& model, std::wstring path)
+void ReportWriter::Begin(const CjxStruct& model, std::wstring path, std::function<void()> onPiece)
 {
     units_ = model.units;
     threshold_ = model.roundOffThreshold;
     path_ = std::move(path);
+    onPiece_ = std::move(onPiece);
     used_ = 0;
     for (int k = 0; k < kQuantityCount; ++k)
         formats_[k] = {static_cast<char>(FormatLetter(units_.format[k])), FormatPrecision(units_.format[k])};
@@ -90,6 +91,8 @@ void ReportWriter::Fail(int errorNumber)
 
 void ReportWriter::Flush()
 {
+    if (onPiece_)
+        onPiece_();
     errno = 0;
     file_.write(buffer_.get(), static_cast<std::streamsize>(used_));
     file_.flush();

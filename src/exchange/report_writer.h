@@ -1,6 +1,7 @@
 #pragma once
 
 #include <fstream>
+#include <functional>
 #include <initializer_list>
 #include <memory>
 #include <string>
@@ -85,7 +86,8 @@ public:
     ReportWriter(std::ofstream& file, const jxReport& options);
 
     /// Takes number formats, units and threshold of the model; path is for messages.
-    void Begin(const CjxStruct& model, std::wstring path);
+    /// @param onPiece  called before each full buffer is written
+    void Begin(const CjxStruct& model, std::wstring path, std::function<void()> onPiece);
     /// @throws jxException "Error writing file <path>: <reason>"
     void Flush();
     /// Hands over what is buffered if the file still takes it: the end of a report that stays half written.
@@ -138,6 +140,7 @@ private:
     std::ofstream& file_;
     const jxReport& options_;
     std::wstring path_;
+    std::function<void()> onPiece_;
     NumberFormat formats_[kQuantityCount];
     jxUnit units_;
     double threshold_ = 0;

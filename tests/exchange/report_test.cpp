@@ -315,9 +315,17 @@ TEST_F(ReportTest, ChangesNothingOfTheModel)
 
 TEST_F(ReportTest, SectionNamesFindTheirSwitch)
 {
-    EXPECT_EQ(FindReportSwitch("nodal_displacements"), &jxReport::bNodalDisplacements);
-    EXPECT_EQ(FindReportSwitch("shell4s_stiffness_factors"), &jxReport::bShell4s);
-    EXPECT_EQ(FindReportSwitch("nodal"), nullptr);
+    jxReport report;
+    EXPECT_EQ(SelectReportSections(report, {"nodes", "nodal"}), "nodal");
+    EXPECT_EQ(report.bUnits, 1);
+    EXPECT_EQ(SelectReportSections(report, {"nodal_displacements", "shell4s_stiffness_factors"}), "");
+    const int* first = &report.bGeneralInfo;
+    int nOn = 0;
+    for (int i = 0; i < 49; ++i)
+        nOn += first[i];
+    EXPECT_EQ(nOn, 2);
+    EXPECT_EQ(report.bNodalDisplacements + report.bShell4s, 2);
+    EXPECT_EQ(report.bHtmlTables, 1);
 }
 
 }  // namespace
