@@ -304,43 +304,76 @@ class RigidFloor : public testing::TestWithParam<int>
 {
 protected:
     static constexpr double kTolerance = 1e-4;  // the links give way by 1e-5 of a column
+    static jxPoint Turned(const std::array<double, 3>& p, int turn)
+    {
+        double global[3];
+        for (int k = 0; k < 3; ++k)
+            global[(k + turn) % 3] = p[static_cast<std::size_t>(k)];
+        return {global[0], global[1], global[2]};
+    }
     static constexpr double kSide = 200, kHeight = 100, kE = 1000, kI = 100, kJ = 20, kNu = 0.25;
 };
 
+// The same floor in each of the three coordinate planes: axis k of the sketch, x and z in the floor and y across it, is
+// the global axis (k + turn) mod 3. Links along a global axis must be turned as well: their z is the normal's cross
+// product, not the global one.
 TEST_P(RigidFloor, OnFourColumnsMovesAndTurnsAsABody)
 {
-    StaticModel m(GetParam());
-    m.model.bRigidDiaphragms = 1;
-    m.model.penaltyFactor = 1e9;
-    const int square = m.Section({.A = 10, .Iz = kI, .Iy = kI, .J = kJ});
-    const double corner[4][2] = {{0, 0}, {kSide, 0}, {kSide, kSide}, {0, kSide}};
-    for (const auto& [x, z] : corner) {
-        const int foot = m.Node(x, 0, z);
-        const int top = m.Node(x, kHeight, z);
-        m.Member(foot, top, square);
-        m.Support(foot, L"111111");
-    }
-    m.model.diaphragms = {{.id = 1, .type = 1, .node = {2, 0, 0, 0}}};
-    const double P = 8;
-    m.NodalLoad(2, kX, P);  // at z = 0: moment P s / 2 about the middle
+    constexpr int kTypeAcross[] = {2, 1, 3};  // diaphragm type by its normal X, Y, Z
+    for (int turn = 0; turn < 3; ++turn) {
+        StaticModel m(GetParam());
+        const auto axis = [turn](int k) { return (k + turn) % 3; };
+        m.model.bRigidDiaphragms = 1;
+        m.model.penaltyFactor = 1e9;
+        const int square = m.Section({.A = 10, .Iz = kI, .Iy = kI, .J = kJ});
+        const double corner[4][2] = {{0, 0}, {kSide, 0}, {kSide, kSide}, {0, kSide}};
+        for (const auto& [x, z] : corner) {
+            const int foot = m.Node(Turned({x, 0, z}, turn));
+            const int top = m.Node(Turned({x, kHeight, z}, turn));
+            m.Member(foot, top, square);
+            m.Support(foot, L"111111");
+        }
+        m.model.diaphragms = {{.id = 1, .type = kTypeAcross[axis(kY)], .node = {2, 0, 0, 0}}};
+        const double P = 8;
+        m.NodalLoad(2, axis(kX), P);  // at z = 0: moment P s / 2 about the middle
 
-    m.Solve(GetParam());
-    const double k = 3 * kE * kI / std::pow(kHeight, 3);
-    const double G = kE / 2 / (1 + kNu);
-    const double turning = 4 * (2 * k * std::pow(kSide / 2, 2) + G * kJ / kHeight);
-    const double shift = P / (4 * k);
-    const double turn = -P * kSide / 2 / turning;  // moment about +y of a force +x at -z from the middle
-    const int tops[] = {2, 4, 6, 8};
-    for (int i = 0; i < 4; ++i) {
-        const double dx = corner[i][0] - kSide / 2;
-        const double dz = corner[i][1] - kSide / 2;
-        EXPECT_NEAR(m.Displacement(tops[i], kX), shift + turn * dz, kTolerance * shift);
-        EXPECT_NEAR(m.Displacement(tops[i], kZ), -turn * dx, kTolerance * shift);
-        EXPECT_NEAR(m.Displacement(tops[i], kOY), turn, kTolerance * std::fabs(turn));
+        m.Solve(GetParam());
+        const double k = 3 * kE * kI / std::pow(kHeight, 3);
+        const double G = kE / 2 / (1 + kNu);
+        const double turning = 4 * (2 * k * std::pow(kSide / 2, 2) + G * kJ / kHeight);
+        const double shift = P / (4 * k);
+        const double twist = -P * kSide / 2 / turning;  // moment about +y of a force +x at -z from the middle
+        for (int i = 0; i < 4; ++i) {
+            const int top = 2 * (i + 1);
+            const double dx = corner[i][0] - kSide / 2;
+            const double dz = corner[i][1] - kSide / 2;
+            EXPECT_NEAR(m.Displacement(top, axis(kX)), shift + twist * dz, kTolerance * shift) << turn;
+            EXPECT_NEAR(m.Displacement(top, axis(kZ)), -twist * dx, kTolerance * shift) << turn;
+            EXPECT_NEAR(m.Displacement(top, 3 + axis(kY)), twist, kTolerance * std::fabs(twist)) << turn;
+        }
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Solvers, RigidFloor, testing::Values(DoubleSkyline, QuadSkyline));
+// Two columns, one of them loaded: without the floor the other one stands still.
+TEST_P(RigidFloor, SwitchedOffAddsNoStiffness)
+{
+    StaticModel m(GetParam());
+    m.model.bRigidDiaphragms = 0;
+    for (int i = 0; i < 2; ++i) {
+        const int foot = m.Node(kSide * i, 0);
+        m.Member(foot, m.Node(kSide * i, kHeight));
+        m.Support(foot, L"111111");
+    }
+    m.model.diaphragms = {{.id = 1, .type = 1, .node = {2, 0, 0, 0}}};
+    m.NodalLoad(2, kX, 1);
+
+    m.Solve(GetParam());
+
+    EXPECT_GT(m.Displacement(2, kX), 0);
+    EXPECT_EQ(m.Displacement(4, kX), 0);
+}
+
+INSTANTIATE_TEST_SUITE_P(Solvers, RigidFloor, testing::Values(DoubleSkyline, QuadSkyline, DoubleSparse));
 
 TEST(RigidLinkSection, IsAddedOnceWithTheNextId)
 {

@@ -1,0 +1,261 @@
+// How a sparse run ends when it cannot go on, and how it speaks to the progress window, on both backends.
+#include <csignal>
+#include <fstream>
+
+#include <gmock/gmock.h>
+#include <sys/types.h>
+
+#include "sparse/direct_solver.h"
+#include "support/small_disk.h"
+#include "support/static_model.h"
+
+namespace {
+
+using qvx::test::RecordingHost;
+using qvx::test::StaticModel;
+using qvx::test::TemporaryFolder;
+using testing::Contains;
+
+enum Backend : int { kPardiso = 1, kMumps = 2 };
+
+class SparseFailures : public testing::TestWithParam<int>
+{
+protected:
+    void SetUp() override
+    {
+        if (GetParam() == kPardiso && !qvx::IsPardisoInstalled())
+            GTEST_SKIP() << "the runtime of the routine pardiso is not installed";
+        m.host.profile[{L"Preferences", L"SparseBackend"}] = GetParam();
+        m.host.boxes.clear();
+    }
+    std::wstring FaultOfRun()
+    {
+        try {
+            m.model.ExecuteStatic();
+        } catch (const jxException& fault) {
+            return fault.GetText();
+        }
+        return L"";
+    }
+    void MakeColumn()
+    {
+        m.Node(0, 0);
+        m.Node(0, 100);
+        m.Member(1, 2);
+        m.Support(1, L"111111");
+        m.NodalLoad(2, kX, 1);
+        m.NodalLoad(2, kY, -1);
+    }
+    std::ptrdiff_t CountOf(const std::wstring& text) const
+    {
+        return std::count_if(m.window.lines.begin(), m.window.lines.end(),
+                             [&](const auto& line) { return line.text == text; });
+    }
+
+    StaticModel m{DoubleSparse};
+};
+
+INSTANTIATE_TEST_SUITE_P(Backends, SparseFailures, testing::Values(kPardiso, kMumps),
+                         [](const auto& p) { return p.param == kPardiso ? "Pardiso" : "Mumps"; });
+
+TEST_P(SparseFailures, LinearCombinationWithoutLoadIsSolvedWithAWarning)
+{
+    MakeColumn();
+    m.model.caseLoads[0].ndLoads.clear();
+
+    EXPECT_EQ(FaultOfRun(), L"");
+
+    EXPECT_TRUE(m.window.HasLine(L"Zero load vector", L"WARNING"));
+    EXPECT_TRUE(m.window.HasLine(L"REDUCTION AND BACK-SUBSTITUTION", L"OK"));
+    EXPECT_EQ(m.Result().displacements.size(), 2U);
+    EXPECT_EQ(m.Displacement(2, kX), 0);
+}
+
+TEST_P(SparseFailures, NonlinearCombinationWithoutLoadEndsAfterOneIteration)
+{
+    MakeColumn();
+    m.model.caseLoads[0].ndLoads.clear();
+    m.model.loadCombs[0].bPDelta = 1;
+
+    EXPECT_EQ(FaultOfRun(), L"");
+
+    EXPECT_TRUE(m.window.HasLine(L"Zero load vector", L"WARNING"));
+    EXPECT_EQ(CountOf(L"************ Iteration 1 ************"), 1);
+    EXPECT_EQ(CountOf(L"************ Iteration 2 ************"), 0);
+    EXPECT_EQ(m.model.combOutcomes[0].end, CombEnd::NoLoad);
+    EXPECT_EQ(m.Result().displacements.size(), 2U);
+}
+
+TEST_P(SparseFailures, FaultOfAnElementEndsTheLinearStage)
+{
+    m.model.modelType = Truss2D;
+    m.Node(0, 0);
+    m.Node(0, 0);
+    m.Member(1, 2);
+    m.Support(1, L"110000");
+    m.Support(2, L"010000");
+    m.NodalLoad(2, kX, 1);
+    m.model.bInteractive = 1;
+
+    EXPECT_EQ(FaultOfRun(), L"zero member length encountered");
+
+    EXPECT_THAT(m.host.BoxTexts(), Contains(L"zero member length encountered"));
+    EXPECT_TRUE(m.window.HasLine(L"zero member length encountered", L"..."));
+    EXPECT_FALSE(m.model.HasStaticSolution());
+}
+
+// Released torsion without torsion stiffness: the fault shows under axial force only.
+TEST_P(SparseFailures, FaultOfAnElementCostsOneNonlinearCombinationOnly)
+{
+    m.model.bStiffnessFactors = 1;
+    m.model.bInteractive = 1;
+    m.Node(0, 0);
+    m.Node(1e6, 0);
+    m.Section({.A = 10, .Iz = 1, .Iy = 1, .J = 1});
+    m.Beam(m.Bar(1, 2, 2)).f_J = 5e-324;
+    m.Support(1, L"122222");
+    m.Support(2, L"022222");
+    m.NodalLoad(2, kX, 1);
+    m.AddCombination(L"EMPTY", {{L"LOAD", 0.0}});
+    for (jxLoadComb& comb : m.model.loadCombs)
+        comb.bPDelta = 1;
+
+    EXPECT_EQ(m.model.ExecuteStatic(), 1);
+
+    const wchar_t* text = L"Error in solving load combination 1\nSingular matrix in routine ludcmp";
+    EXPECT_THAT(m.host.BoxTexts(), Contains(text));
+    EXPECT_TRUE(m.window.HasLine(text, L"..."));
+    EXPECT_TRUE(m.Result(0).displacements.empty());
+    EXPECT_EQ(m.model.combOutcomes[0].end, CombEnd::Failed);
+    EXPECT_EQ(m.Result(1).displacements.size(), 2U);
+}
+
+// No negative pivot is let pass: the column buckles above pi^2 E I / (4 L^2) = 12.3, and the text names the combination
+// it buckles in.
+TEST_P(SparseFailures, BucklingEndsTheRunAndNamesItsCombination)
+{
+    MakeColumn();
+    m.AddCombination(L"HEAVY", {{L"LOAD", 20.0}});
+    m.model.loadCombs[0].bPDelta = m.model.loadCombs[1].bPDelta = 1;
+    m.model.maxNonlinearIterations = 10;
+
+    EXPECT_EQ(FaultOfRun(), std::wstring(m.model.get_pardiso_error(-4).Text()) + L"\nLOAD COMBINATION 2: HEAVY");
+
+    EXPECT_TRUE(std::any_of(m.window.lines.begin(), m.window.lines.end(), [](const auto& line) {
+        return line.text.starts_with(L"Zero or negative pivot at equation number = ") &&
+               line.text.find(L", at node 2, DOF ") != std::wstring::npos && line.status == L"NOT OK";
+    }));
+    EXPECT_FALSE(m.model.HasStaticSolution());
+}
+
+/// Solver window that ends the solver's process when this line comes.
+class Killer : public CWnd
+{
+public:
+    explicit Killer(const std::wstring& line) : line_(line) {}
+
+    int PostMessageW(UINT message, WPARAM text, LPARAM) override
+    {
+        if (message == 1124 && std::wstring(reinterpret_cast<const wchar_t*>(text)).ends_with(line_)) {
+            std::ifstream children("/proc/thread-self/children");
+            for (pid_t child = 0; children >> child;)
+                kill(child, SIGKILL);
+        }
+        return 1;
+    }
+    void* GetSafeHwnd() const override { return nullptr; }
+    void BringWindowToTop() override {}
+
+private:
+    std::wstring line_;
+};
+
+// The system ends a solver that wants more memory than there is: an error of the run, not the end of the host.
+TEST_P(SparseFailures, LossOfTheSolverIsAnErrorOfTheSubstitution)
+{
+    const TemporaryFolder folder;
+    m.host.currentFolder = qvx::FromUtf8(folder.Path().string());
+    m.model.bOutOfCore = 1;
+    MakeColumn();
+    Killer killer(L"REDUCTION AND BACK-SUBSTITUTION");
+    m.model.set_solver_wnds(&killer);
+
+    EXPECT_EQ(FaultOfRun(), L"ERROR [-2] during sparse matrix substitution");
+
+    EXPECT_EQ(folder.Contents(), "");
+    EXPECT_FALSE(m.model.HasStaticSolution());
+}
+
+TEST_P(SparseFailures, LossOfTheSolverBetweenIterationsIsAnErrorOfTheFactorization)
+{
+    const TemporaryFolder folder;
+    m.host.currentFolder = qvx::FromUtf8(folder.Path().string());
+    m.model.bOutOfCore = 1;
+    MakeColumn();
+    m.model.loadCombs[0].bPDelta = 1;
+    m.model.maxNonlinearIterations = 10;
+    Killer killer(L"************ Iteration 2 ************");
+    m.model.set_solver_wnds(&killer);
+
+    EXPECT_EQ(FaultOfRun(), L"Out of memory during sparse matrix symbolic factorization.\nLOAD COMBINATION 1: LOAD");
+
+    EXPECT_EQ(folder.Contents(), "");
+    EXPECT_FALSE(m.model.HasStaticSolution());
+}
+
+class RecordingProgress : public CWnd
+{
+public:
+    std::vector<std::pair<UINT, WPARAM>> messages;
+    int raised = 0;
+
+    int PostMessageW(UINT message, WPARAM wParam, LPARAM) override
+    {
+        messages.emplace_back(message, wParam);
+        return 1;
+    }
+    void* GetSafeHwnd() const override { return const_cast<RecordingProgress*>(this); }
+    void BringWindowToTop() override { ++raised; }
+};
+
+RecordingProgress* progressOfCallback = nullptr;
+int callbacks = 0;
+
+TEST_P(SparseFailures, ProgressWindowIsOpenedByTheHostAndToldTheCourse)
+{
+    RecordingProgress progress;
+    progressOfCallback = &progress;
+    callbacks = 0;
+    m.model.SetPardisoFactorizationStartedCallback([](CjxStruct* model) {
+        ++callbacks;
+        model->progressWindow = progressOfCallback;
+    });
+    MakeColumn();
+    m.AddCombination(L"P-DELTA", {{L"LOAD", 1.0}});
+    m.model.loadCombs[1].bPDelta = 1;
+
+    EXPECT_EQ(FaultOfRun(), L"");
+
+    EXPECT_EQ(callbacks, 1) << "a window that is there is not asked for again";
+    ASSERT_GE(progress.messages.size(), 3U);
+    EXPECT_EQ(progress.messages.front(), (std::pair<UINT, WPARAM>{1125, 0}));
+    EXPECT_EQ(progress.messages.back(), (std::pair<UINT, WPARAM>{1126, 0}));
+    EXPECT_TRUE(std::all_of(progress.messages.begin(), progress.messages.end(),
+                            [](const auto& told) { return told.first != 1124 || told.second <= 100; }));
+    const auto begun = std::count(progress.messages.begin(), progress.messages.end(), std::pair<UINT, WPARAM>{1125, 0});
+    EXPECT_EQ(begun, progress.raised);
+    EXPECT_GE(begun, 2) << "once per factorisation";
+}
+
+// A host whose window never comes up can still be told to stop.
+TEST_P(SparseFailures, WaitForAProgressWindowEndsByTheAbortKey)
+{
+    m.model.SetPardisoFactorizationStartedCallback([](CjxStruct*) {});
+    MakeColumn();
+    int looks = 0;
+    m.host.abortKey = [&] { return m.window.HasLine(L"FACTORIZATION", L"...") && ++looks > 3; };
+
+    EXPECT_EQ(FaultOfRun(), L"SOLUTION ABORTED!");
+}
+
+}  // namespace
