@@ -109,7 +109,9 @@ void StaticRun::DropResults()
 
 void StaticRun::SolveAllParts()
 {
+    model_.peek_msg();  // not before: an abort is undone from the saved input, which stands since the end of the check
     solver_->Allocate(model_.ProcessElementConnectivity(data_));
+    model_.peek_msg();
     if (model_.linearCombCount >= 1)
         SolveLinearPart();
     if (model_.linearCombCount != CombinationCount())

@@ -51,8 +51,10 @@ SparseStatus IsolatedSolver::Analyse(const SymmetricMatrix& matrix)
         if (!scratch_->Exists())
             return {.error = kFolderFailed};
     }
-    if (!Start(matrix))
-        return {.error = kOutOfMemory};
+    if (!Start(matrix)) {
+        isIsolated_ = false;
+        return settings_.isOutOfCore ? Stop(kOutOfMemory) : local_->Analyse(matrix);
+    }
     return Ask({.phase = Request::kAnalyse, .nRhs = 0});
 }
 

@@ -25,8 +25,14 @@ namespace {
     prctl(PR_SET_PDEATHSIG, SIGKILL);
 #endif
     std::signal(SIGINT, SIG_IGN);  // Ctrl-C reaches the whole group: the parent decides
+    const auto live = [&] {
+        try {
+            serve(line);
+        } catch (...) {  // the end of the process tells it
+        }
+    };
     if (getppid() == parent)
-        std::thread([&] { serve(line); }).join();
+        std::thread(live).join();
     _exit(0);
 }
 
