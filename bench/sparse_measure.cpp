@@ -3,8 +3,9 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
-#include <fstream>
 #include <stdexcept>
+
+#include <sys/resource.h>
 
 #include "generated_models.h"
 
@@ -23,11 +24,11 @@ double Median(std::vector<double> values)
 
 double PeakMegabytes()
 {
-    std::ifstream status("/proc/self/status");
-    for (std::string line; std::getline(status, line);)
-        if (line.starts_with("VmHWM:"))
-            return std::atof(line.c_str() + 6) / 1024;
-    return 0;
+    rusage here{};
+    rusage solver{};
+    getrusage(RUSAGE_SELF, &here);
+    getrusage(RUSAGE_CHILDREN, &solver);
+    return static_cast<double>(std::max(here.ru_maxrss, solver.ru_maxrss)) / 1024;
 }
 
 void Print(const char* name, double value)

@@ -18,7 +18,7 @@ using Clock = std::chrono::steady_clock;
 double SecondsSince(Clock::time_point start);
 double Median(std::vector<double> values);
 
-/// Peak resident memory of this process so far [megabytes].
+/// Peak resident memory so far, of this process or of a solver's own, which sees the model too [megabytes].
 double PeakMegabytes();
 
 /// Prints "name value": one line for each figure, for people and for compare_runs.py.
