@@ -277,7 +277,10 @@ void MeasurePeak(const std::string& name, int threads, int core)
     assembled.Assemble();
     const auto solver =
         MakeDirectSolver(kPardiso, {.isOutOfCore = core > 0, .maxCoreMegabytes = core, .threads = threads});
-    TimePhases(*solver, assembled.Matrix());
+    const Phases times = TimePhases(*solver, assembled.Matrix());
+    Print("analysis", times.analysis);
+    Print("factorisation", times.factorisation);
+    Print("solution", times.solution);
     const std::size_t terms = assembled.data.sparseK.Value().size();
     const double matrix = static_cast<double>(terms * 12 + 4 * assembled.data.sparseK.RowStart().size()) / (1 << 20);
     Print("solverMegabytes", static_cast<double>(solver->PeakKilobytes()) / 1024);
