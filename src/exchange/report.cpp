@@ -96,7 +96,7 @@ bool CjxReport::open_file()
 
 void CjxReport::close_file()
 {
-    writer_->Flush();
+    writer_->WriteOut();
     errno = 0;
     file.close();
     if (!file)
@@ -112,9 +112,9 @@ void CjxReport::run_report()
 {
     isWhole_ = false;
     model->CheckInputData(0, true);
-    if (!open_file())
-        return;
     try {
+        if (!open_file())
+            return;
         WriteAll();
         close_file();
         isWhole_ = true;
@@ -133,6 +133,7 @@ void CjxReport::WriteAll()
     WriteHead();
     WriteContents();
     WriteSections();
+    writer_->Flush();  // the lines that make the report look whole follow only what is surely written
     for (const char* line : {"</font>", "</body>", "</html>"})
         writer_->Line(line);
 }

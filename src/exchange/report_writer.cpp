@@ -93,6 +93,11 @@ void ReportWriter::Flush()
 {
     if (onPiece_)
         onPiece_();
+    WriteOut();
+}
+
+void ReportWriter::WriteOut()
+{
     errno = 0;
     file_.write(buffer_.get(), static_cast<std::streamsize>(used_));
     file_.flush();

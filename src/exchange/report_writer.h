@@ -88,8 +88,10 @@ public:
     /// Takes number formats, units and threshold of the model; path is for messages.
     /// @param onPiece  called before each full buffer is written
     void Begin(const CjxStruct& model, std::wstring path, std::function<void()> onPiece);
+    /// Writes what is buffered, after a call of onPiece.
     /// @throws jxException "Error writing file <path>: <reason>"
     void Flush();
+    void WriteOut();  ///< the same without the call
     /// Hands over what is buffered if the file still takes it: the end of a report that stays half written.
     void Abandon();
     [[noreturn]] void Fail(int errorNumber);

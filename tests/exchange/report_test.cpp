@@ -295,6 +295,26 @@ TEST_F(ReportTest, FullDiskIsAnError)
     EXPECT_FALSE(report_.IsWhole());
 }
 
+// A host stops a long report by an exception of its own.
+TEST_F(ReportTest, HostMayStopBetweenPieces)
+{
+    struct Stop
+    {
+    };
+    report_.onPiece = [] { throw Stop(); };
+    EXPECT_THROW(report_.run_report(), Stop);
+    EXPECT_FALSE(report_.IsWhole());
+    EXPECT_FALSE(report_.file.is_open());
+    EXPECT_TRUE(Lacks(ReadFile("model.htm"), "</html>"));
+}
+
+TEST_F(ReportTest, FormatThatIsNoneThrowsAndClosesTheFile)
+{
+    model_.units.format[kForce] = 12;
+    EXPECT_THROW(report_.run_report(), jxException);
+    EXPECT_FALSE(report_.file.is_open());
+}
+
 TEST_F(ReportTest, RunAgainReplacesTheFile)
 {
     const std::string first = Written();
