@@ -1,5 +1,6 @@
 #pragma once
 
+#include <compare>
 #include <cstdarg>
 #include <cstddef>
 #include <cwchar>
@@ -70,9 +71,14 @@ inline bool operator==(const CString& a, const wchar_t* b)
 {
     return a.Text() == b;
 }
-inline bool operator<(const CString& a, const CString& b)
+/// By the text, as containers and pairs of strings order it.
+inline std::strong_ordering operator<=>(const CString& a, const CString& b)
 {
-    return a.Text() < b.Text();
+    return a.Text() <=> b.Text();
+}
+inline std::strong_ordering operator<=>(const CString& a, const wchar_t* b)
+{
+    return a.Text().compare(b) <=> 0;
 }
 
 /// Wide text goes into a narrow stream, such as the log, as UTF-8. Global: a scope with operators of its own needs

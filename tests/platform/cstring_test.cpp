@@ -1,6 +1,7 @@
 #include "platform/cstring.h"
 
 #include <sstream>
+#include <utility>
 
 #include <gtest/gtest.h>
 
@@ -80,6 +81,19 @@ TEST(WideString, TokenizesAndEndsWithMinusOne)
     EXPECT_EQ(text.Tokenize(L", ", position).Text(), L"c");
     EXPECT_EQ(text.Tokenize(L", ", position).Text(), L"");
     EXPECT_EQ(position, -1);
+}
+
+// A string turns into a pointer where one is asked for: every comparison must still be one of texts.
+TEST(WideString, IsOrderedByItsTextEverywhere)
+{
+    const CString a = L"a", b = L"b";
+    const CString sameAsA = std::wstring(L"a");
+
+    EXPECT_TRUE(a < b && b > a && a <= sameAsA && a >= sameAsA);
+    EXPECT_TRUE(a < L"b" && L"b" > a && b >= L"b");
+    EXPECT_EQ(std::pair(a, 1), std::pair(sameAsA, 1));
+    EXPECT_LT(std::pair(a, 2), std::pair(b, 1));
+    EXPECT_LT(std::pair(a, 1), std::pair(sameAsA, 2));
 }
 
 TEST(WideString, GoesIntoANarrowStreamAsUtf8)
