@@ -15,6 +15,18 @@ inline bool IsListed(const CjxStruct& model, std::size_t comb)
            !model.combResults[comb].displacements.empty();
 }
 
+/// What a reader must know before the values of a combination: the iteration stopped without an answer, or the state is
+/// past buckling. Empty for an ordinary result.
+inline const char* Reservation(const CjxStruct& model, std::size_t comb)
+{
+    if (comb >= model.combOutcomes.size())
+        return "";
+    const jxCombOutcome& outcome = model.combOutcomes[comb];
+    if (outcome.bBuckled)
+        return " - BUCKLED: a pivot was not positive; these values are no ordinary result";
+    return outcome.end == CombEnd::Limit ? " - NOT CONVERGED: these values prove nothing" : "";
+}
+
 /// Calls visit(index, result) for every combination that is listed, after its head.
 template <class Visit>
 void ForEachCombination(ReportWriter& out, const CjxStruct& model, Visit&& visit)
@@ -27,6 +39,7 @@ void ForEachCombination(ReportWriter& out, const CjxStruct& model, Visit&& visit
         out.PutInt(static_cast<int>(i) + 1);
         out.Put(": ");
         out.PutUserText(model.loadCombs[i].label);
+        out.Put(Reservation(model, i));
         out.EndBlockTitle();
         visit(static_cast<int>(i), model.combResults[i]);
     }

@@ -272,5 +272,22 @@ TEST_F(ReportTest, NumberThatIsNoneIsTold)
     EXPECT_EQ(line[2], "-inf");
 }
 
+// An engineer who opens the report alone must not take a state past buckling, or one that the iteration did not reach,
+// for an answer.
+TEST_F(ReportTest, MarksCombinationsWhoseValuesAreNoOrdinaryResult)
+{
+    model_.combOutcomes.assign(model_.loadCombs.size(), {.end = CombEnd::Converged});
+    EXPECT_TRUE(Has(WrittenAsText(), "\nLoad Combination 1: 1.2 D + 1.6 W\n"));
+
+    model_.combOutcomes[0].bBuckled = true;
+    model_.combOutcomes[2].end = CombEnd::Limit;
+    const std::string text = WrittenAsText();
+    EXPECT_TRUE(Has(text,
+                    "\nLoad Combination 1: 1.2 D + 1.6 W - BUCKLED: a pivot was not positive; these values are no "
+                    "ordinary result\n"));
+    EXPECT_TRUE(Has(text, "\nLoad Combination 3: <W> \u00e9t\u00e9 - NOT CONVERGED: these values prove nothing\n"));
+    EXPECT_TRUE(Has(Written(), "<p>Load Combination 1: 1.2 D + 1.6 W - BUCKLED: "));
+}
+
 }  // namespace
 }  // namespace qvx::test
