@@ -276,7 +276,9 @@ TEST_F(ReportTest, NumberThatIsNoneIsTold)
 // for an answer.
 TEST_F(ReportTest, MarksCombinationsWhoseValuesAreNoOrdinaryResult)
 {
-    model_.combOutcomes.assign(model_.loadCombs.size(), {.end = CombEnd::Converged});
+    jxCombOutcome converged;
+    converged.end = CombEnd::Converged;
+    model_.combOutcomes.assign(model_.loadCombs.size(), converged);
     EXPECT_TRUE(Has(WrittenAsText(), "\nLoad Combination 1: 1.2 D + 1.6 W\n"));
 
     model_.combOutcomes[0].bBuckled = true;
