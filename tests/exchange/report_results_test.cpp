@@ -288,6 +288,7 @@ TEST_F(ReportTest, MarksCombinationsWhoseValuesAreNoOrdinaryResult)
                     "\nLoad Combination 1: 1.2 D + 1.6 W - BUCKLED: a pivot was not positive; these values are no "
                     "ordinary result\n"));
     EXPECT_TRUE(Has(text, "\nLoad Combination 3: <W> \u00e9t\u00e9 - NOT CONVERGED: these values prove nothing\n"));
+    report_.bHtmlTables = 1;
     EXPECT_TRUE(Has(Written(), "<p>Load Combination 1: 1.2 D + 1.6 W - BUCKLED: "));
 }
 
