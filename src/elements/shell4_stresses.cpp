@@ -1,5 +1,7 @@
 #include <algorithm>
 #include <array>
+#include <numeric>
+#include <utility>
 #include <vector>
 
 #include "elements/progress.h"
@@ -62,14 +64,16 @@ void Fold(CornerForces& mean, const CornerForces& next)
 
 // Means per node and axes, by node. Values of shells with different axes are never mixed, and those that are mixed are
 // not turned to common axes first.
-std::vector<CornerForces> Merge(std::vector<CornerForces> corners)
+std::vector<CornerForces> Merge(const std::vector<CornerForces>& corners)
 {
-    std::stable_sort(corners.begin(), corners.end(),
-                     [](const CornerForces& a, const CornerForces& b) { return a.node < b.node; });
+    std::vector<std::size_t> byNode(corners.size());
+    std::iota(byNode.begin(), byNode.end(), std::size_t{0});
+    std::stable_sort(byNode.begin(), byNode.end(),
+                     [&](std::size_t a, std::size_t b) { return corners[a].node < corners[b].node; });
     std::vector<CornerForces> merged;
-    merged.reserve(corners.size() / 2);
     std::size_t firstOfNode = 0;
-    for (const CornerForces& corner : corners) {
+    for (const std::size_t position : byNode) {
+        const CornerForces& corner = corners[position];
         if (!merged.empty() && merged.back().node != corner.node)
             firstOfNode = merged.size();
         const auto group = std::find_if(merged.begin() + static_cast<std::ptrdiff_t>(firstOfNode), merged.end(),
@@ -111,18 +115,27 @@ void TakeMeans(jxShellStress& s, const jxShell4& shell, const std::array<jxPoint
     }
 }
 
-std::vector<CornerForces> AllCorners(CjxStruct& model, CjxShell4Group& group, int comb)
+std::vector<jxShellStress> AllOwnForces(CjxStruct& model, CjxShell4Group& group, int comb)
+{
+    std::vector<jxShellStress> own;
+    own.reserve(model.shell4s.size());
+    PercentCounter progress(model, model.shell4s.size());
+    for (const jxShell4& shell : model.shell4s) {
+        progress.Show(own.size() + 1);
+        own.push_back(OwnForces(group, shell, comb));
+    }
+    return own;
+}
+
+std::vector<CornerForces> AllCorners(const CjxStruct& model, const std::vector<jxShellStress>& own)
 {
     std::vector<CornerForces> corners;
-    corners.reserve(4 * model.shell4s.size());
-    PercentCounter progress(model, model.shell4s.size());
-    std::size_t done = 0;
-    for (const jxShell4& shell : model.shell4s) {
-        progress.Show(++done);
-        const jxShellStress own = OwnForces(group, shell, comb);
+    corners.reserve(4 * own.size());
+    for (std::size_t i = 0; i < own.size(); ++i) {
+        const jxShell4& shell = model.shell4s[i];
         const std::array<jxPoint, 3> axes = ComparisonAxes(model, shell);
         for (int corner = 0; corner < 4; ++corner)
-            corners.push_back(CornerOf(own, shell, axes, corner));
+            corners.push_back(CornerOf(own[i], shell, axes, corner));
     }
     return corners;
 }
@@ -162,20 +175,21 @@ void CjxStruct::AllShell4Stresses(CjxShell4Group& group, int comb)
 
 void CjxStruct::AverageShellStresses(CjxShell4Group& group, int comb)
 {
-    const std::vector<qvx::CornerForces> merged = qvx::Merge(qvx::AllCorners(*this, group, comb));
     std::vector<jxShellStress>& results = combResults[static_cast<std::size_t>(comb)].shell4Stresses;
     results.clear();
-    results.reserve(shell4s.size());
+    std::vector<jxShellStress> stresses = qvx::AllOwnForces(*this, group, comb);
+    const std::vector<qvx::CornerForces> merged = qvx::Merge(qvx::AllCorners(*this, stresses));
     qvx::PercentCounter progress(*this, shell4s.size());
-    for (const jxShell4& shell : shell4s) {
-        progress.Show(results.size() + 1);
+    for (std::size_t i = 0; i < shell4s.size(); ++i) {
+        progress.Show(i + 1);
+        const jxShell4& shell = shell4s[i];
+        jxShellStress& s = stresses[i];
         if (shell.excluded) {
-            results.push_back(qvx::EmptyRecord(shell));
+            s = qvx::EmptyRecord(shell);
             continue;
         }
-        jxShellStress s = qvx::OwnForces(group, shell, comb);
         qvx::TakeMeans(s, shell, qvx::ComparisonAxes(*this, shell), merged);
         s.GetStresses(qvx::ThicknessOf(*this, shell));
-        results.push_back(s);
     }
+    results = std::move(stresses);
 }
