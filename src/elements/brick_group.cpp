@@ -1,12 +1,15 @@
 #include "elements/brick_group.h"
 
+#include <algorithm>
 #include <array>
+#include <vector>
 
 #include "elements/brick_loads.h"
 #include "elements/brick_stress.h"
 #include "elements/progress.h"
 #include "elements/scatter.h"
 #include "model/find_record.h"
+#include "tools/parallel.h"
 
 namespace qvx {
 
@@ -47,26 +50,32 @@ bool HasNegativeDiagonal(const Matrix24<Real>& k)
     return false;
 }
 
-// Every brick is assembled, so that the log names all faulty ones before the run stops.
+// Every brick is assembled, so that the log names all faulty ones before the run stops. Matrices are formed side by side
+// and added in the order of the bricks.
 template <Number Real>
 void AddStiffness(CjxStruct& model, jxSolutionData& data)
 {
     bool isFaulty = false;
     PercentCounter progress(model, model.bricks.size());
-    for (std::size_t i = 0; i < model.bricks.size(); ++i) {
-        progress.Show(i);
+    std::vector<Matrix24<Real>> k(std::min(kBatchSize, model.bricks.size()));
+    const auto form = [&](std::size_t i, std::size_t slot) {
+        if (!model.bricks[i].excluded)
+            k[slot] = Form<Real>(model, Gather(model, model.bricks[i])).stiffness;
+    };
+    const auto add = [&](std::size_t i, std::size_t slot) {
         const jxBrick& brick = model.bricks[i];
         if (brick.excluded)
-            continue;
-        const Matrix24<Real> k = Form<Real>(model, Gather(model, brick)).stiffness;
-        if (HasNegativeDiagonal(k)) {
+            return;
+        if (HasNegativeDiagonal(k[slot])) {
             isFaulty = true;
             CString line;
             line.Format(L"Brick %d has negative diagonal stiffness", brick.id);
             model.LogLine(line);
         }
-        ScatterStiffness(data, model.solverType, data.lmBricks[static_cast<int>(i) + 1], 24, k.data());
-    }
+        ScatterStiffness(data, model.solverType, data.lmBricks[static_cast<int>(i) + 1], 24, k[slot].data());
+    };
+    FormAndTakeInOrder(
+        model.bricks.size(), model.SolverThreads(), [&](std::size_t i) { progress.Show(i); }, form, add);
     if (isFaulty)
         throw jxException(L"Negative diagonal terms in brick stiffness.\n"
                           L"Try to correct this by reversing element node ordering.\n"

@@ -6,6 +6,7 @@
 #include "elements/brick_group.h"
 #include "elements/progress.h"
 #include "model/find_record.h"
+#include "tools/parallel.h"
 
 namespace {
 
@@ -63,19 +64,22 @@ void CjxStruct::AverageBrickStresses(CjxBrickGroup& group, int comb)
 {
     std::vector<jxBrickStress>& results = combResults[static_cast<std::size_t>(comb)].brickStresses;
     results.clear();
-    results.reserve(bricks.size());
+    results.resize(bricks.size());
     std::vector<NodeMean> means(nodes.size());
     const auto meanAt = [&](int node) -> NodeMean& {
         return means[static_cast<std::size_t>(qvx::NodePosition(nodes, node) - 1)];
     };
     qvx::PercentCounter progress(*this, bricks.size());
-    for (const jxBrick& brick : bricks) {
-        progress.Show(results.size() + 1);
-        results.push_back(EmptyRecord(brick));
-        group.GetBrickStresses(results.back().S, results.back().f, brick, comb);
-        for (std::size_t corner = 0; corner < 8; ++corner)
-            meanAt(brick.node[corner]).Fold(results.back().S[corner + 1]);
-    }
+    qvx::FormAndTakeInOrder(
+        bricks.size(), solverThreads_, [&](std::size_t i) { progress.Show(i + 1); },
+        [&](std::size_t i, std::size_t) {
+            results[i] = EmptyRecord(bricks[i]);
+            group.GetBrickStresses(results[i].S, results[i].f, bricks[i], comb);
+        },
+        [&](std::size_t i, std::size_t) {
+            for (std::size_t corner = 0; corner < 8; ++corner)
+                meanAt(bricks[i].node[corner]).Fold(results[i].S[corner + 1]);
+        });
     for (std::size_t i = 0; i < bricks.size(); ++i) {
         if (bricks[i].excluded) {
             results[i] = EmptyRecord(bricks[i]);

@@ -1,12 +1,15 @@
 #include "elements/shell4_group.h"
 
+#include <algorithm>
 #include <array>
+#include <vector>
 
 #include "elements/progress.h"
 #include "elements/scatter.h"
 #include "elements/shell_loads.h"
 #include "elements/shell_stress.h"
 #include "model/find_record.h"
+#include "tools/parallel.h"
 
 namespace qvx {
 
@@ -65,20 +68,23 @@ ShellElement<Real> Form(const CjxStruct& model, const jxShell4& shell, const Gat
          .shearDirections = model.bSignedShearAngle ? ShearDirections::Signed : ShearDirections::Unsigned});
 }
 
+// Matrices are formed side by side and added in the order of the shells.
 template <Number Real>
 void AddStiffness(CjxStruct& model, jxSolutionData& data)
 {
     PercentCounter progress(model, model.shell4s.size());
-    for (std::size_t i = 0; i < model.shell4s.size(); ++i) {
-        progress.Show(i);
-        const jxShell4& shell = model.shell4s[i];
-        if (shell.excluded)
-            continue;
-        const GatheredShell gathered = Gather(model, shell);
-        const ShellElement<Real> element = Form<Real>(model, shell, gathered);
-        const Matrix24<Real> k = ShellStiffness(element, model.shellOzFactor);
-        ScatterStiffness(data, model.solverType, data.lmShell4s[static_cast<int>(i) + 1], 24, k.data());
-    }
+    std::vector<Matrix24<Real>> k(std::min(kBatchSize, model.shell4s.size()));
+    FormAndTakeInOrder(
+        model.shell4s.size(), model.SolverThreads(), [&](std::size_t i) { progress.Show(i); },
+        [&](std::size_t i, std::size_t slot) {
+            const jxShell4& shell = model.shell4s[i];
+            if (!shell.excluded)
+                k[slot] = ShellStiffness(Form<Real>(model, shell, Gather(model, shell)), model.shellOzFactor);
+        },
+        [&](std::size_t i, std::size_t slot) {
+            if (!model.shell4s[i].excluded)
+                ScatterStiffness(data, model.solverType, data.lmShell4s[static_cast<int>(i) + 1], 24, k[slot].data());
+        });
 }
 
 void AddToLoadVector(CjxStruct& model, int comb, const GatheredShell& g, std::size_t node, int dof,

@@ -7,6 +7,7 @@
 #include "elements/progress.h"
 #include "elements/shell4_group.h"
 #include "model/find_record.h"
+#include "tools/parallel.h"
 #include "tools/quad_axes.h"
 
 namespace qvx {
@@ -117,13 +118,12 @@ void TakeMeans(jxShellStress& s, const jxShell4& shell, const std::array<jxPoint
 
 std::vector<jxShellStress> AllOwnForces(CjxStruct& model, CjxShell4Group& group, int comb)
 {
-    std::vector<jxShellStress> own;
-    own.reserve(model.shell4s.size());
-    PercentCounter progress(model, model.shell4s.size());
-    for (const jxShell4& shell : model.shell4s) {
-        progress.Show(own.size() + 1);
-        own.push_back(OwnForces(group, shell, comb));
-    }
+    std::vector<jxShellStress> own(model.shell4s.size());
+    PercentCounter progress(model, own.size());
+    FormAndTakeInOrder(
+        own.size(), model.SolverThreads(), [&](std::size_t i) { progress.Show(i + 1); },
+        [&](std::size_t i, std::size_t) { own[i] = OwnForces(group, model.shell4s[i], comb); },
+        [](std::size_t, std::size_t) {});
     return own;
 }
 

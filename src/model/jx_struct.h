@@ -184,6 +184,7 @@ public:
     int ExecuteStaticSparse();
     /// Threads (profile integer SolverCPUs) and, out of core, the solver's configuration file in the current folder.
     void configure_pardiso();
+    int SolverThreads() const { return solverThreads_; }  ///< of the last sparse run; 1 before
     /// Hands out the compressed stiffness, arrays that belong to data, and returns its largest term, 0 at least.
     double prepare_pardiso(double*& a, int*& ia, int*& ja, jxSolutionData& data);
     int pardiso_factorize(jxSolutionData& data, int n, double* a, int* ia, int* ja);

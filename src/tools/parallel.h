@@ -1,0 +1,48 @@
+#pragma once
+
+#include <cstddef>
+#include <exception>
+#include <functional>
+
+namespace qvx {
+
+/// The first item, in their order, whose work threw.
+struct ParallelFault
+{
+    std::size_t index = 0;
+    std::exception_ptr what;
+
+    explicit operator bool() const { return what != nullptr; }
+};
+
+/// Calls work(i) for first <= i < last: consecutive parts on as many threads, this one among them. All items before the
+/// first one that throws are done; what it threw is returned. Where the system gives no thread its part is done here.
+ParallelFault ForEachInParallel(std::size_t first, std::size_t last, int threads,
+                                const std::function<void(std::size_t)>& work);
+
+/// Items that are formed side by side but told and taken one after the other, so that messages, sums and faults come as
+/// from a loop over one item at a time, whatever the number of threads.
+/// @param before  before(i), in order: progress and the wish to stop
+/// @param form    form(i, slot), on any thread: no two items of a batch share a slot, slot < kBatchSize
+/// @param take    take(i, slot), in order; an exception of form(i) comes in its place
+template <class Before, class Form, class Take>
+void FormAndTakeInOrder(std::size_t count, int threads, const Before& before, const Form& form, const Take& take);
+
+inline constexpr std::size_t kBatchSize = 1024;
+
+template <class Before, class Form, class Take>
+void FormAndTakeInOrder(std::size_t count, int threads, const Before& before, const Form& form, const Take& take)
+{
+    for (std::size_t first = 0; first < count; first += kBatchSize) {
+        const std::size_t last = count - first < kBatchSize ? count : first + kBatchSize;
+        const ParallelFault fault = ForEachInParallel(first, last, threads, [&](std::size_t i) { form(i, i - first); });
+        for (std::size_t i = first; i < last; ++i) {
+            before(i);
+            if (fault && fault.index == i)
+                std::rethrow_exception(fault.what);
+            take(i, i - first);
+        }
+    }
+}
+
+}  // namespace qvx
