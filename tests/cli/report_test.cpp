@@ -60,7 +60,7 @@ TEST_F(ReportCommand, WritesChosenSectionsAsText)
 TEST_F(ReportCommand, TakesTheStyleSheetBesideTheReport)
 {
     std::filesystem::create_directory(folder_ / "out");
-    std::ofstream(folder_ / "out" / "report.css") << "";
+    Write("out/report.css", "");
     EXPECT_EQ(Run({"run", "m.json", "--report", "out/r.htm"}).exitCode, 0);
     EXPECT_THAT(Read("out/r.htm"), HasSubstr("href=\"report.css\""));
     EXPECT_EQ(Run({"run", "m.json", "--report", "r.htm"}).exitCode, 0);

@@ -55,6 +55,8 @@ TEST_F(CommandLine, PercentOfTheFactorizationStandsOnATerminalOnly)
 {
     if (!IsPardisoInstalled())
         GTEST_SKIP() << "MUMPS tells no percent";
+    if (!HasPseudoTerminals())
+        GTEST_SKIP() << "no pseudo-terminal on this machine";
     Write("m.json", LargeFrame(14, 2));
     const std::string percent = "\r\x1b\\[KFACTORIZATION  [0-9]+%";
 

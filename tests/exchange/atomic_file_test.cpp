@@ -1,41 +1,22 @@
 #include "exchange/atomic_file.h"
 
 #include <filesystem>
-#include <fstream>
-#include <iterator>
-#include <string>
 
 #include <gtest/gtest.h>
 
 #include "exchange/file_error.h"
+#include "support/temporary_folder.h"
 
 namespace qvx::test {
 namespace {
 
 namespace fs = std::filesystem;
 
-// An empty folder of the test's own.
 class AtomicFileTest : public testing::Test
 {
 protected:
-    AtomicFileTest() : folder_(fs::temp_directory_path() / ("qvx-atomic-" + std::to_string(std::rand())))
-    {
-        fs::remove_all(folder_);
-        fs::create_directory(folder_);
-    }
-    ~AtomicFileTest() override { fs::remove_all(folder_); }
-
-    static std::string Text(const fs::path& path)
-    {
-        std::ifstream in(path, std::ios::binary);
-        return {std::istreambuf_iterator<char>(in), {}};
-    }
-    std::ptrdiff_t FilesInFolder() const
-    {
-        return std::distance(fs::directory_iterator(folder_), fs::directory_iterator());
-    }
-
-    fs::path folder_;
+    TemporaryFolder temporary_;
+    const fs::path& folder_ = temporary_.Path();
 };
 
 TEST_F(AtomicFileTest, StandsUnderItsNameAfterCommitOnly)
@@ -47,19 +28,19 @@ TEST_F(AtomicFileTest, StandsUnderItsNameAfterCommitOnly)
 
     file.Commit();
 
-    EXPECT_EQ(Text(folder_ / "a.json"), "one two");
-    EXPECT_EQ(FilesInFolder(), 1);
+    EXPECT_EQ(temporary_.Read("a.json"), "one two");
+    EXPECT_EQ(temporary_.Count(), 1);
 }
 
 TEST_F(AtomicFileTest, LeavesNothingBehindWithoutCommit)
 {
-    std::ofstream(folder_ / "a.json") << "before";
+    temporary_.Write("a.json", "before");
     {
         AtomicFile file(folder_ / "a.json");
         file.Write("half of a fi");
     }
-    EXPECT_EQ(Text(folder_ / "a.json"), "before");
-    EXPECT_EQ(FilesInFolder(), 1);
+    EXPECT_EQ(temporary_.Read("a.json"), "before");
+    EXPECT_EQ(temporary_.Count(), 1);
 }
 
 TEST_F(AtomicFileTest, RefusesAFolderThatIsNotThere)
@@ -76,7 +57,7 @@ TEST_F(AtomicFileTest, RefusesAFolderThatIsNotThere)
 TEST_F(AtomicFileTest, RefusesTheNameOfAFolder)
 {
     EXPECT_THROW(AtomicFile file(folder_), FileError);
-    EXPECT_EQ(FilesInFolder(), 0);
+    EXPECT_EQ(temporary_.Count(), 0);
 }
 
 // /dev/full is a disk on which nothing fits: writing gives the error of a full disk.
@@ -97,7 +78,7 @@ TEST_F(AtomicFileTest, TellsOfAFullDisk)
 
 TEST_F(AtomicFileTest, ReplacesTheTargetOfALinkAndKeepsTheLink)
 {
-    std::ofstream(folder_ / "target.json") << "before";
+    temporary_.Write("target.json", "before");
     fs::create_symlink(folder_ / "target.json", folder_ / "link.json");
     AtomicFile file(folder_ / "link.json");
     file.Write("after");
@@ -105,7 +86,7 @@ TEST_F(AtomicFileTest, ReplacesTheTargetOfALinkAndKeepsTheLink)
     file.Commit();
 
     EXPECT_TRUE(fs::is_symlink(folder_ / "link.json"));
-    EXPECT_EQ(Text(folder_ / "target.json"), "after");
+    EXPECT_EQ(temporary_.Read("target.json"), "after");
 }
 
 }  // namespace

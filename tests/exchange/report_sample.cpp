@@ -1,10 +1,6 @@
 #include "exchange/report_sample.h"
 
 #include <algorithm>
-#include <fstream>
-#include <iterator>
-
-#include <unistd.h>
 
 #include "model/find_record.h"
 #include "platform/wide_path.h"
@@ -270,22 +266,9 @@ void FillReportSample(CjxStruct& model)
 
 ReportTest::ReportTest()
 {
-    std::string pattern = (std::filesystem::temp_directory_path() / "qvx-report-XXXXXX").string();
-    folder_ = mkdtemp(pattern.data());
     FillReportSample(model_);
     model_.documentPath = CString(TextOf(folder_ / "model"));
     report_.model = &model_;
-}
-
-ReportTest::~ReportTest()
-{
-    std::filesystem::remove_all(folder_);
-}
-
-std::string ReportTest::ReadFile(const std::string& name) const
-{
-    std::ifstream in(folder_ / name, std::ios::binary);
-    return {std::istreambuf_iterator<char>(in), {}};
 }
 
 std::string ReportTest::Written()

@@ -8,6 +8,7 @@
 #include "exchange/report.h"
 #include "model/jx_struct.h"
 #include "support/recording_host.h"
+#include "support/temporary_folder.h"
 
 namespace qvx::test {
 
@@ -20,14 +21,14 @@ class ReportTest : public testing::Test
 {
 protected:
     ReportTest();
-    ~ReportTest() override;
 
     /// Runs the report and reads its file.
     std::string Written();
     std::string WrittenAsText();
-    std::string ReadFile(const std::string& name) const;
+    std::string ReadFile(const std::string& name) const { return temporary_.Read(name); }
 
-    std::filesystem::path folder_;
+    TemporaryFolder temporary_;
+    const std::filesystem::path& folder_ = temporary_.Path();
     RecordingHost host_;
     CjxStruct model_;
     CjxReport report_;

@@ -2,9 +2,6 @@
 
 #include "exchange/sap2000_file.h"
 
-#include <filesystem>
-#include <fstream>
-
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -12,6 +9,7 @@
 #include "model/units.h"
 #include "platform/wide_path.h"
 #include "support/recording_host.h"
+#include "support/temporary_folder.h"
 
 namespace qvx::test {
 namespace {
@@ -21,10 +19,9 @@ struct ReadText
 {
     explicit ReadText(const std::string& text)
     {
-        const std::filesystem::path path = std::filesystem::temp_directory_path() / "qvx_sap2000_file_test.s2k";
-        std::ofstream(path) << text;
-        isRead = ReadSap2000File(TextOf(path), model, told);
-        std::filesystem::remove(path);
+        const TemporaryFolder folder;
+        folder.Write("file.s2k", text);
+        isRead = ReadSap2000File(TextOf(folder.Path() / "file.s2k"), model, told);
     }
 
     bool Tells(const std::string& line) const

@@ -1,7 +1,6 @@
 // The line syntax of the reader: items, numbers, heads, the end of tables, long lines.
 
 #include <filesystem>
-#include <fstream>
 #include <limits>
 
 #include <gtest/gtest.h>
@@ -9,6 +8,7 @@
 #include "exchange/sap2000_support.h"
 #include "platform/wide_path.h"
 #include "support/recording_host.h"
+#include "support/temporary_folder.h"
 
 /// Reaches the line syntax of the importer.
 class Sap2000ImporterAccess
@@ -245,14 +245,13 @@ TEST(Sap2000File, ThatCannotBeOpenedIsToldInABox)
 
 TEST(Sap2000File, IsReadFromItsPath)
 {
-    const std::filesystem::path path = std::filesystem::temp_directory_path() / "qvx_sap2000_\u00E9.s2k";
-    std::ofstream(path) << "TABLE:  \"JOINT COORDINATES\"\nJoint=1 GlobalX=2\n";
+    const TemporaryFolder folder;
+    folder.Write("\u00E9.s2k", "TABLE:  \"JOINT COORDINATES\"\nJoint=1 GlobalX=2\n");
     CjxStruct model;
-    CSap2000Importer importer(TextOf(path), &model);
+    CSap2000Importer importer(TextOf(folder.Path() / "\u00E9.s2k"), &model);
 
     EXPECT_TRUE(importer.Process());
 
-    std::filesystem::remove(path);
     ASSERT_EQ(model.nodes.size(), 1u);
     EXPECT_EQ(model.nodes[0].x, 2);
 }

@@ -1,25 +1,21 @@
 #include "support/run_program.h"
 
+#include <cerrno>
 #include <csignal>
 #include <cstdio>
-#include <fstream>
-#include <iterator>
+#include <system_error>
 
 #include <fcntl.h>
 #include <pty.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include "support/temporary_folder.h"
+
 namespace qvx::test {
 namespace {
 
 namespace fs = std::filesystem;
-
-std::string Text(const fs::path& path)
-{
-    std::ifstream in(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(in), {}};
-}
 
 void Redirect(const fs::path& path, int flags, int stream)
 {
@@ -38,20 +34,14 @@ void Become(const std::string& program, const std::vector<std::string>& argument
     execv(program.c_str(), argv.data());
 }
 
-// A folder for the three streams, beside the test's own.
-fs::path StreamFolder()
-{
-    std::string pattern = (fs::temp_directory_path() / "qvx-streams-XXXXXX").string();
-    return mkdtemp(pattern.data());
-}
-
 }  // namespace
 
 ProgramRun RunProgram(const std::string& program, const std::vector<std::string>& arguments, const fs::path& folder,
                       const std::string& input, const std::function<bool(const std::string&)>& interrupt)
 {
-    const fs::path streams = StreamFolder();
-    std::ofstream(streams / "in") << input;
+    const TemporaryFolder temporary;  // of the streams, beside the test's own
+    const fs::path& streams = temporary.Path();
+    temporary.Write("in", input);
     const pid_t child = fork();
     if (child == 0) {
         Redirect(streams / "in", O_RDONLY, STDIN_FILENO);
@@ -65,24 +55,34 @@ ProgramRun RunProgram(const std::string& program, const std::vector<std::string>
     bool isInterrupted = !interrupt;
     while (waitpid(child, &status, isInterrupted ? 0 : WNOHANG) == 0) {
         usleep(5000);
-        if (interrupt(Text(streams / "err"))) {
+        if (interrupt(temporary.Read("err"))) {
             kill(child, SIGINT);
             isInterrupted = true;
         }
     }
-    ProgramRun run{WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status), Text(streams / "out"),
-                   Text(streams / "err")};
-    fs::remove_all(streams);
-    return run;
+    return {WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status), temporary.Read("out"),
+            temporary.Read("err")};
+}
+
+bool HasPseudoTerminals()
+{
+    int ours = -1;
+    int theirs = -1;
+    if (openpty(&ours, &theirs, nullptr, nullptr, nullptr) != 0)
+        return false;
+    close(ours);
+    close(theirs);
+    return true;
 }
 
 ProgramRun RunOnTerminal(const std::string& program, const std::vector<std::string>& arguments, const fs::path& folder)
 {
-    const fs::path streams = StreamFolder();
+    const TemporaryFolder temporary;  // of the streams, beside the test's own
+    const fs::path& streams = temporary.Path();
     int ours = -1;
     int theirs = -1;
     if (openpty(&ours, &theirs, nullptr, nullptr, nullptr) != 0)
-        return {};
+        throw std::system_error(errno, std::generic_category(), "no pseudo-terminal");
     const pid_t child = fork();
     if (child == 0) {
         Redirect("/dev/null", O_RDONLY, STDIN_FILENO);
@@ -102,9 +102,7 @@ ProgramRun RunOnTerminal(const std::string& program, const std::vector<std::stri
     close(ours);
     int status = 0;
     waitpid(child, &status, 0);
-    ProgramRun run{WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status), Text(streams / "out"), err};
-    fs::remove_all(streams);
-    return run;
+    return {WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status), temporary.Read("out"), err};
 }
 
 }  // namespace qvx::test

@@ -22,7 +22,10 @@ ProgramRun RunProgram(const std::string& program, const std::vector<std::string>
                       const std::filesystem::path& folder, const std::string& input = "",
                       const std::function<bool(const std::string&)>& interrupt = {});
 
-/// The same with a terminal as the error stream: `err` is what stood on it, line ends as the terminal makes them.
+/// Whether this machine gives out pseudo-terminals; a bare change of root has none.
+bool HasPseudoTerminals();
+
+/// RunProgram with a terminal as the error stream: `err` is what stood on it, line ends as the terminal makes them.
 ProgramRun RunOnTerminal(const std::string& program, const std::vector<std::string>& arguments,
                          const std::filesystem::path& folder);
 

@@ -3,34 +3,10 @@
 #include <cerrno>
 #include <cstring>
 #include <fstream>
-#include <system_error>
 
-#include <stdlib.h>
 #include <sys/mount.h>
 
 namespace qvx::test {
-
-namespace fs = std::filesystem;
-
-TemporaryFolder::TemporaryFolder()
-{
-    std::string pattern = (fs::temp_directory_path() / "qvx-folder-XXXXXX").string();
-    path_ = mkdtemp(pattern.data());
-}
-
-TemporaryFolder::~TemporaryFolder()
-{
-    std::error_code ignored;
-    fs::remove_all(path_, ignored);
-}
-
-std::string TemporaryFolder::Contents() const
-{
-    std::string names;
-    for (const fs::directory_entry& entry : fs::recursive_directory_iterator(path_))
-        names += fs::relative(entry.path(), path_).string() + "\n";
-    return names;
-}
 
 SmallDisk::SmallDisk(int kilobytes)
 {
