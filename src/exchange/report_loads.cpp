@@ -123,10 +123,13 @@ constexpr Layout<jxAreaload>
     kAreaLoads("  Node-1   Node-2   Node-3   Node-4 Coord-Sys Direction       Distribution        Value",
                kAreaLoadColumns);
 
+// 0 for a member that is not in the model: a load on it acts nowhere.
 double LengthOf(const CjxStruct& model, int memberId)
 {
-    const jxBm& member = FindById(model.beams, memberId);
-    return calc_distance(FindById(model.nodes, member.node1).Point(), FindById(model.nodes, member.node2).Point());
+    const jxBm* member = FindOrNull(model.beams, memberId);
+    if (member == nullptr)
+        return 0;
+    return calc_distance(FindById(model.nodes, member->node1).Point(), FindById(model.nodes, member->node2).Point());
 }
 
 // The report gives every distance as a fraction of the member's length; a member without length keeps its number.

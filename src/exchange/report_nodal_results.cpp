@@ -4,7 +4,6 @@
 #include "exchange/report_combinations.h"
 #include "exchange/report_selection.h"
 #include "exchange/report_six_values.h"
-#include "model/find_record.h"
 #include "model/jx_struct.h"
 
 using namespace qvx;
@@ -103,9 +102,7 @@ void CjxReport::list_multi_dof_constraint_forces()
                                                {"Constraint Moments ", out.UnitOf(kMoment)}})});
     const Selection selection(*model, bSelectedOnly);
     WriteResults(out, *model, kConstraintForces, &jxCombResult::multiDofConstraintForces,
-                 [&](const jxMultiDofConstraintForce& force) {
-                     return selection.Shows(FindById(model->multiDofConstraints, force.id));
-                 });
+                 [&](const jxMultiDofConstraintForce& force) { return selection.ShowsConstraint(force.id); });
     out.EndSection();
 }
 

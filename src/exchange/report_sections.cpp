@@ -45,6 +45,13 @@ bool HasResults(const CjxReport& report)
     return false;
 }
 
+// The same, and the elements that the results are of.
+template <auto Elements, auto Results>
+bool HasResultsOf(const CjxReport& report)
+{
+    return HasAny<Elements>(report) && HasResults<Results>(report);
+}
+
 bool HasEigen(const CjxReport& report)
 {
     return report.hasEigenResults != 0;
@@ -117,21 +124,21 @@ constexpr ReportSection kSections[] = {
     {"multi_dof_constraint_forces", "Multi-DOF Constraint Force/Moment Values", &R::bMultiDofConstraintForces, HasResults<&C::multiDofConstraintForces>, Write<&R::list_multi_dof_constraint_forces>},
     {"nodal_spring_reactions", "Nodal Spring Reactions", &R::bNodalSpringReactions, HasResults<&C::nodalSpringReactions>, Write<&R::list_nodal_spring_reactions>},
     {"nodal_coupled_spring_reactions", "Nodal Coupled Spring Reactions", &R::bNodalCoupledSpringReactions, HasResults<&C::coupledSpringReactions>, Write<&R::list_nodal_coupled_spring_reactions>},
-    {"beam_end_forces_moments", "Member End Forces", &R::bBeamEndForces, HasResults<&C::beamEndForces>, Write<&R::list_beam_end_forces_moments>},
-    {"beam_segmental_forces_moments", "Member Segmental Forces", &R::bBeamSegmentalForces, HasResults<&C::beamCurves>, Write<&R::list_beam_segmental_forces_moments>},
-    {"beam_segmental_stresses", "Member Segmental Stresses", &R::bBeamSegmentalStresses, HasResults<&C::beamCurves>, Write<&R::list_beam_segmental_stresses>},
-    {"beam_segmental_deflections", "Member Segmental Deflections", &R::bBeamSegmentalDeflections, HasResults<&C::beamCurves>, Write<&R::list_beam_segmental_deflections>},
-    {"beam_spring_reactions", "Line Spring Reactions", &R::bBeamSpringReactions, HasResults<&C::beamSpringReactions>, Write<&R::list_beam_spring_reactions>},
-    {"shell4_bending_forces_moments", "Shell Bending Forces and Moments", &R::bShell4BendingForces, HasResults<&C::shell4Stresses>, Write<&R::list_shell4_bending_forces_moments>},
-    {"shell4_bending_principal_forces_moments", "Shell Bending Principal Forces and Moments", &R::bShell4BendingPrincipal, HasResults<&C::shell4Stresses>, Write<&R::list_shell4_bending_principal_forces_moments>},
-    {"shell4_membrane_forces", "Shell Membrane Forces", &R::bShell4MembraneForces, HasResults<&C::shell4Stresses>, Write<&R::list_shell4_membrane_forces>},
-    {"shell4_stresses", "Shell Stresses", &R::bShell4Stresses, HasResults<&C::shell4Stresses>, WriteShellStresses},
-    {"shell4_principal_stresses", "Shell Principal Stresses", &R::bShell4PrincipalStresses, HasResults<&C::shell4Stresses>, Write<&R::list_shell4_principal_stresses>},
-    {"shell4_spring_reactions", "Surface Spring Reactions", &R::bShell4SpringReactions, HasResults<&C::shell4SpringReactions>, Write<&R::list_shell4_spring_reactions>},
-    {"shell4_nodal_resultants", "Shell Nodal Resultants", &R::bNodalResultants, HasResults<&C::shell4Stresses>, Write<&R::list_shell4_nodal_resultants>},
-    {"brick_stresses", "Brick Stresses", &R::bBrickStresses, HasResults<&C::brickStresses>, Write<&R::list_brick_stresses>},
-    {"brick_principal_stresses", "Brick Principal Stresses", &R::bBrickPrincipalStresses, HasResults<&C::brickStresses>, Write<&R::list_brick_principal_stresses>},
-    {"brick_nodal_resultants", "Brick Nodal Resultants", &R::bNodalResultants, HasResults<&C::brickStresses>, Write<&R::list_brick_nodal_resultants>},
+    {"beam_end_forces_moments", "Member End Forces", &R::bBeamEndForces, HasResultsOf<&M::beams, &C::beamEndForces>, Write<&R::list_beam_end_forces_moments>},
+    {"beam_segmental_forces_moments", "Member Segmental Forces", &R::bBeamSegmentalForces, HasResultsOf<&M::beams, &C::beamCurves>, Write<&R::list_beam_segmental_forces_moments>},
+    {"beam_segmental_stresses", "Member Segmental Stresses", &R::bBeamSegmentalStresses, HasResultsOf<&M::beams, &C::beamCurves>, Write<&R::list_beam_segmental_stresses>},
+    {"beam_segmental_deflections", "Member Segmental Deflections", &R::bBeamSegmentalDeflections, HasResultsOf<&M::beams, &C::beamCurves>, Write<&R::list_beam_segmental_deflections>},
+    {"beam_spring_reactions", "Line Spring Reactions", &R::bBeamSpringReactions, HasResultsOf<&M::beams, &C::beamSpringReactions>, Write<&R::list_beam_spring_reactions>},
+    {"shell4_bending_forces_moments", "Shell Bending Forces and Moments", &R::bShell4BendingForces, HasResultsOf<&M::shell4s, &C::shell4Stresses>, Write<&R::list_shell4_bending_forces_moments>},
+    {"shell4_bending_principal_forces_moments", "Shell Bending Principal Forces and Moments", &R::bShell4BendingPrincipal, HasResultsOf<&M::shell4s, &C::shell4Stresses>, Write<&R::list_shell4_bending_principal_forces_moments>},
+    {"shell4_membrane_forces", "Shell Membrane Forces", &R::bShell4MembraneForces, HasResultsOf<&M::shell4s, &C::shell4Stresses>, Write<&R::list_shell4_membrane_forces>},
+    {"shell4_stresses", "Shell Stresses", &R::bShell4Stresses, HasResultsOf<&M::shell4s, &C::shell4Stresses>, WriteShellStresses},
+    {"shell4_principal_stresses", "Shell Principal Stresses", &R::bShell4PrincipalStresses, HasResultsOf<&M::shell4s, &C::shell4Stresses>, Write<&R::list_shell4_principal_stresses>},
+    {"shell4_spring_reactions", "Surface Spring Reactions", &R::bShell4SpringReactions, HasResultsOf<&M::shell4s, &C::shell4SpringReactions>, Write<&R::list_shell4_spring_reactions>},
+    {"shell4_nodal_resultants", "Shell Nodal Resultants", &R::bNodalResultants, HasResultsOf<&M::shell4s, &C::shell4Stresses>, Write<&R::list_shell4_nodal_resultants>},
+    {"brick_stresses", "Brick Stresses", &R::bBrickStresses, HasResultsOf<&M::bricks, &C::brickStresses>, Write<&R::list_brick_stresses>},
+    {"brick_principal_stresses", "Brick Principal Stresses", &R::bBrickPrincipalStresses, HasResultsOf<&M::bricks, &C::brickStresses>, Write<&R::list_brick_principal_stresses>},
+    {"brick_nodal_resultants", "Brick Nodal Resultants", &R::bNodalResultants, HasResultsOf<&M::bricks, &C::brickStresses>, Write<&R::list_brick_nodal_resultants>},
     {"eigen_values", "Eigenvalues", &R::bEigenValues, HasEigen, Write<&R::list_eigen_values>},
     {"eigen_vectors", "Eigenvectors", &R::bEigenVectors, HasEigen, Write<&R::list_eigen_vectors>},
     {"participation_factors", "Participation Factors", &R::bResponseSpectrum, HasSpectrum, Write<&R::list_participation_factors>},

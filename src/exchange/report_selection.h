@@ -1,5 +1,7 @@
 #pragma once
 
+#include <vector>
+
 #include "model/find_record.h"
 #include "model/jx_struct.h"
 
@@ -20,10 +22,11 @@ public:
     {
         return !isSelectedOnly_ || (record.bSelected & kSelectedBit) != 0;
     }
-    bool ShowsNode(int id) const { return Shows(FindById(model_.nodes, id)); }
-    bool ShowsMember(int id) const { return Shows(FindById(model_.beams, id)); }
-    bool ShowsShell(int id) const { return Shows(FindById(model_.shell4s, id)); }
-    bool ShowsBrick(int id) const { return Shows(FindById(model_.bricks, id)); }
+    bool ShowsNode(int id) const { return ShowsOwner(model_.nodes, id); }
+    bool ShowsMember(int id) const { return ShowsOwner(model_.beams, id); }
+    bool ShowsShell(int id) const { return ShowsOwner(model_.shell4s, id); }
+    bool ShowsBrick(int id) const { return ShowsOwner(model_.bricks, id); }
+    bool ShowsConstraint(int id) const { return ShowsOwner(model_.multiDofConstraints, id); }
 
     // As predicates of record lists.
     auto OfOwn() const
@@ -48,6 +51,12 @@ public:
     }
 
 private:
+    template <class Record>
+    bool ShowsOwner(const std::vector<Record>& records, int id) const
+    {
+        return !isSelectedOnly_ || Shows(FindById(records, id));
+    }
+
     const CjxStruct& model_;
     bool isSelectedOnly_;
 };

@@ -109,6 +109,8 @@ void CjxReport::list_general_info()
         std::wstring line;
         std::getline(lines, line);
         do {
+            if (line.ends_with(L'\r'))  // of an edit control
+                line.pop_back();
             pairs.push_back({caption, line});
             caption = "";
         } while (std::getline(lines, line));

@@ -253,6 +253,20 @@ TEST_F(ReportTest, TextIsPaddedByCharactersNotBytes)
     EXPECT_TRUE(Has(section, "\n       1 " + std::string(29, ' ') + "\u00E9\u4E2D\U0001F3D7      864.000"));
 }
 
+// The edit controls of a host end their lines with both characters.
+TEST_F(ReportTest, NotesOfSeveralLinesHaveNoCarriageReturns)
+{
+    model_.notes[0] = L"one\r\ntwo\r\n\r\nfour";
+    const std::string text = WrittenAsText();
+    const std::string blanks(21, ' ');
+    EXPECT_TRUE(Has(text, "\nNotes:               one" + std::string(67, ' ') + "\n" + blanks + "two" +
+                              std::string(67, ' ') + "\n" + blanks + std::string(70, ' ') + "\n" + blanks + "four "));
+    EXPECT_TRUE(Lacks(text, "\r"));
+    report_.bHtmlTables = 1;
+    EXPECT_TRUE(Has(Written(), ">Notes:</td>\n<td align=\"left\" bgcolor=\"#EAEAEA\">one</td>\n</tr>\n<tr>\n"
+                               "<td align=\"left\"></td>\n<td align=\"left\">two</td>\n"));
+}
+
 TEST_F(ReportTest, ReferenceToNothingThrowsAndLeavesTheHalfWrittenFile)
 {
     model_.beams[1].node2 = 77;
@@ -268,6 +282,43 @@ TEST_F(ReportTest, ReferenceToNothingThrowsAndLeavesTheHalfWrittenFile)
     EXPECT_TRUE(Lacks(text, "</html>"));
     EXPECT_FALSE(report_.IsWhole());
     EXPECT_FALSE(report_.file.is_open());
+}
+
+// The analysis passes over a load on a member that is gone; so must a report of all records, or the results are lost.
+TEST_F(ReportTest, LoadOnAMemberThatIsGoneIsListed)
+{
+    model_.caseLoads[0].ptLoads.push_back({.id = 99, .bAbsoluteDistance = 1, .dir = kY, .value = -5, .distance = 60});
+    model_.caseLoads[0].brickThermalLoads.push_back({.id = 98, .dT = 7});
+    const std::string text = WrittenAsText();
+    EXPECT_TRUE(report_.IsWhole());
+    EXPECT_TRUE(Has(SectionIn(text, "beam_point_loads"), "\n      99 "));
+    EXPECT_TRUE(Has(SectionIn(text, "beam_point_loads"), " 60.000000\n"));
+    EXPECT_TRUE(Has(SectionIn(text, "brick_thermal_loads"), "\n      98 "));
+}
+
+TEST_F(ReportTest, OfSelectedRecordsALoadOnAMemberThatIsGoneThrows)
+{
+    model_.caseLoads[0].ptLoads.push_back({.id = 99, .dir = kY, .value = -5, .distance = 0.5});
+    report_.bSelectedOnly = 1;
+    try {
+        report_.run_report();
+        FAIL();
+    } catch (const jxException& e) {
+        EXPECT_STREQ(e.GetText(), L"error finding member 99");
+    }
+}
+
+TEST_F(ReportTest, ResultsOfElementsThatAreGoneAreLeftOut)
+{
+    model_.beams.clear();
+    model_.bricks.clear();
+    const std::string table = Written();
+    EXPECT_TRUE(report_.IsWhole());
+    EXPECT_TRUE(Lacks(table, "<a name=\"beam_end_forces_moments\">"));
+    EXPECT_TRUE(Lacks(table, "<a name=\"beam_segmental_deflections\">"));
+    EXPECT_TRUE(Lacks(table, "<a name=\"brick_stresses\">"));
+    EXPECT_TRUE(Has(table, "<a name=\"shell4_membrane_forces\">"));
+    EXPECT_TRUE(Lacks(table, "<li>Bricks: "));
 }
 
 TEST_F(ReportTest, FileThatCannotBeOpenedIsToldInABox)
