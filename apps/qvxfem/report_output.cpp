@@ -1,6 +1,10 @@
 #include "report_output.h"
 
+#include <cerrno>
 #include <filesystem>
+#include <fstream>
+#include <random>
+#include <string>
 #include <system_error>
 
 #include "exchange/file_error.h"
@@ -12,6 +16,8 @@
 namespace qvx::app {
 namespace {
 
+namespace fs = std::filesystem;
+
 constexpr std::string_view kEnding = ".htm";
 
 void SelectSections(const ReportRequest& request, jxReport& report)
@@ -22,37 +28,92 @@ void SelectSections(const ReportRequest& request, jxReport& report)
         throw FileError("", "--report-sections " + unknown, "no such section; docs/report.md lists them");
 }
 
-// The report stands beside the document and is named after it, so the document's path is lent for its time.
-class DocumentPath
+// The engine asks its questions about the input again before it reports; they were answered before the run.
+class Silence
 {
 public:
-    DocumentPath(CjxStruct& model, const std::string& reportFile) : model_(model), before_(model.documentPath)
-    {
-        const std::string document = reportFile.substr(0, reportFile.size() - kEnding.size());
-        model.documentPath = CString(FromUtf8(document));
-    }
-    ~DocumentPath() { model_.documentPath = before_; }
-    DocumentPath(const DocumentPath&) = delete;
-    DocumentPath& operator=(const DocumentPath&) = delete;
+    explicit Silence(CjxStruct& model) : model_(model), before_(model.bInteractive) { model.bInteractive = 0; }
+    ~Silence() { model_.bInteractive = before_; }
+    Silence(const Silence&) = delete;
+    Silence& operator=(const Silence&) = delete;
 
 private:
     CjxStruct& model_;
-    CString before_;
+    unsigned char before_;
+};
+
+// Where the report is written. It stands beside the document and is named after it, so the document's path is lent for
+// its time. A file stands under its name only when it is whole; a device or pipe is written to directly.
+class ReportPlace
+{
+public:
+    ReportPlace(CjxStruct& model, const std::string& file)
+        : model_(model), documentPath_(model.documentPath), file_(file), written_(file)
+    {
+        std::error_code ignored;
+        const auto status = fs::status(file_, ignored);
+        if (!fs::exists(status) || fs::is_regular_file(status)) {
+            if (fs::exists(status) && fs::is_symlink(file_, ignored))
+                file_ = fs::canonical(file_, ignored);  // the link stays, its target is replaced
+            written_ = file_;
+            written_ += ".part-" + std::to_string(std::random_device()());
+            written_ += kEnding;
+        }
+        errno = 0;
+        if (!std::ofstream(written_))
+            throw FileError(file, "", "cannot be written: " + std::generic_category().message(errno));
+        const std::string path = written_.string();
+        model.documentPath = CString(FromUtf8(path.substr(0, path.size() - kEnding.size())));
+    }
+    ~ReportPlace()
+    {
+        model_.documentPath = documentPath_;
+        std::error_code ignored;
+        if (written_ != file_)
+            fs::remove(written_, ignored);
+    }
+    ReportPlace(const ReportPlace&) = delete;
+    ReportPlace& operator=(const ReportPlace&) = delete;
+
+    /// A message of the engine with the name under which the user knows the file.
+    std::string Told(std::string message) const
+    {
+        if (const std::size_t at = message.find(written_.string()); at != std::string::npos)
+            message.replace(at, written_.string().size(), file_.string());
+        return message;
+    }
+
+    /// @throws FileError when the whole report cannot take its name
+    void Commit()
+    {
+        std::error_code fault;
+        if (written_ != file_)
+            fs::rename(written_, file_, fault);
+        if (fault)
+            throw FileError(file_.string(), "", "cannot be written: " + fault.message());
+    }
+
+private:
+    CjxStruct& model_;
+    CString documentPath_;
+    fs::path file_;
+    fs::path written_;
 };
 
 struct Interrupt
 {
 };
 
-void Run(CjxReport& report, const std::string& file)
+void Run(CjxReport& report, ReportPlace& place, const std::string& file)
 {
     try {
         report.run_report();
     } catch (const jxException& fault) {
-        throw FileError("", "", ToUtf8(fault.GetText()));
+        throw FileError("", "", place.Told(ToUtf8(fault.GetText())));
     }
     if (!report.IsWhole())
         throw FileError(file, "", "cannot be written");
+    place.Commit();
 }
 
 }  // namespace
@@ -80,12 +141,11 @@ bool WriteReport(const ReportRequest& request, CjxStruct& model)
         if (IsInterrupted())
             throw Interrupt();
     };
-    const DocumentPath path(model, request.file);
+    const Silence silence(model);
+    ReportPlace place(model, request.file);
     try {
-        Run(report, request.file);
+        Run(report, place, request.file);
     } catch (const Interrupt&) {
-        std::error_code ignored;
-        std::filesystem::remove(request.file, ignored);
         return false;
     }
     return true;

@@ -96,6 +96,57 @@ TEST_F(ReportCommand, FullDiskEndsWithTwo)
     EXPECT_EQ(run.err, "qvxfem: Error writing file r.htm: No space left on device\n");
 }
 
+// A file that may not grow beyond 4 KB stands for a full disk.
+TEST_F(ReportCommand, ReportThatCannotBeWholeLeavesTheFormerOne)
+{
+    Write("r.htm", "the former report");
+    const ProgramRun run = RunProgram(
+        "/bin/sh", {"-c", "trap '' XFSZ; ulimit -f 8; exec \"$0\" run m.json --report r.htm --quiet", QVXFEM_PROGRAM},
+        folder_);
+    EXPECT_EQ(run.exitCode, 2);
+    EXPECT_EQ(run.err, "qvxfem: Error writing file r.htm: File too large\n");
+    EXPECT_EQ(Read("r.htm"), "the former report");
+    EXPECT_EQ(Files(), 2);
+}
+
+TEST_F(ReportCommand, LinkKeepsPointingToTheReport)
+{
+    Write("kept.htm", "the former report");
+    std::filesystem::create_symlink("kept.htm", folder_ / "r.htm");
+    EXPECT_EQ(Run({"run", "m.json", "--report", "r.htm", "--quiet"}).exitCode, 0);
+    EXPECT_TRUE(std::filesystem::is_symlink(folder_ / "r.htm"));
+    EXPECT_THAT(Read("kept.htm"), EndsWith("</html>\n"));
+    EXPECT_EQ(Files(), 3);
+}
+
+// The report checks the input again; the user has answered.
+TEST_F(ReportCommand, QuestionsOfTheRunAreNotRepeated)
+{
+    std::string model = kBar;
+    model.replace(model.find("\"solverType\": 0"), 15, "\"solverType\": 0, \"maxNonlinearIterations\": 1");
+    model.replace(model.find("\"label\": \"one\""), 14, "\"label\": \"one\", \"bPDelta\": 1");
+    Write("delta.json", model);
+    const ProgramRun run = Run({"run", "delta.json", "--report", "r.htm", "--quiet"});
+    EXPECT_EQ(run.exitCode, 0);
+    const std::string question = "Do you want to continue?";
+    const std::size_t first = run.err.find(question);
+    ASSERT_NE(first, std::string::npos) << run.err;
+    EXPECT_EQ(run.err.find(question, first + 1), std::string::npos) << run.err;
+}
+
+// Such a load acts nowhere and the summary tells it; the report lists what the model holds.
+TEST_F(ReportCommand, LoadOnAMemberThatIsGoneDoesNotStopTheReport)
+{
+    std::string model = kBar;
+    model.replace(model.find("\"caseLoads\": [{"), 15,
+                  "\"caseLoads\": [{\"ptLoads\": [{\"id\": 99, \"dir\": 1, \"value\": -5, \"distance\": 0.5}], ");
+    Write("gone.json", model);
+    const ProgramRun run = Run({"run", "gone.json", "--report", "r.htm"});
+    EXPECT_EQ(run.exitCode, 0) << run.err;
+    EXPECT_THAT(run.out, HasSubstr("act on members that are not in the model"));
+    EXPECT_THAT(Read("r.htm"), HasSubstr("<td>99</td>"));
+}
+
 TEST_F(ReportCommand, RefusedModelLeavesNoReport)
 {
     Write("bad.json", std::string(kBar).replace(std::string(kBar).find("29e6"), 4, "-1.0"));
