@@ -58,10 +58,10 @@ public:
             written_ = file_;
             written_ += ".part-" + std::to_string(std::random_device()());
             written_ += kEnding;
+            errno = 0;
+            if (!std::ofstream(written_))
+                throw FileError(file, "", "cannot be written: " + std::generic_category().message(errno));
         }
-        errno = 0;
-        if (!std::ofstream(written_))
-            throw FileError(file, "", "cannot be written: " + std::generic_category().message(errno));
         const std::string path = written_.string();
         model.documentPath = CString(FromUtf8(path.substr(0, path.size() - kEnding.size())));
     }

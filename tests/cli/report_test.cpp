@@ -109,6 +109,18 @@ TEST_F(ReportCommand, ReportThatCannotBeWholeLeavesTheFormerOne)
     EXPECT_EQ(Files(), 2);
 }
 
+// Opened once: the reader of a pipe takes the first end for the end of all.
+TEST_F(ReportCommand, PipeGetsTheWholeReport)
+{
+    const ProgramRun run = RunProgram(
+        "/bin/sh",
+        {"-c", "mkfifo r.htm; cat r.htm >got & \"$0\" run m.json --report r.htm --quiet; wait", QVXFEM_PROGRAM},
+        folder_);
+    EXPECT_EQ(run.err, "");
+    EXPECT_THAT(Read("got"), StartsWith("<html>\n"));
+    EXPECT_THAT(Read("got"), EndsWith("</html>\n"));
+}
+
 TEST_F(ReportCommand, LinkKeepsPointingToTheReport)
 {
     Write("kept.htm", "the former report");
