@@ -37,28 +37,30 @@ public:
         terms_[At(maxa_[At(column)] + column - row)] += static_cast<Store>(value);
     }
     Store& Diagonal(int equation) const { return terms_[At(maxa_[At(equation)])]; }
+    /// Value of a stored term with row <= column.
+    Store Term(int row, int column) const { return terms_[At(maxa_[At(column)] + column - row)]; }
 
-    /// product += K v; vectors by equation from 1. Columns where v is zero are not looked at.
+    /// product += K v; vectors by equation from 1. Columns in whose rows v is zero are not looked at.
     void AddProduct(const std::vector<double128>& v, std::vector<double128>& product) const
     {
-        const int n = static_cast<int>(v.size()) - 1;
-        for (int e = 1; e <= n; ++e) {
-            if (v[At(e)] == double128(0))
+        int lastNonzero = 0;
+        for (int column = 1; column < static_cast<int>(v.size()); ++column) {
+            const int diagonal = maxa_[At(column)];
+            const int top = column - (maxa_[At(column) + 1] - diagonal) + 1;
+            if (!(v[At(column)] == double128(0)))
+                lastNonzero = column;
+            if (lastNonzero < top)
                 continue;
-            for (int other = 1; other <= n; ++other)
-                product[At(other)] += double128(Term(std::min(e, other), std::max(e, other))) * v[At(e)];
+            for (int row = top; row < column; ++row) {
+                const double128 term(Term(row, column));
+                product[At(row)] += term * v[At(column)];
+                product[At(column)] += term * v[At(row)];
+            }
+            product[At(column)] += double128(Diagonal(column)) * v[At(column)];
         }
     }
 
 private:
-    /// Value of a term with row <= column; 0 above the top of its column.
-    Store Term(int row, int column) const
-    {
-        const int rise = column - row;
-        const int diagonal = maxa_[At(column)];
-        return rise < maxa_[At(column) + 1] - diagonal ? terms_[At(diagonal + rise)] : Store(0);
-    }
-
     static std::size_t At(int position) { return static_cast<std::size_t>(position); }
 
     std::span<const int> maxa_;
@@ -77,6 +79,7 @@ public:
         store_.Add(row, column, static_cast<double>(value));
     }
     double& Diagonal(int equation) const { return store_.Diagonal(equation); }
+    double Term(int row, int column) const { return store_.Term(row, column); }
 
     /// product += K v; vectors by equation from 1.
     void AddProduct(const std::vector<double128>& v, std::vector<double128>& product) const

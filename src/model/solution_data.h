@@ -9,6 +9,18 @@
 #include "platform/export.h"
 #include "quad/double128.h"
 
+namespace qvx {
+
+/// What a term of the stiffness lost when it was rounded into its store, row <= column.
+struct RoundedTerm
+{
+    int row;
+    int column;
+    double128 lost;
+};
+
+}  // namespace qvx
+
 /// Working data of one run. All arrays count from 1: slot 0 is unused.
 struct jxSolutionData
 {
@@ -32,5 +44,6 @@ struct jxSolutionData
     int bAnalysed = 0;                            ///< a direct sparse solver knows the pattern of sparseK
     std::vector<qvx::double128> settlement;       ///< prescribed displacements v by equation; empty without any
     std::vector<qvx::double128> settlementForce;  ///< K v
+    std::vector<qvx::RoundedTerm> rounded;        ///< of boundary terms, where the solution is refined; else empty
     int bForceSkyline = 0;                        ///< keeps the skyline form although solverType is 2
 };

@@ -32,6 +32,8 @@ public:
 
     /// Adds value at equations 1 <= row <= column, which an element of the tables must connect.
     void Add(int row, int column, double value) { value_[Address(row, column)] += value; }
+    /// Value at equations that the pattern connects, row <= column.
+    double Term(int row, int column) const { return value_[Address(row, column)]; }
     double& Diagonal(int equation) { return value_[static_cast<std::size_t>(rowStart_[At(equation - 1)] - 1)]; }
 
     /// Adds the upper triangle of an element matrix: k is n x n, row-major; loc has slots 1..n, 0 for no equation.

@@ -1,5 +1,6 @@
 #include <array>
 #include <cmath>
+#include <type_traits>
 #include <vector>
 
 #include "elements/scatter.h"
@@ -8,6 +9,7 @@
 #include "model/jx_struct.h"
 #include "model/solution_data.h"
 #include "solver/penalty_supports.h"
+#include "solver/refinement.h"
 #include "solver/settlement.h"
 #include "tools/geometry.h"
 
@@ -32,10 +34,8 @@ void AddConstraints(const CjxStruct& model, const jxSolutionData& data, const Si
     for (const jxMultiDofConstraint& constraint : model.multiDofConstraints) {
         const double128 f1 = constraint.factor[0];
         const double128 f2 = -constraint.factor[1];
-        const auto k11 = static_cast<double>(penalty * f1 * f1);
-        const auto k12 = static_cast<double>(penalty * f1 * f2);
-        const auto k22 = static_cast<double>(penalty * f2 * f2);
-        const double k[] = {k11, k12, k12, k22};
+        const double128 k12 = penalty * f1 * f2;
+        const double128 k[] = {penalty * f1 * f1, k12, k12, penalty * f2 * f2};
         qvx::ScatterInto(sink, data.lmConstraints[constraint.no], 2, k);
     }
 }
@@ -152,6 +152,16 @@ const std::vector<jxResult6Val>& LastDisplacements(const CjxStruct& model, int c
     return comb >= 0 ? model.combResults[static_cast<std::size_t>(comb)].displacements : noResult;
 }
 
+/// Calls use(sink) with the store itself, or with one that keeps account of roundings where constraints ask for it.
+template <class Store, class Use>
+void WithAccount(const CjxStruct& model, jxSolutionData& data, const Store& store, Use&& use)
+{
+    if constexpr (std::is_same_v<std::remove_cvref_t<decltype(store.Diagonal(1))>, double>)
+        if (!model.multiDofConstraints.empty())
+            return use(qvx::AccountingSink(store, data.rounded));
+    use(store);
+}
+
 template <class Sink>
 void AddSprings(CjxStruct& model, const Sink& sink, int comb)
 {
@@ -169,12 +179,15 @@ void AddSprings(CjxStruct& model, const Sink& sink, int comb)
 /// @param comb  combination whose last displacements decide on one-way springs; -1 in the linear stage
 void CjxStruct::ProcessBoundary(jxSolutionData& data, double128 penalty, int comb)
 {
-    qvx::WithStiffnessSink(data, solverType, [&](const auto& sink) {
-        AddConstraints(*this, data, sink, penalty);
-        AddCoupledSprings(*this, data, sink);
-        AddSprings(*this, sink, comb);
-        qvx::KeepSettlement(*this, data, sink, penalty);
-        AddSupports(*this, sink, penalty);
+    data.rounded.clear();
+    qvx::WithStiffnessSink(data, solverType, [&](const auto& store) {
+        WithAccount(*this, data, store, [&](const auto& sink) {
+            AddConstraints(*this, data, sink, penalty);
+            AddCoupledSprings(*this, data, sink);
+            AddSprings(*this, sink, comb);
+            qvx::KeepSettlement(*this, data, store, penalty);
+            AddSupports(*this, sink, penalty);
+        });
     });
 }
 
@@ -182,10 +195,12 @@ void CjxStruct::ProcessBoundary(jxSolutionData& data, double128 penalty, int com
 /// it was compressed.
 void CjxStruct::ProcessBoundarySparse(jxSolutionData& data, double*, int*, double penalty, int comb)
 {
-    const qvx::SparseSink sink(data.sparseK);
-    AddSprings(*this, sink, comb);
-    qvx::KeepSettlement(*this, data, sink, penalty);
-    AddSupports(*this, sink, penalty);
+    const qvx::SparseSink store(data.sparseK);
+    WithAccount(*this, data, store, [&](const auto& sink) {
+        AddSprings(*this, sink, comb);
+        qvx::KeepSettlement(*this, data, store, penalty);
+        AddSupports(*this, sink, penalty);
+    });
 }
 
 /// Penalty blocks of the constraints, on the largest term that the elements left.
@@ -194,13 +209,16 @@ double CjxStruct::PreProcessMultiDofConstraintStiffness(jxSolutionData& data)
 {
     constexpr double kConstraintPenalty = 100000.0;
     const double base = ComputeMaxStiffnessTermSparse(data);
-    AddConstraints(*this, data, qvx::SparseSink(data.sparseK), double128(base * kConstraintPenalty));
+    data.rounded.clear();
+    WithAccount(*this, data, qvx::SparseSink(data.sparseK),
+                [&](const auto& sink) { AddConstraints(*this, data, sink, double128(base * kConstraintPenalty)); });
     return base;
 }
 
 void CjxStruct::PreProcessCoupledSpringStiffness(jxSolutionData& data)
 {
-    AddCoupledSprings(*this, data, qvx::SparseSink(data.sparseK));
+    WithAccount(*this, data, qvx::SparseSink(data.sparseK),
+                [&](const auto& sink) { AddCoupledSprings(*this, data, sink); });
 }
 
 /// The load that moves a penalty spring by the prescribed displacement. Ordinary supports add zero.

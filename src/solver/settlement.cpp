@@ -2,6 +2,7 @@
 
 #include "elements/stiffness_sink.h"
 #include "solver/penalty_supports.h"
+#include "solver/refinement.h"
 
 namespace qvx {
 
@@ -31,6 +32,7 @@ void KeepSettlement(const CjxStruct& model, jxSolutionData& data, const Sink& st
             data.settlement[e] /= double128(nSupports[e]);
     }
     stiffness.AddProduct(data.settlement, data.settlementForce);
+    AddRoundedProduct(data.rounded, data.settlement, data.settlementForce);
 }
 
 template void KeepSettlement(const CjxStruct&, jxSolutionData&, const SkylineSink<double>&, const double128&);

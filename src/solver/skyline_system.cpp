@@ -2,9 +2,12 @@
 
 #include <algorithm>
 
+#include "elements/stiffness_sink.h"
 #include "solver/free_motion.h"
 #include "solver/instability.h"
+#include "solver/refinement.h"
 #include "solver/settlement.h"
+#include "solver/skyline_kernel.h"
 #include "solver/skyline_solver.h"
 #include "solver/static_stages.h"
 
@@ -19,6 +22,18 @@ unsigned RunSkyline(CjxStruct& model, jxSolutionData& data, double128* v, Skylin
     if (model.solverType == DoubleSkyline)
         return SolveSkyline<double>(&model, data.K.data(), v, maxa, n, 0, mode, bTolerant);
     return SolveSkyline<double128>(&model, data.KQ.data(), v, maxa, n, 0, mode, bTolerant);
+}
+
+void RefineDisplacements(const jxSolutionData& data, std::vector<double>& stored, const std::vector<double128>& force,
+                         std::vector<double128>& displacements)
+{
+    const SkylineSink<double> stiffness(data.maxa, stored);
+    Refine(
+        data.rounded, force, displacements,
+        [&](const std::vector<double128>& v, std::vector<double128>& product) { stiffness.AddProduct(v, product); },
+        [&](std::vector<double128>& v) {
+            ReduceAndBackSubstitute(data.K.data(), data.maxa.data(), static_cast<int>(v.size()) - 1, v.data());
+        });
 }
 
 [[noreturn]] void ThrowUnstable(CjxStruct& model, int equation)
@@ -57,6 +72,8 @@ void SkylineSystem::AddBoundary(int comb)
 bool SkylineSystem::Factorize(bool bAllowNonPositivePivot)
 {
     model_.list_msg(L"FACTORIZATION", L"...");
+    if (!data_.rounded.empty())
+        stored_ = data_.K;
     try {
         if (RunSkyline(model_, data_, nullptr, SkylineMode::Factorize, bAllowNonPositivePivot) == 0)
             return false;
@@ -83,7 +100,11 @@ void SkylineSystem::Solve(std::vector<double128>& load)
 {
     model_.list_msg(L"REDUCTION AND BACK-SUBSTITUTION", L"...");
     TakeSettlementFromLoad(data_, load);
+    const bool bRefine = !data_.rounded.empty();
+    const std::vector<double128> force = bRefine ? load : std::vector<double128>();
     RunSkyline(model_, data_, load.data(), SkylineMode::Substitute, false);
+    if (bRefine)
+        RefineDisplacements(data_, stored_, force, load);
     AddSettlementToDisplacements(data_, load);
     model_.list_msg0(L"REDUCTION AND BACK-SUBSTITUTION", L"OK");
 }

@@ -21,6 +21,7 @@ public:
 private:
     CjxStruct& model_;
     jxSolutionData& data_;
+    std::vector<double> stored_;  ///< the matrix before its factorisation, for refined solutions; else empty
 };
 
 }  // namespace qvx

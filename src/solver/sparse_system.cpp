@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "elements/stiffness_sink.h"
+#include "solver/refinement.h"
 #include "solver/settlement.h"
 
 namespace qvx {
@@ -66,8 +68,9 @@ void SparseSystem::Solve(std::vector<double128>& load)
     model_.list_msg(L"REDUCTION AND BACK-SUBSTITUTION", L"...");
     if (!solved_.contains(&load)) {
         TakeSettlementFromLoad(data_, load);
+        const std::vector<double128> force = data_.rounded.empty() ? std::vector<double128>() : load;
         model_.pardiso_substitution(a_, ia_, ja_, load.data());
-        AddSettlementToDisplacements(data_, load);
+        FinishDisplacements(force, load);
     }
     model_.list_msg0(L"REDUCTION AND BACK-SUBSTITUTION", L"OK");
 }
@@ -78,16 +81,32 @@ void SparseSystem::SolveAll(const std::vector<std::vector<double128>*>& loads)
     for (std::size_t first = 0; first < loads.size(); first += kTogether) {
         const std::size_t count = std::min(kTogether, loads.size() - first);
         std::vector<double128*> vectors;
+        std::vector<std::vector<double128>> forces(count);
         for (std::size_t k = 0; k < count; ++k) {
             TakeSettlementFromLoad(data_, *loads[first + k]);
+            if (!data_.rounded.empty())
+                forces[k] = *loads[first + k];
             vectors.push_back(loads[first + k]->data());
         }
         model_.peek_msg();
         model_.pardiso_substitution_many(a_, ia_, ja_, vectors);
         for (std::size_t k = 0; k < count; ++k)
-            AddSettlementToDisplacements(data_, *loads[first + k]);
+            FinishDisplacements(forces[k], *loads[first + k]);
     }
     solved_.insert(loads.begin(), loads.end());
+}
+
+/// Refines the displacements under the force, where that is called for, and adds the prescribed ones.
+void SparseSystem::FinishDisplacements(const std::vector<double128>& force, std::vector<double128>& displacements)
+{
+    if (!data_.rounded.empty()) {
+        const SparseSink stiffness(data_.sparseK);
+        Refine(
+            data_.rounded, force, displacements,
+            [&](const std::vector<double128>& v, std::vector<double128>& product) { stiffness.AddProduct(v, product); },
+            [&](std::vector<double128>& v) { model_.pardiso_substitution(a_, ia_, ja_, v.data()); });
+    }
+    AddSettlementToDisplacements(data_, displacements);
 }
 
 void SparseSystem::Release()

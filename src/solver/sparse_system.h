@@ -30,6 +30,8 @@ public:
     void Release() override;
 
 private:
+    void FinishDisplacements(const std::vector<double128>& force, std::vector<double128>& displacements);
+
     CjxStruct& model_;
     jxSolutionData& data_;
     double* a_ = nullptr;

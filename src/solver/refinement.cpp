@@ -1,0 +1,60 @@
+#include "solver/refinement.h"
+
+#include <cmath>
+
+namespace qvx {
+
+namespace {
+
+double Work(const std::vector<double128>& force, const std::vector<double128>& motion)
+{
+    double128 work(0);
+    for (std::size_t e = 1; e < force.size(); ++e)
+        work += force[e] * motion[e];
+    return std::fabs(static_cast<double>(work));
+}
+
+}  // namespace
+
+void AddRoundedProduct(const std::vector<RoundedTerm>& rounded, const std::vector<double128>& v,
+                       std::vector<double128>& product)
+{
+    for (const RoundedTerm& term : rounded) {
+        const auto row = static_cast<std::size_t>(term.row);
+        const auto column = static_cast<std::size_t>(term.column);
+        product[row] += term.lost * v[column];
+        if (row != column)
+            product[column] += term.lost * v[row];
+    }
+}
+
+/// Corrections are measured by their energy: it has one unit where translations and rotations have two.
+void Refine(const std::vector<RoundedTerm>& rounded, const std::vector<double128>& load, std::vector<double128>& u,
+            const std::function<void(const std::vector<double128>& v, std::vector<double128>& product)>& addProduct,
+            const std::function<void(std::vector<double128>& v)>& solve)
+{
+    constexpr int kMostSteps = 4;
+    constexpr double kShrinks = 0.01;  // a correction that is not a tenth of the one before comes from no good factor
+    constexpr double kDone = 1e-24;    // a correction of the twelfth digit is the last one
+    const double whole = Work(load, u);
+    double before = whole;
+    for (int step = 0; step < kMostSteps; ++step) {
+        std::vector<double128> residual(u.size());
+        addProduct(u, residual);
+        AddRoundedProduct(rounded, u, residual);
+        for (std::size_t e = 1; e < u.size(); ++e)
+            residual[e] = load[e] - residual[e];
+        std::vector<double128> correction = residual;
+        solve(correction);
+        const double energy = Work(residual, correction);
+        if (!(energy < kShrinks * before))
+            return;
+        for (std::size_t e = 1; e < u.size(); ++e)
+            u[e] += correction[e];
+        if (energy < kDone * whole)
+            return;
+        before = energy;
+    }
+}
+
+}  // namespace qvx

@@ -1,0 +1,54 @@
+#pragma once
+
+#include <functional>
+#include <vector>
+
+#include "model/jx_struct.h"
+#include "model/solution_data.h"
+
+namespace qvx {
+
+/// Refined solutions of models with Multi-DOF constraints.
+///
+/// The penalty p of a constraint stands off the diagonal too: p (1, -1; -1, 1) on top of the structure's own terms. A
+/// double store rounds each of the four sums by itself, and what is left of them is no longer free of force under a
+/// common motion: the structure is held to the ground by springs of 1e-16 p. With p = 1e5 times the stiffest term of
+/// all, often that of a rotation, a soft translation feels them in the sixth digit, and the forces of the constraint
+/// with it. So the sums' rounding errors are kept. The factor of the rounded matrix is a good start; residuals with the
+/// matrix as it should be, in double128, bring the digits back.
+/// Source: Higham, Accuracy and Stability of Numerical Algorithms, 2nd ed. (2002), ch. 12 (iterative refinement).
+
+/// Double store that keeps account of what it rounds away.
+template <class Sink>
+class AccountingSink
+{
+public:
+    AccountingSink(const Sink& store, std::vector<RoundedTerm>& rounded) : store_(store), rounded_(rounded) {}
+
+    template <Number Value>
+    void Add(int row, int column, const Value& value) const
+    {
+        const double128 exact = double128(store_.Term(row, column)) + double128(value);
+        store_.Add(row, column, value);
+        const double128 lost = exact - double128(store_.Term(row, column));
+        if (!(lost == double128(0)))
+            rounded_.push_back({row, column, lost});
+    }
+
+private:
+    const Sink& store_;
+    std::vector<RoundedTerm>& rounded_;
+};
+
+/// product += R v, R what the store rounded away.
+void AddRoundedProduct(const std::vector<RoundedTerm>& rounded, const std::vector<double128>& v,
+                       std::vector<double128>& product);
+
+/// Improves u, the solution of the rounded matrix under the load, while corrections shrink.
+/// @param addProduct  product += K v with the stored matrix
+/// @param solve       v := K^-1 v by the factor at hand
+void Refine(const std::vector<RoundedTerm>& rounded, const std::vector<double128>& load, std::vector<double128>& u,
+            const std::function<void(const std::vector<double128>& v, std::vector<double128>& product)>& addProduct,
+            const std::function<void(std::vector<double128>& v)>& solve);
+
+}  // namespace qvx
