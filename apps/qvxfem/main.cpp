@@ -25,7 +25,8 @@ void DefineRun(CLI::App& app, RunOptions& options)
     run->add_option("MODEL", options.model, "model file")->required();
     run->add_option("--analysis", options.analyses, "what to analyse; this version knows: static")
         ->delimiter(',')
-        ->type_name("LIST");
+        ->type_name("LIST")
+        ->allow_extra_args(false);
     run->add_option("--solver", options.solver, "double, quad or sparse; default: as the model says")
         ->check(CLI::IsMember({"double", "quad", "sparse"}));
     run->add_option("--backend", options.backend, "library behind the sparse solver; default: as the preferences say")
@@ -34,7 +35,8 @@ void DefineRun(CLI::App& app, RunOptions& options)
     run->add_option("--report", options.report.file, "writes the report to this file")->type_name("FILE.htm");
     run->add_option("--report-sections", options.report.sections, "only these sections; default: all")
         ->delimiter(',')
-        ->type_name("LIST");
+        ->type_name("LIST")
+        ->allow_extra_args(false);
     run->add_flag("--report-text", options.report.isText, "the report in monospaced text instead of tables");
     run->add_option("--log", options.log, "writes the log of the run to this file")->type_name("FILE");
     run->add_option("--set", options.settings, "sets a field of the settings; may be given again")

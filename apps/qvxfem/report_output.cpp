@@ -1,13 +1,10 @@
 #include "report_output.h"
 
-#include <cerrno>
-#include <filesystem>
-#include <fstream>
-#include <random>
+#include <cstdio>
 #include <string>
-#include <system_error>
 
 #include "exchange/file_error.h"
+#include "exchange/pending_file.h"
 #include "exchange/report.h"
 #include "interrupt.h"
 #include "platform/wide_path.h"
@@ -15,8 +12,6 @@
 
 namespace qvx::app {
 namespace {
-
-namespace fs = std::filesystem;
 
 constexpr std::string_view kEnding = ".htm";
 
@@ -43,61 +38,36 @@ private:
 };
 
 // Where the report is written. It stands beside the document and is named after it, so the document's path is lent for
-// its time. A file stands under its name only when it is whole; a device or pipe is written to directly.
+// its time.
 class ReportPlace
 {
 public:
     ReportPlace(CjxStruct& model, const std::string& file)
-        : model_(model), documentPath_(model.documentPath), file_(file), written_(file)
+        : model_(model), documentPath_(model.documentPath), pending_(file, kEnding)
     {
-        std::error_code ignored;
-        const auto status = fs::status(file_, ignored);
-        if (!fs::exists(status) || fs::is_regular_file(status)) {
-            if (fs::exists(status) && fs::is_symlink(file_, ignored))
-                file_ = fs::canonical(file_, ignored);  // the link stays, its target is replaced
-            written_ = file_;
-            written_ += ".part-" + std::to_string(std::random_device()());
-            written_ += kEnding;
-            errno = 0;
-            if (!std::ofstream(written_))
-                throw FileError(file, "", "cannot be written: " + std::generic_category().message(errno));
-        }
-        const std::string path = written_.string();
+        if (!pending_.IsDirect())
+            std::fclose(pending_.Open());  // a folder that takes no file is told before the report is made
+        const std::string path = pending_.Written().string();
         model.documentPath = CString(FromUtf8(path.substr(0, path.size() - kEnding.size())));
     }
-    ~ReportPlace()
-    {
-        model_.documentPath = documentPath_;
-        std::error_code ignored;
-        if (written_ != file_)
-            fs::remove(written_, ignored);
-    }
+    ~ReportPlace() { model_.documentPath = documentPath_; }
     ReportPlace(const ReportPlace&) = delete;
     ReportPlace& operator=(const ReportPlace&) = delete;
 
     /// A message of the engine with the name under which the user knows the file.
     std::string Told(std::string message) const
     {
-        if (const std::size_t at = message.find(written_.string()); at != std::string::npos)
-            message.replace(at, written_.string().size(), file_.string());
+        const std::string written = pending_.Written().string();
+        if (const std::size_t at = message.find(written); at != std::string::npos)
+            message.replace(at, written.size(), pending_.Path().string());
         return message;
     }
-
-    /// @throws FileError when the whole report cannot take its name
-    void Commit()
-    {
-        std::error_code fault;
-        if (written_ != file_)
-            fs::rename(written_, file_, fault);
-        if (fault)
-            throw FileError(file_.string(), "", "cannot be written: " + fault.message());
-    }
+    void Commit() { pending_.Commit(); }
 
 private:
     CjxStruct& model_;
     CString documentPath_;
-    fs::path file_;
-    fs::path written_;
+    PendingFile pending_;
 };
 
 struct Interrupt

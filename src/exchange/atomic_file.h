@@ -4,11 +4,11 @@
 #include <filesystem>
 #include <string_view>
 
+#include "exchange/pending_file.h"
+
 namespace qvx {
 
-/// A file that stands under its name only when it is whole: it is written under a temporary name in the same folder and
-/// renamed by Commit. Without Commit nothing is left behind and a file that stood there before is untouched.
-/// A device or pipe under that name is written to directly.
+/// A file that stands under its name only when it is whole, which Commit tells (PendingFile).
 /// Throws FileError when the folder cannot be written to or the disk is full.
 class AtomicFile
 {
@@ -23,13 +23,10 @@ public:
 
 private:
     [[noreturn]] void Fail(int errorNumber);
-    void Discard();
+    void Close();
 
-    std::filesystem::path path_;
-    std::filesystem::path written_;  ///< name under which the bytes are collected
-    std::FILE* file_ = nullptr;
-    bool isCreated_ = false;  ///< under the temporary name
-    bool isWhole_ = false;
+    PendingFile pending_;
+    std::FILE* file_;
 };
 
 }  // namespace qvx

@@ -67,6 +67,19 @@ TEST_F(ReportCommand, TakesTheStyleSheetBesideTheReport)
     EXPECT_THAT(Read("r.htm"), Not(HasSubstr("href=\"report.css\"")));
 }
 
+// A list ends with its word: what follows is the model, another option, or the same option again.
+TEST_F(ReportCommand, SectionsAreOneWordEach)
+{
+    ASSERT_EQ(Run({"run", "--report", "a.htm", "--report-sections", "nodes,materials", "m.json"}).exitCode, 0);
+    ASSERT_EQ(
+        Run({"run", "--report-sections", "nodes", "--report-sections", "materials", "m.json", "--report", "b.htm"})
+            .exitCode,
+        0);
+    EXPECT_THAT(Read("a.htm"), HasSubstr("<a name=\"materials\">"));
+    EXPECT_THAT(Read("a.htm"), Not(HasSubstr("<a name=\"beams\">")));
+    EXPECT_THAT(Read("b.htm"), HasSubstr("<a name=\"materials\">"));
+}
+
 TEST_F(ReportCommand, BadUsageIsToldBeforeTheRun)
 {
     const auto fault = [&](const std::vector<std::string>& options) {
