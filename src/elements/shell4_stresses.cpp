@@ -1,12 +1,12 @@
 #include <algorithm>
 #include <array>
-#include <numeric>
 #include <utility>
 #include <vector>
 
 #include "elements/progress.h"
 #include "elements/shell4_group.h"
 #include "model/find_record.h"
+#include "tools/large_pages.h"
 #include "tools/parallel.h"
 #include "tools/quad_axes.h"
 
@@ -14,22 +14,32 @@ namespace qvx {
 
 namespace {
 
-// Forces at one corner of one shell, later their mean over the shells that share node and axes.
-struct CornerForces
+using Axes = std::array<jxPoint, 3>;
+
+// F and P of the corner of a shell, 3 and 5.
+using CornerForces = std::array<double, 8>;
+
+// Mean over the corners at a node whose shells have equal axes.
+struct CornerMean
 {
-    int node;
-    std::array<jxPoint, 3> axes;
-    std::array<double, 8> values;  ///< F, then P
+    Axes axes;
+    CornerForces forces;
     int count;
 };
 
-bool HaveEqualAxes(const CornerForces& a, const CornerForces& b)
+struct CornerMeans
 {
-    return a.axes[0] == b.axes[0] && a.axes[1] == b.axes[1] && a.axes[2] == b.axes[2];
+    std::vector<CornerMean> means;
+    std::vector<std::size_t> meanOf;  ///< per corner, four a shell, into means
+};
+
+bool AreEqual(const Axes& a, const Axes& b)
+{
+    return a[0] == b[0] && a[1] == b[1] && a[2] == b[2];
 }
 
 // Axes by which shells at a node are told apart: their own user axes, or the same for all.
-std::array<jxPoint, 3> ComparisonAxes(const CjxStruct& model, const jxShell4& shell)
+Axes ComparisonAxes(const CjxStruct& model, const jxShell4& shell)
 {
     if (model.bAverageStresses != 2)
         return {{{1, 0, 0}, {0, 1, 0}, {0, 0, 1}}};
@@ -47,97 +57,97 @@ jxShellStress OwnForces(CjxShell4Group& group, const jxShell4& shell, int comb)
     return s;
 }
 
-CornerForces CornerOf(const jxShellStress& s, const jxShell4& shell, const std::array<jxPoint, 3>& axes, int corner)
+CornerForces ForcesAt(const jxShellStress& s, std::size_t corner)
 {
-    CornerForces out{.node = shell.node[corner], .axes = axes, .values = {}, .count = 1};
-    std::copy_n(s.F[corner + 1], 3, out.values.begin());
-    std::copy_n(s.P[corner + 1], 5, out.values.begin() + 3);
+    CornerForces out;
+    std::copy_n(s.F[corner + 1], 3, out.begin());
+    std::copy_n(s.P[corner + 1], 5, out.begin() + 3);
     return out;
 }
 
 // The running mean takes the shells of a node in their order, so it repeats bit for bit.
-void Fold(CornerForces& mean, const CornerForces& next)
+void Fold(CornerMean& mean, const CornerForces& next)
 {
-    for (std::size_t i = 0; i < mean.values.size(); ++i)
-        mean.values[i] = (mean.count * mean.values[i] + next.values[i]) / (mean.count + 1);
+    for (std::size_t i = 0; i < next.size(); ++i)
+        mean.forces[i] = (mean.count * mean.forces[i] + next[i]) / (mean.count + 1);
     ++mean.count;
 }
 
-// Means per node and axes, by node. Values of shells with different axes are never mixed, and those that are mixed are
-// not turned to common axes first.
-std::vector<CornerForces> Merge(const std::vector<CornerForces>& corners)
+// Corners, four a shell, by node; those of a node stay in their order.
+std::vector<std::pair<int, std::size_t>> CornersByNode(const std::vector<jxShell4>& shells)
 {
-    std::vector<std::size_t> byNode(corners.size());
-    std::iota(byNode.begin(), byNode.end(), std::size_t{0});
-    std::stable_sort(byNode.begin(), byNode.end(),
-                     [&](std::size_t a, std::size_t b) { return corners[a].node < corners[b].node; });
-    std::vector<CornerForces> merged;
-    std::size_t firstOfNode = 0;
-    for (const std::size_t position : byNode) {
-        const CornerForces& corner = corners[position];
-        if (!merged.empty() && merged.back().node != corner.node)
-            firstOfNode = merged.size();
-        const auto group = std::find_if(merged.begin() + static_cast<std::ptrdiff_t>(firstOfNode), merged.end(),
-                                        [&](const CornerForces& m) { return HaveEqualAxes(m, corner); });
-        if (group == merged.end())
-            merged.push_back(corner);
-        else
-            Fold(*group, corner);
-    }
-    return merged;
+    std::vector<std::pair<int, std::size_t>> corners;
+    corners.reserve(4 * shells.size());
+    for (const jxShell4& shell : shells)
+        for (const int node : shell.node)
+            corners.emplace_back(node, corners.size());
+    std::sort(corners.begin(), corners.end());
+    return corners;
 }
 
-// Null for axes that are not numbers: they are equal to none, their own included.
-const CornerForces* FindMean(const std::vector<CornerForces>& merged, const CornerForces& corner)
+// Means per node and axes. Values of shells with different axes are never mixed, and those that are mixed are not turned
+// to common axes first. Axes that are not numbers are equal to none: such a corner is its own mean.
+CornerMeans MeansOf(const CjxStruct& model, const std::vector<jxShellStress>& stresses)
 {
-    const auto first = std::lower_bound(merged.begin(), merged.end(), corner.node,
-                                        [](const CornerForces& m, int node) { return m.node < node; });
-    const auto mean = std::find_if(
-        first, merged.end(), [&](const CornerForces& m) { return m.node == corner.node && HaveEqualAxes(m, corner); });
-    return mean == merged.end() ? nullptr : &*mean;
+    std::vector<Axes> axes;
+    axes.reserve(stresses.size());
+    for (const jxShell4& shell : model.shell4s)
+        axes.push_back(ComparisonAxes(model, shell));
+    CornerMeans out;
+    ReserveLarge(out.means, model.nodes.size());
+    out.meanOf.resize(4 * stresses.size());
+    std::size_t firstOfNode = 0;
+    int lastNode = 0;
+    for (const auto& [node, corner] : CornersByNode(model.shell4s)) {
+        if (node != lastNode)
+            firstOfNode = out.means.size();
+        lastNode = node;
+        const Axes& own = axes[corner / 4];
+        const auto mean = std::find_if(out.means.begin() + static_cast<std::ptrdiff_t>(firstOfNode), out.means.end(),
+                                       [&](const CornerMean& m) { return AreEqual(m.axes, own); });
+        out.meanOf[corner] = static_cast<std::size_t>(mean - out.means.begin());
+        const CornerForces forces = ForcesAt(stresses[corner / 4], corner % 4);
+        if (mean == out.means.end())
+            out.means.push_back({.axes = own, .forces = forces, .count = 1});
+        else
+            Fold(*mean, forces);
+    }
+    return out;
 }
 
 // Corner values become the means; the centre becomes the mean of the four corners.
-void TakeMeans(jxShellStress& s, const jxShell4& shell, const std::array<jxPoint, 3>& axes,
-               const std::vector<CornerForces>& merged)
+void TakeMeans(jxShellStress& s, const CornerMeans& corners, std::size_t shell)
 {
     std::fill_n(s.F[0], 3, 0.0);
     std::fill_n(s.P[0], 5, 0.0);
-    for (int corner = 0; corner < 4; ++corner) {
-        const CornerForces own = CornerOf(s, shell, axes, corner);
-        const CornerForces* found = FindMean(merged, own);
-        const CornerForces& mean = found != nullptr ? *found : own;
-        std::copy_n(mean.values.begin(), 3, s.F[corner + 1]);
-        std::copy_n(mean.values.begin() + 3, 5, s.P[corner + 1]);
+    for (std::size_t corner = 0; corner < 4; ++corner) {
+        const CornerForces& mean = corners.means[corners.meanOf[4 * shell + corner]].forces;
+        std::copy_n(mean.begin(), 3, s.F[corner + 1]);
+        std::copy_n(mean.begin() + 3, 5, s.P[corner + 1]);
         for (std::size_t i = 0; i < 3; ++i)
-            s.F[0][i] += 0.25 * mean.values[i];
+            s.F[0][i] += 0.25 * mean[i];
         for (std::size_t i = 0; i < 5; ++i)
-            s.P[0][i] += 0.25 * mean.values[3 + i];
+            s.P[0][i] += 0.25 * mean[3 + i];
     }
+}
+
+// One pass over the shells with its own percentage: set(i) writes what belongs to shell i, on the threads of the solver.
+template <class Set>
+void ForEachShell(CjxStruct& model, const Set& set)
+{
+    PercentCounter progress(model, model.shell4s.size());
+    FormAndTakeInOrder(
+        model.shell4s.size(), model.SolverThreads(), [&](std::size_t i) { progress.Show(i + 1); },
+        [&](std::size_t i, std::size_t) { set(i); }, [](std::size_t, std::size_t) {});
 }
 
 std::vector<jxShellStress> AllOwnForces(CjxStruct& model, CjxShell4Group& group, int comb)
 {
-    std::vector<jxShellStress> own(model.shell4s.size());
-    PercentCounter progress(model, own.size());
-    FormAndTakeInOrder(
-        own.size(), model.SolverThreads(), [&](std::size_t i) { progress.Show(i + 1); },
-        [&](std::size_t i, std::size_t) { own[i] = OwnForces(group, model.shell4s[i], comb); },
-        [](std::size_t, std::size_t) {});
+    std::vector<jxShellStress> own;
+    ReserveLarge(own, model.shell4s.size());
+    own.resize(model.shell4s.size());
+    ForEachShell(model, [&](std::size_t i) { own[i] = OwnForces(group, model.shell4s[i], comb); });
     return own;
-}
-
-std::vector<CornerForces> AllCorners(const CjxStruct& model, const std::vector<jxShellStress>& own)
-{
-    std::vector<CornerForces> corners;
-    corners.reserve(4 * own.size());
-    for (std::size_t i = 0; i < own.size(); ++i) {
-        const jxShell4& shell = model.shell4s[i];
-        const std::array<jxPoint, 3> axes = ComparisonAxes(model, shell);
-        for (int corner = 0; corner < 4; ++corner)
-            corners.push_back(CornerOf(own[i], shell, axes, corner));
-    }
-    return corners;
 }
 
 double ThicknessOf(const CjxStruct& model, const jxShell4& shell)
@@ -160,17 +170,19 @@ void CjxStruct::AllShell4Stresses(CjxShell4Group& group, int comb)
 {
     std::vector<jxShellStress>& results = combResults[static_cast<std::size_t>(comb)].shell4Stresses;
     results.clear();
-    results.reserve(shell4s.size());
-    qvx::PercentCounter progress(*this, shell4s.size());
-    for (const jxShell4& shell : shell4s) {
-        progress.Show(results.size() + 1);
+    std::vector<jxShellStress> stresses;
+    qvx::ReserveLarge(stresses, shell4s.size());
+    stresses.resize(shell4s.size());
+    qvx::ForEachShell(*this, [&](std::size_t i) {
+        const jxShell4& shell = shell4s[i];
         if (shell.excluded) {
-            results.push_back(qvx::EmptyRecord(shell));
-            continue;
+            stresses[i] = qvx::EmptyRecord(shell);
+            return;
         }
-        results.push_back(qvx::OwnForces(group, shell, comb));
-        results.back().GetStresses(qvx::ThicknessOf(*this, shell));
-    }
+        stresses[i] = qvx::OwnForces(group, shell, comb);
+        stresses[i].GetStresses(qvx::ThicknessOf(*this, shell));
+    });
+    results = std::move(stresses);
 }
 
 void CjxStruct::AverageShellStresses(CjxShell4Group& group, int comb)
@@ -178,18 +190,15 @@ void CjxStruct::AverageShellStresses(CjxShell4Group& group, int comb)
     std::vector<jxShellStress>& results = combResults[static_cast<std::size_t>(comb)].shell4Stresses;
     results.clear();
     std::vector<jxShellStress> stresses = qvx::AllOwnForces(*this, group, comb);
-    const std::vector<qvx::CornerForces> merged = qvx::Merge(qvx::AllCorners(*this, stresses));
-    qvx::PercentCounter progress(*this, shell4s.size());
-    for (std::size_t i = 0; i < shell4s.size(); ++i) {
-        progress.Show(i + 1);
+    const qvx::CornerMeans means = qvx::MeansOf(*this, stresses);
+    qvx::ForEachShell(*this, [&](std::size_t i) {
         const jxShell4& shell = shell4s[i];
-        jxShellStress& s = stresses[i];
         if (shell.excluded) {
-            s = qvx::EmptyRecord(shell);
-            continue;
+            stresses[i] = qvx::EmptyRecord(shell);
+            return;
         }
-        qvx::TakeMeans(s, shell, qvx::ComparisonAxes(*this, shell), merged);
-        s.GetStresses(qvx::ThicknessOf(*this, shell));
-    }
+        qvx::TakeMeans(stresses[i], means, i);
+        stresses[i].GetStresses(qvx::ThicknessOf(*this, shell));
+    });
     results = std::move(stresses);
 }

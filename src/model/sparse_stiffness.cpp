@@ -9,6 +9,7 @@
 
 #include "platform/cstring.h"
 #include "tools/jx_exception.h"
+#include "tools/large_pages.h"
 
 namespace qvx {
 
@@ -147,8 +148,12 @@ void SparseStiffness::LayOutRows()
 
     rowStart_.clear();
     rowStart_.reserve(nodeOf_.size());
+    column_.clear();
+    ReserveLarge(column_, static_cast<std::size_t>(terms));
     column_.resize(static_cast<std::size_t>(terms));
-    value_.assign(static_cast<std::size_t>(terms), 0.0);
+    value_.clear();
+    ReserveLarge(value_, static_cast<std::size_t>(terms));
+    value_.resize(static_cast<std::size_t>(terms));
     std::size_t place = 0;
     for (int i = 0; i < static_cast<int>(nNodes); ++i)
         for (int e = firstEquation_[At(i)]; e < firstEquation_[At(i) + 1]; ++e) {
