@@ -55,7 +55,11 @@ SparseStatus IsolatedSolver::Analyse(const SymmetricMatrix& matrix)
         isIsolated_ = false;
         return settings_.isOutOfCore ? Stop(kOutOfMemory) : local_->Analyse(matrix);
     }
-    return Ask({.phase = Request::kAnalyse, .nRhs = 0});
+    const Request request{.phase = Request::kAnalyse, .nRhs = 0};
+    if (!worker_.Send(&request, sizeof request))
+        return Stop(kOutOfMemory);
+    std::copy_n(matrix.value, Terms(matrix), values_.Data());  // touches the shared pages while the worker orders
+    return Wait();
 }
 
 bool IsolatedSolver::Start(const SymmetricMatrix& matrix)
@@ -63,15 +67,15 @@ bool IsolatedSolver::Start(const SymmetricMatrix& matrix)
     const auto n = static_cast<std::size_t>(matrix.n);
     if (!values_.Allocate(Terms(matrix)) || !vectors_.Allocate(2 * n * kMostTogether))
         return false;
-    std::copy_n(matrix.value, Terms(matrix), values_.Data());
-    SymmetricMatrix shared = matrix;
-    shared.value = values_.Data();
-    return worker_.Start([&](int line) { Serve(line, shared); });
+    return worker_.Start([&](int line) { Serve(line, matrix); });
 }
 
-/// The life of the worker: one reply to each request, percentages before it.
-void IsolatedSolver::Serve(int line, SymmetricMatrix matrix) const
+/// The life of the worker: one reply to each request, percentages before it. It analyses the matrix that it saw at its
+/// start, in the memory of the other process; the values that it factorises come later.
+void IsolatedSolver::Serve(int line, const SymmetricMatrix& seen) const
 {
+    SymmetricMatrix factorised = seen;
+    factorised.value = values_.Data();
     SparseSettings settings = settings_;
     settings.isToGoOn = nullptr;
     settings.progress = [line](int percent, int thread) {
@@ -82,13 +86,13 @@ void IsolatedSolver::Serve(int line, SymmetricMatrix matrix) const
         settings.folder = scratch_->Path().string();
     const std::unique_ptr<DirectSolver> solver = make_(settings);
     double* const b = vectors_.Data();
-    double* const x = b + static_cast<std::size_t>(matrix.n) * kMostTogether;
+    double* const x = b + static_cast<std::size_t>(seen.n) * kMostTogether;
     Request request{};
     while (WorkerProcess::Receive(line, &request, sizeof request)) {
         Reply reply{.isDone = true, .percent = 100, .thread = 0, .status = {}, .facts = {}};
-        reply.status = request.phase == Request::kAnalyse     ? solver->Analyse(matrix)
-                       : request.phase == Request::kFactorise ? solver->Factorise(matrix)
-                                                              : solver->Solve(matrix, b, x, request.nRhs);
+        reply.status = request.phase == Request::kAnalyse     ? solver->Analyse(seen)
+                       : request.phase == Request::kFactorise ? solver->Factorise(factorised)
+                                                              : solver->Solve(factorised, b, x, request.nRhs);
         reply.facts = {.negativePivots = solver->NegativePivots(),
                        .peakKilobytes = solver->PeakKilobytes(),
                        .factorTerms = solver->FactorTerms()};
@@ -99,8 +103,11 @@ void IsolatedSolver::Serve(int line, SymmetricMatrix matrix) const
 
 SparseStatus IsolatedSolver::Ask(const Request& request)
 {
-    if (!worker_.Send(&request, sizeof request))
-        return Stop(kOutOfMemory);
+    return worker_.Send(&request, sizeof request) ? Wait() : Stop(kOutOfMemory);
+}
+
+SparseStatus IsolatedSolver::Wait()
+{
     for (;;) {
         Reply reply{};
         const WorkerProcess::Arrival arrival = worker_.Receive(&reply, sizeof reply, kPatience);
@@ -153,7 +160,10 @@ SparseStatus IsolatedSolver::Solve(const SymmetricMatrix& matrix, double* b, dou
 
 void IsolatedSolver::Release()
 {
-    worker_.Kill();
+    if (worker_.IsRunning() && !scratch_)
+        worker_.Dismiss();
+    else
+        worker_.Kill();
     scratch_.reset();
     values_.Release();
     vectors_.Release();

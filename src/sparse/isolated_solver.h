@@ -44,8 +44,9 @@ private:
     };
 
     bool Start(const SymmetricMatrix& matrix);
-    void Serve(int line, SymmetricMatrix matrix) const;
+    void Serve(int line, const SymmetricMatrix& seen) const;
     SparseStatus Ask(const Request& request);
+    SparseStatus Wait();
     bool IsStopped() const { return settings_.isToGoOn && !settings_.isToGoOn(); }
     SparseStatus Stop(int error);
 

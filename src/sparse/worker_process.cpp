@@ -3,6 +3,7 @@
 #include <cerrno>
 #include <csignal>
 #include <thread>
+#include <utility>
 
 #include <poll.h>
 #include <sys/mman.h>
@@ -60,16 +61,28 @@ bool WorkerProcess::Start(const std::function<void(int)>& serve)
     return true;
 }
 
-void WorkerProcess::Kill()
+void WorkerProcess::Dismiss()
 {
     if (!IsRunning())
         return;
+    Await();
     kill(process_, SIGKILL);
-    while (waitpid(process_, nullptr, 0) < 0 && errno == EINTR) {
-    }
     close(line_);
-    process_ = 0;
+    dismissed_ = std::exchange(process_, 0);
     line_ = -1;
+}
+
+void WorkerProcess::Await()
+{
+    while (dismissed_ > 0 && waitpid(dismissed_, nullptr, 0) < 0 && errno == EINTR) {
+    }
+    dismissed_ = 0;
+}
+
+void WorkerProcess::Kill()
+{
+    Dismiss();
+    Await();
 }
 
 WorkerProcess::Arrival WorkerProcess::Receive(void* packet, std::size_t size, int milliseconds) const

@@ -24,7 +24,10 @@ public:
     /// @return       false when the system gives no process
     bool Start(const std::function<void(int line)>& serve);
     bool IsRunning() const { return process_ > 0; }
+    /// Ends the worker and waits until nothing is left of it.
     void Kill();
+    /// Ends the worker; the wait, while the system takes back its memory, is left to Kill(), Start() or the end.
+    void Dismiss();
 
     /// One packet to the worker; false when it is gone.
     bool Send(const void* packet, std::size_t size) const { return Send(line_, packet, size); }
@@ -36,7 +39,10 @@ public:
     static bool Receive(int line, void* packet, std::size_t size);
 
 private:
+    void Await();
+
     pid_t process_ = 0;
+    pid_t dismissed_ = 0;  ///< told to end, not awaited yet
     int line_ = -1;
 };
 
