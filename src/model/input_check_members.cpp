@@ -40,8 +40,6 @@ void CheckMemberLengths(InputCheck& check)
         if (start != nullptr && end != nullptr)
             range.Add(calc_distance(start->Point(), end->Point()), b.id);
     }
-    if (m.beams.empty())
-        return;
     CString text;
     text.Format(L"(Maximum member length) / (Minimum member length) = %g", range.Ratio());
     check.model.list_msg(text, L"OK");

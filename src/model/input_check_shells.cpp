@@ -83,8 +83,6 @@ void CheckShellGeometry(InputCheck& check)
         for (std::size_t i = 0; i < p.size(); ++i)
             range.Add(calc_distance(p[i], p[(i + 1) % p.size()]), s.id);
     }
-    if (m.shell4s.empty())
-        return;
     CheckEdgeLengths(check, range);
     if (isAnyPoor)
         check.Warn(L"Shells with poor element shapes found.");

@@ -91,13 +91,18 @@ TEST_F(MemberCheck, ExcessiveLengthVariationIsAskedAboutUnlessSilent)
     EXPECT_TRUE(window.HasLine(L"Excessive member length variation exists in the model.", L"NOT OK"));
 }
 
-TEST_F(MemberCheck, AModelWithoutMembersHasNoLengthRatio)
+// Longest 0 over shortest, which starts at the largest double.
+TEST_F(MemberCheck, TheLengthRatioOfNoElementsIsListedAsZero)
 {
+    Check();
+    EXPECT_EQ(window.lines, (LineList{{L"(Maximum member length) / (Minimum member length) = 1", L"OK"},
+                                      {L"(Maximum shell length) / (Minimum shell length) = 0", L"OK"}}));
     model.beams.clear();
     model.shell4s = {{.id = 1, .node = {1, 2, 3, 4}}};
+    window.lines.clear();
     Check();
-    EXPECT_EQ(window.lines.size(), 1u);
-    EXPECT_TRUE(window.HasLine(L"(Maximum shell length) / (Minimum shell length) = 1", L"OK"));
+    EXPECT_EQ(window.lines, (LineList{{L"(Maximum member length) / (Minimum member length) = 0", L"OK"},
+                                      {L"(Maximum shell length) / (Minimum shell length) = 1", L"OK"}}));
 }
 
 TEST_F(ShellCheck, ReentrantShellsWarn)

@@ -25,6 +25,7 @@ TEST_F(SettingsCheck, AGoodModelPassesWithItsHeadingsAndNothingElse)
                                  "CHECKING MEMBERS",
                                  "CHECK MERGEABLE NODES ON MEMBERS",
                                  "(Maximum member length) / (Minimum member length) = 1 - OK",
+                                 "(Maximum shell length) / (Minimum shell length) = 0 - OK",
                                  "CHECKING SHELLS",
                                  "CHECKING LOADS",
                              }));
