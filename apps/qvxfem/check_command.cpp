@@ -43,7 +43,7 @@ int CheckModel(const CheckOptions& options)
     for (const std::string& line : LoadModel(options.model, model))
         fmt::print("note: {}\n", line);
     ApplySettings(options.settings, model);
-    // Questions of the check repeat what its lines say: without boxes nothing is lost and nothing is said twice.
+    // What the check asks stands in its lines too: without boxes nothing is lost and nothing is said twice.
     model.bInteractive = 0;
 
     Findings findings;

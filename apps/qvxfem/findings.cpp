@@ -1,6 +1,7 @@
 #include "findings.h"
 
 #include <algorithm>
+#include <initializer_list>
 
 #include <fmt/format.h>
 
@@ -21,17 +22,52 @@ std::string TextOf(std::uintptr_t buffer)
     return text == nullptr ? std::string() : ToUtf8(text);
 }
 
+bool BeginsWithOneOf(const std::string& text, std::initializer_list<const char*> beginnings)
+{
+    return std::any_of(beginnings.begin(), beginnings.end(), [&](const char* b) { return text.starts_with(b); });
+}
+
 // Entries that tell of the course of a run, not of the model.
 bool IsCourse(const std::string& entry)
 {
-    for (const char* beginning :
-         {"CHECKING ", "CHECK ", "time spent on ", "total time ", "Solving...", "PROCESS ", "Total number of "})
-        if (entry.starts_with(beginning))
-            return true;
+    if (BeginsWithOneOf(entry, {"CHECKING ", "CHECK ", "time spent on ", "total time ", "Solving...", "PROCESS ",
+                                "Total number of "}))
+        return true;
     for (const char* ending : {" - OK", "...", "%", ";  "})
         if (entry.ends_with(ending))
             return true;
     return std::all_of(entry.begin(), entry.end(), [](char c) { return c == ' ' || c == '-' || c == '\r'; });
+}
+
+// Questions of the input check whose lines bear no other mark than a start does. Its other questions repeat a warning.
+bool IsQuestion(const std::string& text, const std::string& status)
+{
+    return status == "..." &&
+           BeginsWithOneOf(text, {"Duplicate nodes are found", "Excessive member length", "Excessive shell length",
+                                  "Maximum nonlinear iterations is less than 2"});
+}
+
+// A question in one line, without its last sentence: it counts as answered.
+std::string Statement(std::string question)
+{
+    if (const std::size_t asked = question.find("\nDo you want"); asked != std::string::npos)
+        question.erase(asked);
+    std::replace(question.begin(), question.end(), '\n', ' ');
+    return question;
+}
+
+// Entries that follow the line they belong to.
+bool IsAfterword(const std::string& entry)
+{
+    return entry.ends_with(" duplicate nodes are found in the model.") ||
+           BeginsWithOneOf(entry, {"Self weight load case not valid", "No valid combination defined.",
+                                   "The model contains nonlinear load combinations or elements."});
+}
+
+// The first half of a warning that comes in two lines.
+bool IsFirstHalf(const std::string& text)
+{
+    return text.starts_with("The model contains elements with stiffness modifications or cracking factors.");
 }
 
 }  // namespace
@@ -40,11 +76,28 @@ void Findings::TakeLine(const std::string& text, const std::string& status)
 {
     Expect(status.empty() ? text : text + " - " + status, text);
     const bool isError = status == "NOT OK" || status == "ERROR";
-    const bool isWarning = status == "WARNING" || status == "NOT SURE";
+    const bool isQuestion = IsQuestion(text, status);
+    const bool isWarning = status == "WARNING" || status == "NOT SURE" || isQuestion;
     if (isError || isWarning) {
         ++(isError ? errors_ : warnings_);
-        Open().text = (isError ? "error: " : "warning: ") + text;
+        Close(isError ? "error: " : "warning: ", isQuestion ? Statement(text) : text);
+    } else if (IsFirstHalf(text)) {
+        AddDetail(Open(), text);
     }
+}
+
+// Details that say no more than the line do not stay.
+void Findings::Close(const std::string& severity, const std::string& text)
+{
+    Finding& finding = Open();
+    finding.nDetails -= std::erase(finding.details, text);
+    finding.text = severity + text;
+}
+
+void Findings::AddDetail(Finding& finding, const std::string& detail)
+{
+    if (++finding.nDetails <= kMostDetails)
+        finding.details.push_back(detail);
 }
 
 void Findings::TakeStatus(const std::string& text)
@@ -70,9 +123,8 @@ void Findings::TakeLogEntry(const std::string& entry)
                         (!echoBeginning_.empty() && entry.starts_with(echoBeginning_));
     if (isEcho || IsCourse(entry))
         return;
-    Finding& open = Open();
-    if (++open.nDetails <= kMostDetails)
-        open.details.push_back(entry);
+    const bool belongsToTheLast = IsAfterword(entry) && !findings_.empty() && !findings_.back().text.empty();
+    AddDetail(belongsToTheLast ? findings_.back() : Open(), entry);
 }
 
 Findings::Finding& Findings::Open()

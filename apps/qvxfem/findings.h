@@ -10,7 +10,7 @@
 namespace qvx::app {
 
 /// What the engine found worth telling. Its warnings and errors come as list lines; which nodes and members they are
-/// about stands in the log alone, before the line that sums them up.
+/// about stands in the log alone, mostly before the line that sums them up. A question is a warning here.
 class Findings
 {
 public:
@@ -33,6 +33,8 @@ private:
     };
 
     Finding& Open();
+    void Close(const std::string& severity, const std::string& text);
+    static void AddDetail(Finding& finding, const std::string& detail);
     void Expect(const std::string& echo, const std::string& beginning);
 
     std::vector<Finding> findings_;

@@ -176,6 +176,57 @@ TEST_F(CommandLine, AcceptedModelsAreToldWithTheirWarnings)
     EXPECT_THAT(run.out, HasSubstr("accepted: 0 errors, 1 warning"));
 }
 
+// A short member far from a long one, two nodes at one place, one iteration for a P-Delta combination.
+TEST_F(CommandLine, WhatTheCheckAsksIsAmongItsWarnings)
+{
+    std::string model = Replaced(kCantilever, "{\"id\": 2, \"x\": 100, \"y\": 0, \"z\": 0}",
+                                 "{\"id\": 2, \"x\": 100, \"y\": 0, \"z\": 0}, {\"id\": 3, \"x\": 100.5}, "
+                                 "{\"id\": 4, \"x\": 100.5}, {\"id\": 5, \"x\": 200.5}");
+    model = Replaced(model, "\"section\": 1}",
+                     "\"section\": 1}, {\"id\": 8, \"node1\": 2, \"node2\": 3}, "
+                     "{\"id\": 9, \"node1\": 4, \"node2\": 5, \"cracking\": 0.5}");
+    model = Replaced(model, "\"flag\": \"111111\"}", "\"flag\": \"111111\"}, {\"id\": 5, \"flag\": \"111111\"}");
+    model = Replaced(model, "\"label\": \"one\"", "\"label\": \"one\", \"bPDelta\": 1");
+    Write("m.json", Replaced(model, "\"solverType\": 0", "\"solverType\": 0, \"maxNonlinearIterations\": 1"));
+    const ProgramRun run = Run({"check", "m.json"});
+    EXPECT_EQ(run.exitCode, 0);
+    EXPECT_EQ(run.out,
+              "warning: The model does not contain self weight load\n"
+              "warning: Duplicate nodes are found in the model. It is recommended that you run Edit | Merge Nodes & "
+              "Elements before proceeding.\n"
+              "    1 duplicate nodes are found in the model.\n"
+              "warning: Mergeable nodes found on members\n"
+              "    Member 8: potential mergeable node 4\n"
+              "    Member 9: potential mergeable node 3\n"
+              "warning: Excessive member length variation exists in the model. Minimum length member no. 8. Maximum "
+              "length member no. 7\n"
+              "warning: However, the \"Apply stiffness modification factors and cracking factors\" analysis option is "
+              "not set.\n"
+              "    The model contains elements with stiffness modifications or cracking factors.\n"
+              "warning: Maximum nonlinear iterations is less than 2.\n"
+              "    The model contains nonlinear load combinations or elements. However, the maximum nonlinear "
+              "iterations is less than 2. The solution may not be converged.\n"
+              "nodes nearer to one another than 0.01 in:\n"
+              "    3 and 4\n"
+              "accepted: 0 errors, 6 warnings\n");
+    EXPECT_THAT(Run({"run", "m.json"}).out, HasSubstr("warning: Excessive member length variation"));
+}
+
+TEST_F(CommandLine, EveryDetailStandsUnderItsFinding)
+{
+    Write("m.json", R"({"format": "qvxfem-model", "version": 1})");
+    EXPECT_EQ(Run({"check", "m.json"}).out,
+              "warning: The load combination for frequency analysis is invalid and will be reset.\n"
+              "error: No load cases found\n"
+              "error: Self weight load case is invalid\n"
+              "    Self weight load case not valid\n"
+              "warning: The model does not contain self weight load\n"
+              "error: No boundary conditions defined\n"
+              "error: No load combinations found\n"
+              "    No valid combination defined.\n"
+              "refused: 4 errors, 2 warnings\n");
+}
+
 // Without a restraint about its own axis the member turns freely.
 TEST_F(CommandLine, UnstableModelsEndWithThreeAndTheirNode)
 {
