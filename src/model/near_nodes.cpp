@@ -1,6 +1,9 @@
 #include "model/near_nodes.h"
 
 #include <algorithm>
+#include <cmath>
+#include <limits>
+#include <numeric>
 
 #include "model/find_record.h"
 #include "tools/geometry.h"
@@ -24,25 +27,44 @@ double SquaredDistance(const jxPoint& a, const jxPoint& b)
     return dot(a - b, a - b);
 }
 
+// Positions of the nodes by distance from the origin, equal ones in their order; a node without a place stands last.
+std::vector<std::size_t> OrderFromOrigin(const std::vector<jxNd>& nodes)
+{
+    std::vector<double> radius;
+    radius.reserve(nodes.size());
+    for (const jxNd& node : nodes) {
+        const double squared = dot(node.Point(), node.Point());
+        radius.push_back(std::isnan(squared) ? std::numeric_limits<double>::infinity() : squared);
+    }
+    std::vector<std::size_t> order(nodes.size());
+    std::iota(order.begin(), order.end(), std::size_t{0});
+    std::stable_sort(order.begin(), order.end(), [&](std::size_t i, std::size_t j) { return radius[i] < radius[j]; });
+    return order;
+}
+
 }  // namespace
 
 std::vector<std::pair<int, int>> FindDuplicateNodes(const std::vector<jxNd>& nodes, double tolerance)
 {
-    const std::vector<jxPoint> points = PointsOf(nodes);
+    const std::vector<std::size_t> order = OrderFromOrigin(nodes);
+    std::vector<jxPoint> points;
+    points.reserve(nodes.size());
+    for (const std::size_t position : order)
+        points.push_back(nodes[position].Point());
     const PointTree tree(points);
-    std::vector<std::pair<int, int>> duplicates;
-    for (std::size_t i = 0; i < points.size(); ++i) {
-        const jxPoint& p = points[i];
-        const double radius = dot(p, p);
-        tree.VisitNear(p, p, tolerance, [&](std::size_t j) {
-            const double other = dot(points[j], points[j]);
-            const bool isLater = other > radius || (other == radius && j > i);
-            if (!isLater || SquaredDistance(p, points[j]) >= tolerance * tolerance)
+
+    std::vector<const jxNd*> twin(nodes.size(), nullptr);  // by position
+    for (std::size_t i = 0; i < points.size(); ++i)
+        tree.VisitNearFrom(i + 1, points[i], points[i], tolerance, [&](std::size_t later) {
+            if (!(SquaredDistance(points[i], points[later]) < tolerance * tolerance))
                 return true;
-            duplicates.emplace_back(nodes[i].id, nodes[j].id);
+            twin[order[i]] = &nodes[order[later]];
             return false;
         });
-    }
+    std::vector<std::pair<int, int>> duplicates;
+    for (std::size_t i = 0; i < nodes.size(); ++i)
+        if (twin[i] != nullptr)
+            duplicates.emplace_back(nodes[i].id, twin[i]->id);
     return duplicates;
 }
 

@@ -32,11 +32,13 @@ PointTree::PointTree(std::span<const jxPoint> points)
 void PointTree::Build(std::uint32_t first, std::uint32_t last)
 {
     Box box{.lowest = entries_[first].point, .highest = entries_[first].point, .first = first, .last = last};
-    for (std::uint32_t i = first; i < last; ++i)
+    for (std::uint32_t i = first; i < last; ++i) {
+        box.highestIndex = std::max(box.highestIndex, entries_[i].index);
         for (const Coordinate c : kCoordinates) {
             box.lowest.*c = std::min(box.lowest.*c, entries_[i].point.*c);
             box.highest.*c = std::max(box.highest.*c, entries_[i].point.*c);
         }
+    }
     const std::size_t self = boxes_.size();
     boxes_.push_back(box);
     if (last - first <= kLeafPoints)

@@ -24,7 +24,14 @@ public:
     /// Calls visit(index) for every point within reach of the segment a-b, and perhaps for some outside, in no special
     /// order. A segment of no length is a point. visit returns false to end the search.
     template <class Visit>
-    void VisitNear(const jxPoint& a, const jxPoint& b, double reach, Visit visit) const;
+    void VisitNear(const jxPoint& a, const jxPoint& b, double reach, Visit visit) const
+    {
+        VisitNearFrom(0, a, b, reach, visit);
+    }
+    /// The same for the points of index first and above: parts of the tree that hold none of them are passed over, so
+    /// that one such point is found at once even among many below it at the same place.
+    template <class Visit>
+    void VisitNearFrom(std::size_t first, const jxPoint& a, const jxPoint& b, double reach, Visit visit) const;
 
 private:
     static constexpr std::uint32_t kLeafPoints = 8;
@@ -43,6 +50,7 @@ private:
         std::uint32_t first = 0;
         std::uint32_t last = 0;
         std::uint32_t right = 0;
+        std::uint32_t highestIndex = 0;
     };
 
     // Segment with the reach widened by the rounding of the exact test.
@@ -62,7 +70,7 @@ private:
 };
 
 template <class Visit>
-void PointTree::VisitNear(const jxPoint& a, const jxPoint& b, double reach, Visit visit) const
+void PointTree::VisitNearFrom(std::size_t first, const jxPoint& a, const jxPoint& b, double reach, Visit visit) const
 {
     if (boxes_.empty())
         return;
@@ -73,7 +81,7 @@ void PointTree::VisitNear(const jxPoint& a, const jxPoint& b, double reach, Visi
     while (nOpen > 0) {
         const std::uint32_t at = open[--nOpen];
         const Box& box = boxes_[at];
-        if (!CanTouch(probe, box))
+        if (box.highestIndex < first || !CanTouch(probe, box))
             continue;
         if (box.right != 0) {
             open[nOpen++] = box.right;
@@ -81,7 +89,7 @@ void PointTree::VisitNear(const jxPoint& a, const jxPoint& b, double reach, Visi
             continue;
         }
         for (std::uint32_t i = box.first; i < box.last; ++i)
-            if (!visit(static_cast<std::size_t>(entries_[i].index)))
+            if (entries_[i].index >= first && !visit(static_cast<std::size_t>(entries_[i].index)))
                 return;
     }
 }

@@ -93,6 +93,18 @@ TEST(DuplicateNodes, OfAClusterAreAllButOne)
     EXPECT_TRUE(qvx::FindDuplicateNodes({{.id = 1}, {.id = 2, .x = 0.01}}, 0.01).empty());  // not below the tolerance
 }
 
+// Each of them must come upon a later one without looking through all the earlier ones.
+TEST(DuplicateNodes, OfALargeClusterAreFoundInSeconds)
+{
+    std::vector<jxNd> nodes;
+    for (int id = 1; id <= 300000; ++id)
+        nodes.push_back({.id = id, .x = 1000 - 1e-9 * id, .y = 4});
+    const auto start = std::chrono::steady_clock::now();
+    EXPECT_EQ(qvx::FindDuplicateNodes(nodes, 0.01).size(), nodes.size() - 1);
+    const std::chrono::duration<double> seconds = std::chrono::steady_clock::now() - start;
+    EXPECT_LT(seconds.count(), 20.0);
+}
+
 TEST(NodesOnMembers, AreThoseOfThePlainLoopInItsOrder)
 {
     std::mt19937_64 random(12);

@@ -89,6 +89,25 @@ TEST(PointTree, EndsWhenItsVisitorHasEnough)
     EXPECT_EQ(visits, 3);
 }
 
+TEST(PointTree, FindsOnlyPointsFromAnIndexOn)
+{
+    std::mt19937_64 random(8);
+    const std::vector<jxPoint> points = Cloud(1, 300, random);
+    const PointTree tree(points);
+    for (std::size_t first = 0; first <= points.size(); first += 7) {
+        std::vector<std::size_t> found;
+        tree.VisitNearFrom(first, points[5], points[5], 2.5, [&](std::size_t i) {
+            if (calc_distance(points[i], points[5]) < 2.5)
+                found.push_back(i);
+            return true;
+        });
+        std::sort(found.begin(), found.end());
+        std::vector<std::size_t> expected = NearByLoop(points, points[5], points[5], 2.5);
+        std::erase_if(expected, [first](std::size_t i) { return i < first; });
+        EXPECT_EQ(found, expected) << first;
+    }
+}
+
 TEST(PointTree, OfNoPointsFindsNone)
 {
     const PointTree tree(std::vector<jxPoint>{});
