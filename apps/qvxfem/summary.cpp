@@ -190,6 +190,37 @@ std::vector<std::string> LooseRecords(const CjxStruct& m)
     return lines;
 }
 
+// The links of a diaphragm whose nodes stand off its plane, which the merge tolerance allows, run across it: they hold
+// their nodes out of the plane too. Nodes within the rounding of their coordinates count as in the plane.
+std::vector<std::string> DiaphragmsOffPlane(const CjxStruct& m)
+{
+    constexpr double kRelativeTolerance = 5e-7;
+    std::size_t count = 0;
+    double largest = 0;
+    const jxLink* steepest = nullptr;
+    for (const jxLink& link : m.links) {
+        const jxNd* start = FindOrNull(m.nodes, link.node1);
+        const jxNd* end = FindOrNull(m.nodes, link.node2);
+        if (start == nullptr || end == nullptr)
+            continue;
+        const jxPoint along = end->Point() - start->Point();
+        const double offset = std::fabs(dot(along, link.normal));
+        if (offset <= kRelativeTolerance * std::sqrt(dot(along, along)))
+            continue;
+        ++count;
+        if (offset > largest) {
+            largest = offset;
+            steepest = &link;
+        }
+    }
+    if (steepest == nullptr)
+        return {};
+    return {fmt::format(
+        "nodes lie off the plane of their rigid diaphragm, up to {:g} {} (nodes {} and {}); links that hold "
+        "them out of the plane too: {}",
+        largest, Unit(m, kLength), steepest->node1, steepest->node2, count)};
+}
+
 // Of this process or of the solver's own, which sees the model too.
 double PeakMegabytes()
 {
@@ -206,8 +237,8 @@ void PrintSummary(std::FILE* out, const CjxStruct& model, const SummaryFacts& fa
 {
     PrintHead(out, model, facts);
     std::vector<std::string> notes = facts.notes;
-    const std::vector<std::string> loose = LooseRecords(model);
-    notes.insert(notes.end(), loose.begin(), loose.end());
+    for (const std::vector<std::string>& more : {LooseRecords(model), DiaphragmsOffPlane(model)})
+        notes.insert(notes.end(), more.begin(), more.end());
     PrintList(out, "Notes", notes);
     PrintList(out, "Findings of the input check and of the run", facts.findings);
     for (std::size_t comb = 0; comb < model.loadCombs.size(); ++comb)

@@ -302,6 +302,21 @@ TEST_F(CommandLine, TermsThatNameNoLoadCaseAreTold)
     EXPECT_THAT(run.out, HasSubstr("no load case is named \"WIND\": this term gives no load"));
 }
 
+TEST_F(CommandLine, DiaphragmsOffTheirPlaneAreTold)
+{
+    const std::string floor =
+        Replaced(Replaced(kCantilever, "\"x\": 100, \"y\": 0, \"z\": 0}", "\"x\": 100, \"y\": 0.009, \"z\": 0}"),
+                 "\"beams\"", "\"diaphragms\": [{\"id\": 1, \"type\": 1, \"node\": [1, 0, 0, 0]}], \"beams\"");
+    Write("m.json", floor);
+    EXPECT_THAT(
+        Run({"run", "m.json"}).out,
+        HasSubstr("nodes lie off the plane of their rigid diaphragm, up to 0.009 in (nodes 1 and 2); links that "
+                  "hold them out of the plane too: 1\n"));
+    EXPECT_THAT(Run({"run", "m.json", "--set", "bRigidDiaphragms=0"}).out, Not(HasSubstr("off the plane")));
+    Write("m.json", Replaced(floor, "0.009", "0"));
+    EXPECT_THAT(Run({"run", "m.json"}).out, Not(HasSubstr("off the plane")));
+}
+
 // The program runs in the plain C locale: names of files are bytes all the same.
 TEST_F(CommandLine, ReadsFilesOfAnyName)
 {
