@@ -23,6 +23,12 @@ std::vector<int> NodeOfEquation(const CjxStruct& model)
 
 }  // namespace
 
+SparseSystem::~SparseSystem()
+{
+    Release();
+    model_.pardiso_delete(ia_, ja_);  // waits for what the first call has only begun
+}
+
 void SparseSystem::Allocate(int)
 {
     if (model_.bOutOfCore)

@@ -15,7 +15,7 @@ class SparseSystem : public EquationSolver
 {
 public:
     SparseSystem(CjxStruct& model, jxSolutionData& data) : model_(model), data_(data) {}
-    ~SparseSystem() override { Release(); }
+    ~SparseSystem() override;
 
     void Allocate(int nTerms) override;
     void Clear() override;

@@ -61,7 +61,8 @@ public:
     virtual SparseStatus Factorise(const SymmetricMatrix& matrix) = 0;
     /// x = A^-1 b for nRhs right-hand sides, stored one after the other. b may be overwritten.
     virtual SparseStatus Solve(const SymmetricMatrix& matrix, double* b, double* x, int nRhs) = 0;
-    /// Frees all memory and files of the solver; analysis is needed again.
+    /// Frees all memory and files of the solver; analysis is needed again. The system may still be taking back memory when
+    /// it returns: a second call, or the end of the solver, waits for that.
     virtual void Release() = 0;
 
     /// Negative pivots of the last factorisation of an indefinite matrix.

@@ -1,10 +1,12 @@
 // The sparse run: its messages, its settings, its failures, and its answers against the skyline, on both backends.
+#include <cerrno>
 #include <cmath>
 #include <filesystem>
 #include <fstream>
 #include <random>
 
 #include <gtest/gtest.h>
+#include <sys/wait.h>
 
 #include "sparse/direct_solver.h"
 #include "support/model_builder.h"
@@ -123,6 +125,38 @@ TEST_P(SparseRun, AgreesUnderPDeltaAndTensionOnlyMembers)
 }
 
 // The stages of the sparse run in their order; one call for all right-hand sides does not show.
+// A bar of 8,500 members, held sideways in every node: large enough for a process of the solver's own, which is gone at
+// the end, whether the run is whole or stopped behind its factorization.
+TEST_P(SparseRun, LargeBarStretchesAndNoProcessIsLeft)
+{
+    constexpr int kMembers = 8500;
+    ModelBuilder b;
+    b.Material(29e6, 0.3, 0.28, 6.5e-6);
+    b.Section({.A = 10, .Ay = 4, .Az = 5, .Iz = 300, .Iy = 120, .J = 20});
+    for (int i = 0; i <= kMembers; ++i) {
+        b.Node(i, 0, 0);
+        b.Support(i + 1, i == 0 ? L"111111" : L"011111");
+        if (i > 0)
+            b.Member(i, i + 1);
+    }
+    b.NodalLoad(kMembers + 1, kX, 1000);
+    b.model.solverType = DoubleSparse;
+    const auto expectNoProcess = [] {
+        EXPECT_EQ(waitpid(-1, nullptr, WNOHANG), -1);
+        EXPECT_EQ(errno, ECHILD);
+    };
+
+    ASSERT_EQ(b.model.ExecuteStatic(), 1);
+    EXPECT_NEAR(b.model.combResults[0].displacements.back().value[kX] / (1000.0 * kMembers / (29e6 * 10)), 1, 1e-6);
+    expectNoProcess();
+
+    RecordingWindow window;
+    b.model.set_solver_wnds(&window);
+    host.abortKey = [&] { return window.HasLine(L"FACTORIZATION", L"OK"); };
+    EXPECT_THROW(b.model.ExecuteStatic(), jxException);
+    expectNoProcess();
+}
+
 TEST_P(SparseRun, TellsItsStagesInOrder)
 {
     ModelBuilder b;

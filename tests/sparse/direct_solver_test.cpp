@@ -1,5 +1,6 @@
 // Every backend behind the one door, against dense Gauss elimination and closed forms.
 #include <algorithm>
+#include <cerrno>
 #include <chrono>
 #include <cmath>
 #include <map>
@@ -8,6 +9,7 @@
 #include <vector>
 
 #include <gtest/gtest.h>
+#include <sys/wait.h>
 
 #include "sparse/direct_solver.h"
 #include "support/small_disk.h"
@@ -382,6 +384,30 @@ TEST_P(DirectSolvers, LongPhaseEndsSoonAfterItIsStopped)
     const SparseStatus status = solver->Factorise(m.View());
 
     EXPECT_EQ(status.error, qvx::kStopped);
+}
+
+// A large matrix has a process of its own. The values that count are those at the factorisation.
+TEST_P(DirectSolvers, LargeMatrixIsSolvedAndNoProcessIsLeft)
+{
+    const int n = 60000;
+    const Csr atAnalysis = SpringChain(n);
+    Csr stiffer = atAnalysis;
+    for (double& value : stiffer.value)
+        value *= 2;
+    const auto solver = Make({.isToGoOn = [] { return true; }});
+    for (int round = 0; round < 2; ++round) {
+        std::vector<double> b(static_cast<std::size_t>(n), 0.0), x(b.size());
+        b.back() = 2;
+        ASSERT_TRUE(solver->Analyse(atAnalysis.View()));
+        ASSERT_TRUE(solver->Factorise(stiffer.View()));
+        ASSERT_TRUE(solver->Solve(stiffer.View(), b.data(), x.data(), 1));
+        EXPECT_NEAR(x.back() / n, 1, 1e-6);
+        solver->Release();
+    }
+    solver->Release();
+
+    EXPECT_EQ(waitpid(-1, nullptr, WNOHANG), -1);
+    EXPECT_EQ(errno, ECHILD);
 }
 
 TEST_P(DirectSolvers, ReleasedSolverStartsAgain)

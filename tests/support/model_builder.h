@@ -76,8 +76,7 @@ public:
         int dof = 0;
         for (const double value : values)
             support.value[dof++] = value;
-        model.supports.push_back(support);
-        std::stable_sort(model.supports.begin(), model.supports.end());
+        model.supports.insert(std::upper_bound(model.supports.begin(), model.supports.end(), support), support);
     }
     void AddCase(const wchar_t* label)
     {
