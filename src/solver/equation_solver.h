@@ -4,8 +4,16 @@
 
 #include "model/jx_struct.h"
 #include "model/solution_data.h"
+#include "tools/jx_exception.h"
 
 namespace qvx {
+
+/// Fault of the solver itself, who has told of it already: it leaves the run with its text and no more words.
+class SolverFault : public jxException
+{
+public:
+    using jxException::jxException;
+};
 
 /// The linear system of a static run: where its stiffness is stored, how boundary terms enter it and how it is solved.
 /// The stages of a run are the same for every system; each system says in window and log what it does.

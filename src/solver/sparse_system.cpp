@@ -21,6 +21,17 @@ std::vector<int> NodeOfEquation(const CjxStruct& model)
     return node;
 }
 
+/// The solver says what is wrong where it finds it; the linear stage is not to say it again.
+template <class Step>
+void TellFaultsOnce(Step&& step)
+{
+    try {
+        step();
+    } catch (const jxException& fault) {
+        throw SolverFault(fault.GetText());
+    }
+}
+
 }  // namespace
 
 SparseSystem::~SparseSystem()
@@ -65,7 +76,7 @@ void SparseSystem::AddBoundary(int comb)
 
 bool SparseSystem::Factorize(bool)
 {
-    model_.pardiso_factorize(data_, model_.numberOfEquations, a_, ia_, ja_);
+    TellFaultsOnce([&] { model_.pardiso_factorize(data_, model_.numberOfEquations, a_, ia_, ja_); });
     return true;
 }
 
@@ -75,7 +86,7 @@ void SparseSystem::Solve(std::vector<double128>& load)
     if (!solved_.contains(&load)) {
         TakeSettlementFromLoad(data_, load);
         const std::vector<double128> force = data_.rounded.empty() ? std::vector<double128>() : load;
-        model_.pardiso_substitution(a_, ia_, ja_, load.data());
+        TellFaultsOnce([&] { model_.pardiso_substitution(a_, ia_, ja_, load.data()); });
         FinishDisplacements(force, load);
     }
     model_.list_msg0(L"REDUCTION AND BACK-SUBSTITUTION", L"OK");
@@ -95,7 +106,7 @@ void SparseSystem::SolveAll(const std::vector<std::vector<double128>*>& loads)
             vectors.push_back(loads[first + k]->data());
         }
         model_.peek_msg();
-        model_.pardiso_substitution_many(a_, ia_, ja_, vectors);
+        TellFaultsOnce([&] { model_.pardiso_substitution_many(a_, ia_, ja_, vectors); });
         for (std::size_t k = 0; k < count; ++k)
             FinishDisplacements(forces[k], *loads[first + k]);
     }
@@ -110,7 +121,9 @@ void SparseSystem::FinishDisplacements(const std::vector<double128>& force, std:
         Refine(
             data_.rounded, force, displacements,
             [&](const std::vector<double128>& v, std::vector<double128>& product) { stiffness.AddProduct(v, product); },
-            [&](std::vector<double128>& v) { model_.pardiso_substitution(a_, ia_, ja_, v.data()); });
+            [&](std::vector<double128>& v) {
+                TellFaultsOnce([&] { model_.pardiso_substitution(a_, ia_, ja_, v.data()); });
+            });
     }
     AddSettlementToDisplacements(data_, displacements);
 }

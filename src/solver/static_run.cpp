@@ -136,6 +136,9 @@ void StaticRun::SolveLinearPart()
         LogTimeSpent(model_, L"FACTORIZATION");
         solver_->CheckStability();
         SolveLinearCombinations();
+    } catch (const SolverFault& fault) {
+        solver_->Release();
+        throw jxException(fault.GetText());
     } catch (const jxException& fault) {
         solver_->Release();
         ReportFault(model_, fault.GetText());

@@ -104,6 +104,26 @@ TEST_P(SparseFailures, FaultOfAnElementEndsTheLinearStage)
     EXPECT_FALSE(m.model.HasStaticSolution());
 }
 
+// The solver has named equation, node and direction; the exception carries the rest to the host, who shows it.
+TEST_P(SparseFailures, BadPivotOfTheLinearStageIsToldOnce)
+{
+    m.model.modelType = Truss2D;
+    m.Node(0, 0);
+    m.Node(10, 0);
+    m.Member(1, 2);
+    m.Support(1, L"020000");
+    m.Support(2, L"020000");
+    m.NodalLoad(2, kX, 1);
+    m.model.bInteractive = 1;
+
+    EXPECT_EQ(FaultOfRun(), m.model.get_pardiso_error(-4).Text());
+
+    EXPECT_THAT(m.host.BoxTexts(), testing::Not(Contains(m.model.get_pardiso_error(-4).Text())));
+    ASSERT_FALSE(m.window.lines.empty());
+    EXPECT_TRUE(m.window.lines.back().text.starts_with(L"Zero or negative pivot at equation number = "));
+    EXPECT_EQ(m.window.lines.back().status, L"NOT OK");
+}
+
 // Released torsion without torsion stiffness: the fault shows under axial force only.
 TEST_P(SparseFailures, FaultOfAnElementCostsOneNonlinearCombinationOnly)
 {
