@@ -52,7 +52,7 @@ bool StaticRun::IterateCombination(int comb)
 
         const bool bNoLoad = model_.CheckNonzeroLoadVector(Load(comb).data());
         solver_->Solve(Load(comb));
-        LogTimeSpent(model_, L"reduction and back-substitution");
+        LogSolutionTime(model_);
         if (bNoLoad) {
             Outcome(comb).end = CombEnd::NoLoad;
             return true;
@@ -102,7 +102,7 @@ void StaticRun::FactorizeIteration(int comb)
         outcome.bWarned = true;
     }
     solver_->AnnounceFactor(!outcome.bWarned);
-    LogTimeSpent(model_, L"FACTORIZATION");
+    LogFactorizationTime(model_);
     solver_->CheckStability();
 }
 

@@ -133,7 +133,7 @@ void StaticRun::SolveLinearPart()
 
         solver_->Factorize(false);
         solver_->AnnounceFactor(true);
-        LogTimeSpent(model_, L"FACTORIZATION");
+        LogFactorizationTime(model_);
         solver_->CheckStability();
         SolveLinearCombinations();
     } catch (const SolverFault& fault) {
@@ -181,7 +181,7 @@ void StaticRun::FormLoad(int comb)
 
 void StaticRun::FinishLinear(int comb)
 {
-    LogTimeSpent(model_, L"reduction and back-substitution");
+    LogSolutionTime(model_);
     model_.Output_All(comb, members_, shells_, bricks_);
     LogOutputTime(model_);
     Outcome(comb).end = CombEnd::Linear;

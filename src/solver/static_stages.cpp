@@ -27,10 +27,18 @@ CString CombinationTitle(const CjxStruct& model, int comb)
     return title;
 }
 
-void LogTimeSpent(CjxStruct& model, const wchar_t* activity)
+void LogFactorizationTime(CjxStruct& model)
 {
     CString text;
-    text.Format(L"time spent on %s = %d seconds", activity, static_cast<int>(timer(0)));
+    text.Format(L"time spent on FACTORIZATION = %d seconds", static_cast<int>(timer(0)));
+    model.LogLine(text);
+    timer(1);
+}
+
+void LogSolutionTime(CjxStruct& model)
+{
+    CString text;
+    text.Format(L"time spent on reduction and back-substitution = %g seconds", timer(0));
     model.LogLine(text);
     timer(1);
 }

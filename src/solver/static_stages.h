@@ -15,9 +15,12 @@ void AnnouncePart(CjxStruct& model, const wchar_t* heading);
 /// Title of a combination, "LOAD COMBINATION <position>: <label>".
 CString CombinationTitle(const CjxStruct& model, int comb);
 
-/// Logs "time spent on <activity> = <time> seconds" and restarts the stopwatch. The number is milliseconds, whatever the
-/// text says: programs that read the log know it so.
-void LogTimeSpent(CjxStruct& model, const wchar_t* activity);
+/// Logs "time spent on FACTORIZATION = <time> seconds" and restarts the stopwatch. The number is milliseconds, here
+/// whole ones, whatever the text says: programs that read the log know it so.
+void LogFactorizationTime(CjxStruct& model);
+
+/// Logs the time of a solution, in milliseconds with their fraction, and restarts the stopwatch.
+void LogSolutionTime(CjxStruct& model);
 
 /// Logs the time of a stiffness formation, in whole seconds, and restarts the stopwatch.
 void LogStiffnessTime(CjxStruct& model);
