@@ -64,6 +64,7 @@ void CjxStruct::configure_pardiso()
                                                 .folder = qvx::ToUtf8(qvx::Host().CurrentFolder()),
                                                 .maxCoreMegabytes = maxCore,
                                                 .threads = solverThreads_,
+                                                .isRefinedByCaller = !multiDofConstraints.empty(),
                                                 .progress =
                                                     [this, isCaller](int percent, int thread) {
                                                         if (isCaller())

@@ -41,6 +41,9 @@ struct SparseSettings
     int maxCoreMegabytes = 2000;     ///< memory limit of the out-of-core mode
     int threads = 1;
     int refinementSteps = 2;  ///< iterative refinement per solve, 0 for none
+    /// The caller refines solutions with residuals of more digits. A definite matrix with stiffnesses of which a factor
+    /// knows a digit or two is good enough then, and is not yet called singular.
+    bool isRefinedByCaller = false;
     /// Called during the factorisation with the percentage done and the thread that tells it.
     std::function<void(int percent, int thread)> progress = nullptr;
     /// Asked again and again while a phase runs; false stops it. Must not throw.

@@ -60,11 +60,11 @@ void ShrinkToUnit(Vector& x)
 
 }  // namespace
 
-SoftestMotion FindSoftestMotion(const SymmetricMatrix& a, const std::function<bool(Vector&)>& solve)
+SoftestMotion FindSoftestMotion(const SymmetricMatrix& a, int roundings, const std::function<bool(Vector&)>& solve)
 {
     constexpr int kSteps = 3;
-    constexpr double kRounding = 32 * std::numeric_limits<double>::epsilon();
     constexpr double kSoft = 1e-10;  // a free motion shows far below this in the first step
+    const double none = roundings * std::numeric_limits<double>::epsilon();
     const Vector scale = Scale(a);
     Vector x(scale.size());
     std::mt19937 random(1);
@@ -81,7 +81,7 @@ SoftestMotion FindSoftestMotion(const SymmetricMatrix& a, const std::function<bo
         Multiply(scaled, scale);
         ShrinkToUnit(scaled);
         const Energy energy = EnergyOf(a, x);
-        motion = {.equation = LargestComponent(scaled), .isFree = energy.sum <= kRounding * energy.magnitude};
+        motion = {.equation = LargestComponent(scaled), .isFree = energy.sum <= none * energy.magnitude};
         if (energy.sum > kSoft * energy.magnitude)
             break;
         x = scaled;

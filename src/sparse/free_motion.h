@@ -20,8 +20,24 @@ struct SoftestMotion
 /// eliminated last, rounding leaves a pivot of many times the unit round-off. The energy x^t A x of the motion does
 /// tell, beside the sum of its terms without their signs. A stiff structure is known after one solution, a soft one
 /// takes three.
-/// @param solve  x := A^-1 x by the factor at hand; false stops the search
+/// @param roundings  of the terms' sum without signs, up to which the energy of a motion counts as none
+/// @param solve      x := A^-1 x by the factor at hand; false stops the search
 /// Source: Higham, Accuracy and Stability of Numerical Algorithms, 2nd ed. (2002), ch. 15 (condition estimation).
-SoftestMotion FindSoftestMotion(const SymmetricMatrix& a, const std::function<bool(std::vector<double>&)>& solve);
+SoftestMotion FindSoftestMotion(const SymmetricMatrix& a, int roundings,
+                                const std::function<bool(std::vector<double>&)>& solve);
+
+/// What counts as nothing in the factor of a definite matrix.
+struct SingularityLimits
+{
+    double zeroPivot;  ///< beside its diagonal
+    int roundings;     ///< for FindSoftestMotion
+};
+
+/// Thirteen digits lost between a diagonal and its pivot leave none to trust; where the caller refines solutions, the
+/// last one will do.
+constexpr SingularityLimits SingularityLimitsOf(const SparseSettings& settings)
+{
+    return settings.isRefinedByCaller ? SingularityLimits{1e-15, 8} : SingularityLimits{1e-13, 32};
+}
 
 }  // namespace qvx

@@ -42,9 +42,6 @@ enum Information : int { kError = 1, kNegative = 12, kMemory = 21, kTerms = 29, 
 constexpr int kScotch = 3;
 constexpr int kNullPivotThreshold = 3;  // entry of the real controls, counted from 1
 
-// Thirteen digits lost between a diagonal, scaled to 1, and its pivot leave none to trust: that pivot is zero.
-constexpr double kZeroPivot = 1e-13;
-
 SparseStatus Translate(int error, bool isOutOfCore)
 {
     switch (error) {
@@ -90,7 +87,7 @@ public:
         Set(kMemoryMargin, 50);
         Set(kThreads, settings.threads);
         Set(kNullPivots, 1);
-        data.cntl[kNullPivotThreshold - 1] = kZeroPivot;
+        data.cntl[kNullPivotThreshold - 1] = SingularityLimitsOf(settings).zeroPivot;  // diagonals are scaled to 1
         if (settings.isOutOfCore)
             KeepFactorOnDisk(settings);
     }
@@ -182,7 +179,7 @@ SparseStatus MumpsSolver::StatusOf(const SymmetricMatrix& matrix) const
 SparseStatus MumpsSolver::CheckMotion(const SymmetricMatrix& matrix) const
 {
     const auto solve = [&](std::vector<double>& x) { return instance_->SolveInPlace(x.data(), 1, 0) >= 0; };
-    const SoftestMotion motion = FindSoftestMotion(matrix, solve);
+    const SoftestMotion motion = FindSoftestMotion(matrix, SingularityLimitsOf(settings_).roundings, solve);
     return motion.isFree ? SparseStatus{.error = -4, .equation = motion.equation} : SparseStatus{};
 }
 

@@ -166,11 +166,11 @@ SparseStatus PardisoSolver::Factorise(const SymmetricMatrix& matrix)
     return status && settings_.isPositiveDefinite ? CheckPivots(matrix) : status;
 }
 
-// A mechanism whose last pivot is positive by rounding alone passes the factorisation. Thirteen digits lost between a
-// diagonal and its pivot leave none to trust: that pivot is zero. Where six are lost, the softest motion is looked at.
+// A mechanism whose last pivot is positive by rounding alone passes the factorisation. A pivot without digits to trust
+// is zero. Where six are lost, the softest motion is looked at.
 SparseStatus PardisoSolver::CheckPivots(const SymmetricMatrix& matrix)
 {
-    constexpr double kZeroPivot = 1e-13;
+    const SingularityLimits limits = SingularityLimitsOf(settings_);
     constexpr double kSmallPivot = 1e-6;
     const double smallest = SmallestPivot();
     if (smallest > kSmallPivot)
@@ -180,8 +180,8 @@ SparseStatus PardisoSolver::CheckPivots(const SymmetricMatrix& matrix)
         iparm_[kRefinementSteps] = 0;
         return static_cast<bool>(Call(kSubstitution, matrix, b.data(), x.data(), 1));
     };
-    const SoftestMotion motion = FindSoftestMotion(matrix, solve);
-    if (smallest > kZeroPivot && !motion.isFree)
+    const SoftestMotion motion = FindSoftestMotion(matrix, limits.roundings, solve);
+    if (smallest > limits.zeroPivot && !motion.isFree)
         return {};
     return {.error = -4, .equation = motion.equation};
 }
