@@ -55,6 +55,7 @@ public:
     const std::wstring& LastText() const { return lastText_; }
 
     int MessageBox(const std::wstring& text, unsigned flags) override;
+    bool IsUserThere() override { return isInteractive_; }
     bool IsAbortKeyDown() override;
     int ProfileInteger(const std::wstring& section, const std::wstring& key, int defaultValue) override;
 

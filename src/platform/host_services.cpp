@@ -67,6 +67,11 @@ int HostServices::MessageBox(const std::wstring& text, unsigned flags)
     return (flags & kButtons) == kMbYesNo ? kIdYes : kIdOk;
 }
 
+bool HostServices::IsUserThere()
+{
+    return this != &HeadlessHost();
+}
+
 bool HostServices::IsAbortKeyDown()
 {
     return false;

@@ -28,6 +28,8 @@ public:
     virtual ~HostServices();
 
     virtual int MessageBox(const std::wstring& text, unsigned flags);
+    /// Whether somebody reads a question before it is answered; of a host of one's own true, unless it says otherwise.
+    virtual bool IsUserThere();
     virtual bool IsAbortKeyDown();
     virtual int ProfileInteger(const std::wstring& section, const std::wstring& key, int defaultValue);
     virtual MemoryStatus Memory();

@@ -5,6 +5,7 @@
 #include <random>
 #include <vector>
 
+#include "platform/host_services.h"
 #include "solver/instability.h"
 #include "solver/skyline_kernel.h"
 
@@ -116,7 +117,8 @@ template <Number Real>
 int FreeEquation(const CjxStruct& model, const SoftestMotion<Real>& motion, const Limits& limits)
 {
     const int lost = motion.DigitsLost();
-    const bool bUserDecides = model.bInteractive && lost >= DigitLimitsOf(model.solverType).question;
+    const bool bUserDecides =
+        model.bInteractive && Host().IsUserThere() && lost >= DigitLimitsOf(model.solverType).question;
     return lost < limits.digitsLost || bUserDecides ? 0 : motion.FreeEquation(limits.rounding);
 }
 

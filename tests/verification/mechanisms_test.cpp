@@ -350,7 +350,7 @@ const std::vector<Mechanism> kMechanisms = {
     {"PlateOnOneHingedEdge", PlateOnOneHingedEdge, {1, 2, 3, 4, 5, 6, 7, 8, 9}},
 };
 
-/// Declines to go on with too few digits, agrees to all else.
+/// Declines to go on with too few digits, agrees to all else; with nobody there it agrees to that too.
 class DecliningHost : public RecordingHost
 {
 public:
@@ -359,8 +359,10 @@ public:
         RecordingHost::MessageBox(text, flags);
         const bool bDigits = text.starts_with(L"Too many digits are lost");
         bAskedAboutDigits = bAskedAboutDigits || bDigits;
-        return bDigits ? qvx::kIdNo : qvx::kIdYes;
+        return bDigits && isUserThere ? qvx::kIdNo : qvx::kIdYes;
     }
+    bool IsUserThere() override { return isUserThere; }
+    bool isUserThere = true;
     bool bAskedAboutDigits = false;
 };
 
@@ -377,8 +379,9 @@ std::optional<int> NodeAfter(const std::basic_string<Char>& text, const std::bas
 /// One analysis of a mechanism to its end.
 struct Trial
 {
-    Trial(int solverType, int backend, Build build, bool bPDelta, bool bHeld)
+    Trial(int solverType, int backend, Build build, bool bPDelta, bool bHeld, bool isUserThere = true)
     {
+        host.isUserThere = isUserThere;
         host.profile[{L"Preferences", L"SparseBackend"}] = backend;
         ShellModel b;
         build(b, bHeld);
@@ -457,6 +460,19 @@ TEST_P(Mechanisms, AreNeverAnswered)
         attitude = turn;
         SCOPED_TRACE(turn);
         ExpectNoAnswer(Try(false, false));
+    }
+    attitude = 0.83;
+}
+
+// A Yes that nobody has said does not let a mechanism through, however many digits are lost.
+TEST_P(Mechanisms, AreNeverAnsweredWhereNobodyIsAsked)
+{
+    for (const double turn : {0.83, 0.1, 1.2, 2.1, -0.4, -1.9}) {
+        attitude = turn;
+        SCOPED_TRACE(turn);
+        const Trial trial(TheSolver().type, TheSolver().backend, TheMechanism().build, false, false, false);
+        ExpectNoAnswer(trial);
+        EXPECT_FALSE(trial.host.bAskedAboutDigits);
     }
     attitude = 0.83;
 }
