@@ -33,8 +33,8 @@ void Refine(const std::vector<RoundedTerm>& rounded, const std::vector<double128
             const std::function<void(const std::vector<double128>& v, std::vector<double128>& product)>& addProduct,
             const std::function<void(std::vector<double128>& v)>& solve)
 {
-    constexpr int kMostSteps = 4;
-    constexpr double kShrinks = 0.01;  // a correction that is not a tenth of the one before comes from no good factor
+    constexpr int kMostSteps = 20;     // two are the rule; more where the factor knows a soft motion by one digit
+    constexpr double kShrinks = 0.25;  // a correction that is not half of the one before comes from no good factor
     constexpr double kDone = 1e-24;    // a correction of the twelfth digit is the last one
     const double whole = Work(load, u);
     double before = whole;
