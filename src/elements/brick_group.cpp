@@ -51,7 +51,8 @@ bool HasNegativeDiagonal(const Matrix24<Real>& k)
 }
 
 // Every brick is assembled, so that the log names all faulty ones before the run stops. Matrices are formed side by side
-// and added in the order of the bricks.
+// and added to every term in the
+// order of the bricks.
 template <Number Real>
 void AddStiffness(CjxStruct& model, jxSolutionData& data)
 {
@@ -62,20 +63,25 @@ void AddStiffness(CjxStruct& model, jxSolutionData& data)
         if (!model.bricks[i].excluded)
             k[slot] = Form<Real>(model, Gather(model, model.bricks[i])).stiffness;
     };
-    const auto add = [&](std::size_t i, std::size_t slot) {
+    const auto look = [&](std::size_t i, std::size_t slot) {
         const jxBrick& brick = model.bricks[i];
-        if (brick.excluded)
+        if (brick.excluded || !HasNegativeDiagonal(k[slot]))
             return;
-        if (HasNegativeDiagonal(k[slot])) {
-            isFaulty = true;
-            CString line;
-            line.Format(L"Brick %d has negative diagonal stiffness", brick.id);
-            model.LogLine(line);
-        }
-        ScatterStiffness(data, model.solverType, data.lmBricks[static_cast<int>(i) + 1], 24, k[slot].data());
+        isFaulty = true;
+        CString line;
+        line.Format(L"Brick %d has negative diagonal stiffness", brick.id);
+        model.LogLine(line);
+    };
+    const auto add = [&](std::size_t first, std::size_t last) {
+        AddInShares(last - first, model.SolverThreads(), [&](std::size_t slot, Share share) {
+            const std::size_t i = first + slot;
+            if (!model.bricks[i].excluded)
+                ScatterStiffness(data, model.solverType, data.lmBricks[static_cast<int>(i) + 1], 24, k[slot].data(),
+                                 share);
+        });
     };
     FormAndTakeInOrder(
-        model.bricks.size(), model.SolverThreads(), [&](std::size_t i) { progress.Show(i); }, form, add);
+        model.bricks.size(), model.SolverThreads(), [&](std::size_t i) { progress.Show(i); }, form, look, add);
     if (isFaulty)
         throw jxException(L"Negative diagonal terms in brick stiffness.\n"
                           L"Try to correct this by reversing element node ordering.\n"

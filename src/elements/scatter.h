@@ -1,6 +1,7 @@
 #pragma once
 
 #include "elements/stiffness_sink.h"
+#include "tools/parallel.h"
 
 namespace qvx {
 
@@ -10,16 +11,17 @@ namespace qvx {
 /// add all their four terms to its diagonal, as the transformation T^t k T wants it.
 /// @param k    n x n, row-major, global axes
 /// @param loc  slots 1..n: equation numbers, 0 or below where there is none
+/// @param share  of the store: several threads may add the shares of one element
 template <class Sink, Number Real>
-void ScatterInto(const Sink& sink, const int* loc, int n, const Real* k)
+void ScatterInto(const Sink& sink, const int* loc, int n, const Real* k, Share share = {})
 {
-    if constexpr (requires { sink.AddElement(loc, n, k); }) {
-        sink.AddElement(loc, n, k);
+    if constexpr (requires { sink.AddElement(loc, n, k, share); }) {
+        sink.AddElement(loc, n, k, share);
         return;
     }
     for (int p = 1; p <= n; ++p) {
         const int column = loc[p];
-        if (column <= 0)
+        if (column <= 0 || !share.Has(column))
             continue;
         for (int q = 1; q <= n; ++q) {
             const int row = loc[q];
@@ -31,9 +33,9 @@ void ScatterInto(const Sink& sink, const int* loc, int n, const Real* k)
 
 /// Adds an element matrix to the global stiffness of the run, whatever the number type the matrix was formed in.
 template <Number Real>
-void ScatterStiffness(jxSolutionData& data, int solverType, const int* loc, int n, const Real* k)
+void ScatterStiffness(jxSolutionData& data, int solverType, const int* loc, int n, const Real* k, Share share = {})
 {
-    WithStiffnessSink(data, solverType, [&](const auto& sink) { ScatterInto(sink, loc, n, k); });
+    WithStiffnessSink(data, solverType, [&](const auto& sink) { ScatterInto(sink, loc, n, k, share); });
 }
 
 }  // namespace qvx

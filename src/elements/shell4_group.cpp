@@ -68,7 +68,7 @@ ShellElement<Real> Form(const CjxStruct& model, const jxShell4& shell, const Gat
          .shearDirections = model.bSignedShearAngle ? ShearDirections::Signed : ShearDirections::Unsigned});
 }
 
-// Matrices are formed side by side and added in the order of the shells.
+// Matrices are formed side by side and added to every term in the order of the shells.
 template <Number Real>
 void AddStiffness(CjxStruct& model, jxSolutionData& data)
 {
@@ -81,9 +81,14 @@ void AddStiffness(CjxStruct& model, jxSolutionData& data)
             if (!shell.excluded)
                 k[slot] = ShellStiffness(Form<Real>(model, shell, Gather(model, shell)), model.shellOzFactor);
         },
-        [&](std::size_t i, std::size_t slot) {
-            if (!model.shell4s[i].excluded)
-                ScatterStiffness(data, model.solverType, data.lmShell4s[static_cast<int>(i) + 1], 24, k[slot].data());
+        [](std::size_t, std::size_t) {},
+        [&](std::size_t first, std::size_t last) {
+            AddInShares(last - first, model.SolverThreads(), [&](std::size_t slot, Share share) {
+                const std::size_t i = first + slot;
+                if (!model.shell4s[i].excluded)
+                    ScatterStiffness(data, model.solverType, data.lmShell4s[static_cast<int>(i) + 1], 24,
+                                     k[slot].data(), share);
+            });
         });
 }
 

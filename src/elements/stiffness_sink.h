@@ -97,9 +97,9 @@ public:
     }
 
     template <Number Real>
-    void AddElement(const int* loc, int n, const Real* k) const
+    void AddElement(const int* loc, int n, const Real* k, Share share) const
     {
-        store_.AddElement(loc, n, k);
+        store_.AddElement(loc, n, k, share);
     }
 
 private:

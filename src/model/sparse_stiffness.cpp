@@ -49,6 +49,45 @@ void AddRow(double* to, const Real* terms, int count)
 
 constexpr int kMaxRuns = 24;
 
+// Threads that are worth their start for a pass over so many terms.
+int ThreadsFor(std::size_t terms, int threads)
+{
+    constexpr std::size_t kLeastTerms = std::size_t{1} << 18;
+    return terms < kLeastTerms ? 1 : std::max(threads, 1);
+}
+
+std::span<const double> PartOf(const std::vector<double>& values, int part, int parts)
+{
+    const auto start = [&](int p) {
+        return values.size() * static_cast<std::size_t>(p) / static_cast<std::size_t>(parts);
+    };
+    return std::span(values).subspan(start(part), start(part + 1) - start(part));
+}
+
+std::int64_t CountNonzeroIn(std::span<const double> values)
+{
+    std::array<std::int64_t, kLanes> counts{};
+    const std::size_t whole = values.size() - values.size() % kLanes;
+    for (std::size_t i = 0; i < whole; i += kLanes)
+        for (std::size_t lane = 0; lane < kLanes; ++lane)
+            counts[lane] += values[i + lane] != 0;
+    for (std::size_t i = whole; i < values.size(); ++i)
+        counts[0] += values[i] != 0;
+    return std::accumulate(counts.begin(), counts.end(), std::int64_t{0});
+}
+
+double LargestIn(std::span<const double> values)
+{
+    std::array<double, kLanes> largest{};
+    const std::size_t whole = values.size() - values.size() % kLanes;
+    for (std::size_t i = 0; i < whole; i += kLanes)
+        for (std::size_t lane = 0; lane < kLanes; ++lane)
+            largest[lane] = largest[lane] < values[i + lane] ? values[i + lane] : largest[lane];
+    for (std::size_t i = whole; i < values.size(); ++i)
+        largest[0] = std::max(largest[0], values[i]);
+    return *std::max_element(largest.begin(), largest.end());
+}
+
 }  // namespace
 
 /// Consecutive slots of a location row that belong to one node.
@@ -60,7 +99,8 @@ struct SparseStiffness::Run
     bool isPlain = true;  ///< equations count up by one from slot to slot, without gaps
 };
 
-void SparseStiffness::BuildPattern(std::vector<int> nodeOfEquation, std::span<const RowTable* const> tables)
+void SparseStiffness::BuildPattern(std::vector<int> nodeOfEquation, std::span<const RowTable* const> tables,
+                                   int threads)
 {
     nodeOf_ = std::move(nodeOfEquation);
     const int n = static_cast<int>(nodeOf_.size()) - 1;
@@ -75,7 +115,18 @@ void SparseStiffness::BuildPattern(std::vector<int> nodeOfEquation, std::span<co
     }
     firstEquation_.push_back(n + 1);
     Connect(tables);
-    LayOutRows();
+    const std::size_t terms = CountTerms();
+    rowStart_.clear();
+    rowStart_.reserve(nodeOf_.size());
+    column_.clear();
+    ReserveLarge(column_, terms);
+    value_.clear();
+    ReserveLarge(value_, terms);
+    const auto layOut = [&](int array) { array == 0 ? value_.resize(terms) : LayOutRows(terms); };
+    if (ThreadsFor(terms, threads) > 1)
+        return RunInParallel(2, layOut);
+    layOut(0);
+    layOut(1);
 }
 
 // Nodes that share an element, each pair once, at the node of lower number.
@@ -123,7 +174,8 @@ void SparseStiffness::Connect(std::span<const RowTable* const> tables)
     }
 }
 
-void SparseStiffness::LayOutRows()
+// Offsets of the blocks, and the terms of all rows.
+std::size_t SparseStiffness::CountTerms()
 {
     const std::size_t nNodes = firstEquation_.size() - 1;
     const auto size = [&](int node) { return firstEquation_[At(node) + 1] - firstEquation_[At(node)]; };
@@ -145,24 +197,23 @@ void SparseStiffness::LayOutRows()
                     static_cast<long long>(terms), kLimit);
         throw jxException(text);
     }
+    return static_cast<std::size_t>(terms);
+}
 
-    rowStart_.clear();
-    rowStart_.reserve(nodeOf_.size());
-    column_.clear();
-    ReserveLarge(column_, static_cast<std::size_t>(terms));
-    column_.resize(static_cast<std::size_t>(terms));
-    value_.clear();
-    ReserveLarge(value_, static_cast<std::size_t>(terms));
-    value_.resize(static_cast<std::size_t>(terms));
+void SparseStiffness::LayOutRows(std::size_t terms)
+{
+    column_.resize(terms);
     std::size_t place = 0;
-    for (int i = 0; i < static_cast<int>(nNodes); ++i)
-        for (int e = firstEquation_[At(i)]; e < firstEquation_[At(i) + 1]; ++e) {
+    const auto append = [&](int first, int last) {
+        for (int c = first; c < last; ++c)
+            column_[place++] = c;
+    };
+    for (std::size_t i = 0; i + 1 < firstEquation_.size(); ++i)
+        for (int e = firstEquation_[i]; e < firstEquation_[i + 1]; ++e) {
             rowStart_.push_back(static_cast<int>(place) + 1);
-            for (int c = e; c < firstEquation_[At(i) + 1]; ++c)
-                column_[place++] = c;
-            for (int k = neighbourStart_[At(i)]; k < neighbourStart_[At(i) + 1]; ++k)
-                for (int c = firstEquation_[At(neighbour_[At(k)])]; c < firstEquation_[At(neighbour_[At(k)]) + 1]; ++c)
-                    column_[place++] = c;
+            append(e, firstEquation_[i + 1]);
+            for (int k = neighbourStart_[i]; k < neighbourStart_[i + 1]; ++k)
+                append(firstEquation_[At(neighbour_[At(k)])], firstEquation_[At(neighbour_[At(k)]) + 1]);
         }
     rowStart_.push_back(static_cast<int>(place) + 1);
 }
@@ -199,7 +250,7 @@ std::size_t SparseStiffness::Address(int row, int column) const
 }
 
 template <Number Real>
-void SparseStiffness::AddElement(const int* loc, int n, const Real* k)
+void SparseStiffness::AddElement(const int* loc, int n, const Real* k, Share share)
 {
     std::array<Run, kMaxRuns> runs;
     int nRuns = 0;
@@ -217,9 +268,10 @@ void SparseStiffness::AddElement(const int* loc, int n, const Real* k)
         run.last = slot;
     }
     for (int a = 0; a < nRuns; ++a)
-        for (int b = 0; b < nRuns; ++b)
-            if (runs[At(a)].node <= runs[At(b)].node)
-                AddBlock(runs[At(a)], runs[At(b)], loc, n, k);
+        if (share.Has(runs[At(a)].node))
+            for (int b = 0; b < nRuns; ++b)
+                if (runs[At(a)].node <= runs[At(b)].node)
+                    AddBlock(runs[At(a)], runs[At(b)], loc, n, k);
 }
 
 // Terms that couple the equations of two runs of slots, at and above the diagonal.
@@ -252,34 +304,26 @@ void SparseStiffness::AddBlock(const Run& rows, const Run& columns, const int* l
     }
 }
 
-template void SparseStiffness::AddElement<double>(const int*, int, const double*);
-template void SparseStiffness::AddElement<double128>(const int*, int, const double128*);
+template void SparseStiffness::AddElement<double>(const int*, int, const double*, Share);
+template void SparseStiffness::AddElement<double128>(const int*, int, const double128*, Share);
 
 // Both look at every term: eight side by side, so that the comparisons do not wait for each other.
-std::int64_t SparseStiffness::CountNonzero() const
+std::int64_t SparseStiffness::CountNonzero(int threads) const
 {
-    std::array<std::int64_t, kLanes> counts{};
-    const std::size_t whole = value_.size() - value_.size() % kLanes;
-    for (std::size_t i = 0; i < whole; i += kLanes)
-        for (std::size_t lane = 0; lane < kLanes; ++lane)
-            counts[lane] += value_[i + lane] != 0;
+    const int parts = ThreadsFor(value_.size(), threads);
+    std::vector<std::int64_t> counts(At(parts));
+    RunInParallel(parts, [&](int part) { counts[At(part)] = CountNonzeroIn(PartOf(value_, part, parts)); });
     std::int64_t count = std::accumulate(counts.begin(), counts.end(), std::int64_t{0});
-    for (std::size_t i = whole; i < value_.size(); ++i)
-        count += value_[i] != 0;
     for (std::size_t e = 0; e + 1 < rowStart_.size(); ++e)
         count += value_[At(rowStart_[e] - 1)] == 0;
     return count;
 }
 
-double SparseStiffness::LargestTerm() const
+double SparseStiffness::LargestTerm(int threads) const
 {
-    std::array<double, kLanes> largest{};
-    const std::size_t whole = value_.size() - value_.size() % kLanes;
-    for (std::size_t i = 0; i < whole; i += kLanes)
-        for (std::size_t lane = 0; lane < kLanes; ++lane)
-            largest[lane] = largest[lane] < value_[i + lane] ? value_[i + lane] : largest[lane];
-    for (std::size_t i = whole; i < value_.size(); ++i)
-        largest[0] = std::max(largest[0], value_[i]);
+    const int parts = ThreadsFor(value_.size(), threads);
+    std::vector<double> largest(At(parts));
+    RunInParallel(parts, [&](int part) { largest[At(part)] = LargestIn(PartOf(value_, part, parts)); });
     return *std::max_element(largest.begin(), largest.end());
 }
 

@@ -7,6 +7,7 @@
 #include "model/row_table.h"
 #include "platform/export.h"
 #include "quad/double128.h"
+#include "tools/parallel.h"
 
 namespace qvx {
 
@@ -24,7 +25,7 @@ public:
     ///                        stand together and node numbers ascend with the equations
     /// @param tables          location tables of everything that adds terms
     /// @throws jxException when the terms cannot be counted in 32 bits
-    void BuildPattern(std::vector<int> nodeOfEquation, std::span<const RowTable* const> tables);
+    void BuildPattern(std::vector<int> nodeOfEquation, std::span<const RowTable* const> tables, int threads = 1);
     bool HasPattern() const { return !rowStart_.empty(); }
     void SetZero();
     /// Gives the memory back.
@@ -37,8 +38,10 @@ public:
     double& Diagonal(int equation) { return value_[static_cast<std::size_t>(rowStart_[At(equation - 1)] - 1)]; }
 
     /// Adds the upper triangle of an element matrix: k is n x n, row-major; loc has slots 1..n, 0 for no equation.
+    /// @param share  rows of which nodes; several threads may add the shares of one element, and in each of them the sums
+    ///               are those of one thread
     template <Number Real>
-    void AddElement(const int* loc, int n, const Real* k);
+    void AddElement(const int* loc, int n, const Real* k, Share share = {});
 
     int Equations() const { return static_cast<int>(rowStart_.size()) - 1; }
     const std::vector<int>& RowStart() const { return rowStart_; }  ///< n + 1 entries, counting from 1
@@ -51,9 +54,9 @@ public:
     double* Values() { return value_.data(); }
 
     /// Terms that are not zero or stand on the diagonal.
-    std::int64_t CountNonzero() const;
+    std::int64_t CountNonzero(int threads = 1) const;
     /// Largest value, signed; 0 at least.
-    double LargestTerm() const;
+    double LargestTerm(int threads = 1) const;
 
 private:
     struct Run;
@@ -65,7 +68,8 @@ private:
     template <Number Real>
     void AddBlock(const Run& rows, const Run& columns, const int* loc, int n, const Real* k);
     void Connect(std::span<const RowTable* const> tables);
-    void LayOutRows();
+    std::size_t CountTerms();
+    void LayOutRows(std::size_t terms);
 
     std::vector<int> nodeOf_;           ///< node of each equation, renumbered from 0
     std::vector<int> firstEquation_;    ///< per node; one more at the end

@@ -84,7 +84,7 @@ double CjxStruct::prepare_pardiso(double*& a, int*& ia, int*& ja, jxSolutionData
     list_msg(stars.c_str(), L"");
     list_msg(L"Prepare sparse stiffness matrix", L"...");
 
-    const long long count = data.sparseK.CountNonzero();
+    const long long count = data.sparseK.CountNonzero(solverThreads_);
     CString text;
     text.Format(L"%I64d", count);
     list_msg(L"The number of nonzero terms in global stiffness matrix", text);
@@ -92,7 +92,7 @@ double CjxStruct::prepare_pardiso(double*& a, int*& ia, int*& ja, jxSolutionData
     a = data.sparseK.Values();
     ia = data.sparseK.RowStarts();
     ja = data.sparseK.Columns();
-    return data.sparseK.LargestTerm();
+    return data.sparseK.LargestTerm(solverThreads_);
 }
 
 /// Lets the host's progress window come up. The abort key ends the wait for a window that never does.

@@ -47,7 +47,7 @@ void SparseSystem::Allocate(int)
     model_.configure_pardiso();
     const RowTable* tables[] = {&data_.lmBeams,          &data_.lmLinks,   &data_.lmConstraints,
                                 &data_.lmCoupledSprings, &data_.lmShell4s, &data_.lmBricks};
-    data_.sparseK.BuildPattern(NodeOfEquation(model_), tables);
+    data_.sparseK.BuildPattern(NodeOfEquation(model_), tables, model_.SolverThreads());
 }
 
 void SparseSystem::Clear()

@@ -25,6 +25,32 @@ ParallelFault DoPart(std::size_t first, std::size_t last, const std::function<vo
 
 }  // namespace
 
+void RunInParallel(int parts, const std::function<void(int)>& work)
+{
+    std::vector<std::thread> team;
+    team.reserve(static_cast<std::size_t>(std::max(parts, 1)));
+    for (int part = 1; part < parts; ++part) {
+        try {
+            team.emplace_back(work, part);
+        } catch (const std::system_error&) {
+            work(part);
+        }
+    }
+    if (parts > 0)
+        work(0);
+    for (std::thread& member : team)
+        member.join();
+}
+
+void AddInShares(std::size_t count, int threads, const std::function<void(std::size_t, Share)>& add)
+{
+    const int parts = count < 2 * kLeastPart ? 1 : std::max(threads, 1);
+    RunInParallel(parts, [&](int part) {
+        for (std::size_t i = 0; i < count; ++i)
+            add(i, {.part = part, .parts = parts});
+    });
+}
+
 ParallelFault ForEachInParallel(std::size_t first, std::size_t last, int threads,
                                 const std::function<void(std::size_t)>& work)
 {
@@ -33,19 +59,10 @@ ParallelFault ForEachInParallel(std::size_t first, std::size_t last, int threads
     const std::size_t parts = std::clamp<std::size_t>(count / kLeastPart, 1, wanted);
     const auto start = [&](std::size_t part) { return first + count * part / parts; };
     std::vector<ParallelFault> faults(parts);
-    std::vector<std::thread> team;
-    team.reserve(parts);
-    for (std::size_t part = 1; part < parts; ++part) {
-        const auto doPart = [&, part] { faults[part] = DoPart(start(part), start(part + 1), work); };
-        try {
-            team.emplace_back(doPart);
-        } catch (const std::system_error&) {
-            doPart();
-        }
-    }
-    faults[0] = DoPart(first, start(1), work);
-    for (std::thread& member : team)
-        member.join();
+    RunInParallel(static_cast<int>(parts), [&](int number) {
+        const auto part = static_cast<std::size_t>(number);
+        faults[part] = DoPart(start(part), start(part + 1), work);
+    });
     const auto fault = std::find_if(faults.begin(), faults.end(), [](const ParallelFault& f) { return bool(f); });
     return fault == faults.end() ? ParallelFault{} : *fault;
 }

@@ -1,5 +1,6 @@
 // The patterned store against the ordered map of maps that it stands for.
 #include <map>
+#include <numeric>
 #include <random>
 #include <vector>
 
@@ -96,6 +97,61 @@ TEST(SparseStiffness, HoldsWhatTheMapOfMapsHolds)
             expected += columns.size();
         EXPECT_EQ(found, expected);
         EXPECT_EQ(sparse.CountNonzero(), nonzero);
+    }
+}
+
+// Pattern, sums and counts of several threads are those of one, to the last bit.
+TEST(SparseStiffness, SharesOfThreadsMakeTheSameStore)
+{
+    for (unsigned seed = 1; seed <= 20; ++seed) {
+        RandomModel model(seed);
+        const RowTable* tables[] = {&model.members, &model.shells};
+        SparseStiffness one, several;
+        one.BuildPattern(model.nodeOfEquation, tables);
+        several.BuildPattern(model.nodeOfEquation, tables, 3);
+        std::mt19937 random(seed);
+        std::uniform_real_distribution<double> uniform(-1, 1);
+        for (const RowTable* table : tables)
+            for (int row = 1; row <= table->Rows(); ++row) {
+                const int n = table->Columns();
+                std::vector<double> k(static_cast<std::size_t>(n * n));
+                for (double& term : k)
+                    term = uniform(random);
+                one.AddElement<double>((*table)[row], n, k.data());
+                for (const int part : {2, 0, 1})
+                    several.AddElement<double>((*table)[row], n, k.data(), {.part = part, .parts = 3});
+            }
+        EXPECT_EQ(several.RowStart(), one.RowStart());
+        EXPECT_EQ(several.Column(), one.Column());
+        EXPECT_EQ(several.Value(), one.Value());
+    }
+}
+
+// A chain of 10,000 nodes, where threads are worth their start: 57 terms a node, one of them the largest of all.
+TEST(SparseStiffness, LargeStoreIsTheSameFromAnyNumberOfThreads)
+{
+    constexpr int kNodes = 10000;
+    RowTable members(kNodes - 1, 12);
+    std::vector<int> nodeOfEquation{0};
+    for (int e = 0; e < 6 * kNodes; ++e)
+        nodeOfEquation.push_back(e / 6);
+    for (int row = 1; row < kNodes; ++row)
+        std::iota(members[row] + 1, members[row] + 13, 6 * row - 5);
+    const RowTable* tables[] = {&members};
+    std::vector<double> k(144, 1.0);
+    k[1] = k[12] = 0;  // of the first two equations of a node
+    for (const int threads : {1, 2, 3, 64}) {
+        SparseStiffness sparse;
+        sparse.BuildPattern(nodeOfEquation, tables, threads);
+        EXPECT_EQ(std::accumulate(sparse.Value().begin(), sparse.Value().end(), 0.0), 0);
+        for (int row = 1; row < kNodes; ++row)
+            sparse.AddElement<double>(members[row], 12, k.data());
+        sparse.Add(3 * kNodes, 3 * kNodes, 5);
+
+        EXPECT_EQ(sparse.RowStart().back(), 57 * kNodes - 36 + 1);
+        EXPECT_EQ(sparse.Column().back(), 6 * kNodes);
+        EXPECT_EQ(sparse.CountNonzero(threads), 57 * kNodes - 36 - 1) << "only the first node has no other member";
+        EXPECT_EQ(sparse.LargestTerm(threads), 7);
     }
 }
 

@@ -74,4 +74,22 @@ TEST(Parallel, FaultComesInThePlaceOfItsItem)
     }
 }
 
+// Every item is added in order to every number it concerns, whichever share that number is in.
+TEST(Parallel, SharesHoldEachNumberOnceAndKeepTheOrderOfSums)
+{
+    constexpr int kNumbers = 100;
+    const auto sums = [&](std::size_t count, int threads) {
+        std::vector<double> sum(kNumbers);
+        qvx::AddInShares(count, threads, [&](std::size_t i, qvx::Share share) {
+            for (int number = 0; number < kNumbers; ++number)
+                if (share.Has(number))
+                    sum[static_cast<std::size_t>(number)] += 1.0 / (3.0 + static_cast<double>(i) + number);
+        });
+        return sum;
+    };
+    for (const std::size_t count : kCounts)
+        for (const int threads : {-1, 2, 3, 8})
+            EXPECT_EQ(sums(count, threads), sums(count, 1));
+}
+
 }  // namespace
