@@ -12,6 +12,7 @@
 #include "exit_code.h"
 #include "findings.h"
 #include "interrupt.h"
+#include "loose_members.h"
 #include "model_source.h"
 #include "settings.h"
 #include "sparse/direct_solver.h"
@@ -85,10 +86,11 @@ int Stopped(Progress& progress)
 }
 
 // The engine has shown the text in a message box already, unless it comes from a place that shows none.
-int Failed(Progress& progress, const RunOptions& options, const Findings& findings, const std::string& text,
-           bool isShown)
+int Failed(Progress& progress, const RunOptions& options, const CjxStruct& model, const Findings& findings,
+           const std::string& text, bool isShown)
 {
     SayAll(progress, findings.Lines(kMostDetails), "  ");
+    SayAll(progress, MembersLooseInThemselves(model), "  ");
     progress.Say(isShown ? "The analysis failed." : "The analysis failed: " + text);
     if (!options.log.empty())
         progress.Say("Log: " + options.log);
@@ -138,7 +140,7 @@ int Analyse(const RunOptions& options, CjxStruct& model, std::vector<std::string
         model.RestoreInputData();
         if (IsInterrupted())
             return Stopped(progress);
-        return Failed(progress, options, findings, ToUtf8(fault.GetText()), host.LastText() == fault.GetText());
+        return Failed(progress, options, model, findings, ToUtf8(fault.GetText()), host.LastText() == fault.GetText());
     }
     const double seconds = stopwatch.Seconds();
     model.clear_solver_wnds();

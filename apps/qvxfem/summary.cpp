@@ -10,6 +10,7 @@
 
 #include "extremes.h"
 #include "load_balance.h"
+#include "loose_members.h"
 #include "model/find_record.h"
 #include "model/units.h"
 
@@ -237,7 +238,8 @@ void PrintSummary(std::FILE* out, const CjxStruct& model, const SummaryFacts& fa
 {
     PrintHead(out, model, facts);
     std::vector<std::string> notes = facts.notes;
-    for (const std::vector<std::string>& more : {LooseRecords(model), DiaphragmsOffPlane(model)})
+    for (const std::vector<std::string>& more :
+         {LooseRecords(model), MembersLooseInThemselves(model), DiaphragmsOffPlane(model)})
         notes.insert(notes.end(), more.begin(), more.end());
     PrintList(out, "Notes", notes);
     PrintList(out, "Findings of the input check and of the run", facts.findings);

@@ -317,6 +317,30 @@ TEST_F(CommandLine, DiaphragmsOffTheirPlaneAreTold)
     EXPECT_THAT(Run({"run", "m.json"}).out, Not(HasSubstr("off the plane")));
 }
 
+// Beside member 7 a second one of the same nodes, so that the model stands whatever becomes of it.
+TEST_F(CommandLine, ReleasesThatLeaveAMemberLooseInItselfAreTold)
+{
+    const auto notesWith = [&](const std::string& start, const std::string& end) {
+        Write("m.json",
+              Replaced(kCantilever, "\"section\": 1}],",
+                       "\"section\": 1}, {\"id\": 8, \"node1\": 1, \"node2\": 2, \"material\": 1, \"section\": 1}],"
+                       "\"releases\": [{\"id\": 8, \"start\": \"" +
+                           start + "\", \"end\": \"" + end + "\"}],"));
+        const ProgramRun run = Run({"run", "m.json"});
+        return run.out + run.err;  // with the summary, or with the reason why there is none
+    };
+    const auto across = HasSubstr("members cannot carry a force across themselves, with shear released at both ends or "
+                                  "three of shear and moment in one plane; their forces are no results: 8\n");
+    const auto along =
+        HasSubstr("axial force or torsion is released at both ends; the members keep that stiffness: 8\n");
+    EXPECT_THAT(notesWith("010000", "010000"), across);
+    EXPECT_THAT(notesWith("001010", "000010"), across);
+    EXPECT_THAT(notesWith("000100", "000100"), along);
+    EXPECT_THAT(notesWith("100000", "100000"), along);
+    for (const char* const legal : {"000011", "011000", "000000"})
+        EXPECT_THAT(notesWith("000011", legal), testing::Not(testing::AnyOf(across, along))) << legal;
+}
+
 // The program runs in the plain C locale: names of files are bytes all the same.
 TEST_F(CommandLine, ReadsFilesOfAnyName)
 {
