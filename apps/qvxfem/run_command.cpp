@@ -11,6 +11,7 @@
 #include "exchange/results_file.h"
 #include "exit_code.h"
 #include "findings.h"
+#include "finite_results.h"
 #include "interrupt.h"
 #include "loose_members.h"
 #include "model_source.h"
@@ -150,6 +151,8 @@ int Analyse(const RunOptions& options, CjxStruct& model, std::vector<std::string
         return Stopped(progress);
     if (done == 0)
         return Refused(progress, findings);
+    if (const std::string place = UnusableResult(model); !place.empty())
+        return Failed(progress, options, model, findings, "results out of range, " + place, false);
     if (!options.results.empty() && !WriteResults(options.results, model))
         return Stopped(progress);
     const std::vector<std::string> found = findings.Lines(kMostDetails);  // the report checks the input once more

@@ -147,6 +147,7 @@ TEST_F(CommandLine, SettingsAreSetByTheirNames)
     EXPECT_EQ(unknown.exitCode, 2);
     EXPECT_EQ(unknown.err, "qvxfem: speed: there is no such setting\n");
     EXPECT_EQ(Run({"run", "m.json", "--set", "numberOfSegments"}).exitCode, 2);
+    EXPECT_EQ(Run({"run", "m.json", "--set", "=20"}).err, "qvxfem: --set =20: expected FIELD=VALUE\n");
     EXPECT_EQ(Run({"run", "m.json", "--set", "numberOfSegments=many"}).exitCode, 2);
 }
 
@@ -339,6 +340,45 @@ TEST_F(CommandLine, ReleasesThatLeaveAMemberLooseInItselfAreTold)
     EXPECT_THAT(notesWith("100000", "100000"), along);
     for (const char* const legal : {"000011", "011000", "000000"})
         EXPECT_THAT(notesWith("000011", legal), testing::Not(testing::AnyOf(across, along))) << legal;
+}
+
+// 1e160 lb at the tip: the tip moves by P L^3 / (3 E I) = 1.15e156 in.
+TEST_F(CommandLine, ResultsOutOfRangeFailAndReplaceNoFile)
+{
+    Write("m.json", Replaced(kCantilever, "-3000", "-1e160"));
+    Write("r.json", "kept");
+    Write("r.htm", "kept");
+    for (const char* const solver : {"double", "quad", "sparse"}) {
+        const ProgramRun run = Run({"run", "m.json", "--results", "r.json", "--report", "r.htm", "--solver", solver});
+        EXPECT_EQ(run.exitCode, 3) << solver;
+        EXPECT_THAT(run.err, HasSubstr("The analysis failed: results out of range, load combination 1 \"one\": node 2, "
+                                       "displacement is -1.14943e+156, and "))
+            << solver;
+        EXPECT_EQ(run.out, "") << solver;
+        EXPECT_EQ(Read("r.json"), "kept");
+        EXPECT_EQ(Read("r.htm"), "kept");
+    }
+    EXPECT_EQ(Files(), 3);
+}
+
+// A shell whose first two nodes coincide has no map at that corner: its area is that of a triangle, and the gradient of
+// the displacements there is 0 / 0.
+TEST_F(CommandLine, StressesOfACollapsedCornerFailWithTheirShell)
+{
+    std::string model = Replaced(kCantilever, "\"x\": 100, \"y\": 0, \"z\": 0}",
+                                 "\"x\": 100, \"y\": 0, \"z\": 0}, {\"id\": 3}, {\"id\": 4, \"y\": 50}");
+    model = Replaced(model, "{\"id\": 1, \"flag\": \"111111\"}",
+                     "{\"id\": 1, \"flag\": \"111111\"}, {\"id\": 3, \"flag\": \"111111\"}, "
+                     "{\"id\": 4, \"flag\": \"111111\"}");
+    model = Replaced(model, "\"beams\"",
+                     "\"thicknesses\": [{\"id\": 1, \"t\": 1}], "
+                     "\"shell4s\": [{\"id\": 5, \"node\": [1, 3, 2, 4]}], \"beams\"");
+    Write("m.json", model);
+    const ProgramRun run = Run({"run", "m.json", "--report", "r.htm", "--set", "bIncompatibleMembrane=0"});
+    EXPECT_EQ(run.exitCode, 3);
+    EXPECT_THAT(run.err, HasSubstr("The analysis failed: results out of range, load combination 1 \"one\": shell 5, "));
+    EXPECT_THAT(run.err, HasSubstr(" is nan"));
+    EXPECT_FALSE(Exists("r.htm"));
 }
 
 // The program runs in the plain C locale: names of files are bytes all the same.
