@@ -1,10 +1,9 @@
 #include <array>
-#include <cmath>
 #include <type_traits>
 #include <vector>
 
 #include "elements/scatter.h"
-#include "elements/shell4_group.h"
+#include "elements/shell_loads.h"
 #include "model/find_record.h"
 #include "model/jx_struct.h"
 #include "model/solution_data.h"
@@ -56,23 +55,13 @@ double MemberLength(const CjxStruct& model, const jxBm& beam)
                          qvx::FindById(model.nodes, beam.node2).Point());
 }
 
-/// Area of the shell's corners projected on its own plane.
-double ShellArea(const CjxStruct& model, const jxShell4& shell)
+/// Area on which a shell carries surface springs: the one on which it carries surface loads.
+double SpringArea(const CjxStruct& model, const jxShell4& shell)
 {
-    jxPoint corner[4];
-    for (int i = 0; i < 4; ++i)
-        corner[i] = qvx::FindById(model.nodes, shell.node[i]).Point();
-    jxPoint axis[3];
-    CjxShell4Group::GetLocalAxis(axis, corner[0], corner[1], corner[2], corner[3], shell.angle);
-    double c[3][3];
-    calc_cos(c, axis);
-
-    jxPoint local[4];
-    for (int i = 0; i < 4; ++i) {
-        const jxPoint p = corner[i] - corner[0];
-        local[i] = {dot({c[0][0], c[0][1], c[0][2]}, p), dot({c[1][0], c[1][1], c[1][2]}, p), 0};
-    }
-    return std::fabs(area(local, 4));
+    qvx::QuadCorners corners;
+    for (std::size_t i = 0; i < corners.size(); ++i)
+        corners[i] = qvx::FindById(model.nodes, shell.node[i]).Point();
+    return qvx::ShellArea(qvx::ShellFrameOf<double>(corners, qvx::QuadLocalAxes(corners, shell.angle)));
 }
 
 /// Puts springs on the diagonals. Member and surface springs are lumped: a node carries its share of length or area.
@@ -107,7 +96,7 @@ public:
     {
         for (jxSpring& spring : model_.shell4Springs) {
             const jxShell4& shell = qvx::FindById(model_.shell4s, spring.id);
-            const double share = ShellArea(model_, shell) * 0.25;
+            const double share = SpringArea(model_, shell) * 0.25;
             for (const int node : shell.node)
                 AddAtNode(spring, node, kDistributedSpringDofs, share);
         }

@@ -18,12 +18,10 @@ class Boundary : public qvx::test::BothSkylines
 {
 };
 
-/// Puts four nodes on a square of side 2 that is turned in space, and a shell on it.
-void AddTurnedSquare(AssembledModel& m)
+void AddShell(AssembledModel& m, const std::array<jxPoint, 4>& corners)
 {
-    const jxPoint axis{1, 2, -1};
-    for (const jxPoint& p : {jxPoint{0, 0, 0}, {2, 0, 0}, {2, 2, 0}, {0, 2, 0}})
-        m.Node(arbitrary_rotate(p, 0.7, axis));
+    for (const jxPoint& p : corners)
+        m.Node(p);
     jxThick thickness;
     thickness.id = 1;
     thickness.t = 1;
@@ -33,6 +31,15 @@ void AddTurnedSquare(AssembledModel& m)
     for (int i = 0; i < 4; ++i)
         shell.node[i] = i + 1;
     m.model.shell4s.push_back(shell);
+}
+
+/// Puts four nodes on a square of side 2 that is turned in space, and a shell on it.
+void AddTurnedSquare(AssembledModel& m)
+{
+    std::array<jxPoint, 4> corners = {jxPoint{0, 0, 0}, {2, 0, 0}, {2, 2, 0}, {0, 2, 0}};
+    for (jxPoint& p : corners)
+        p = arbitrary_rotate(p, 0.7, jxPoint{1, 2, -1});
+    AddShell(m, corners);
 }
 
 }  // namespace
@@ -217,6 +224,21 @@ TEST_P(Boundary, SurfaceSpringIsLumpedAtTheCornersOfItsShell)
         EXPECT_WITHIN(m.K(node, kZ, node, kZ), 4.0, RoundOff(4, 100));
     }
     EXPECT_WITHIN(m.Weight(), 36.0, RoundOff(36, 100));
+}
+
+// A parallelogram that rises by 0.04 in 1, so nearly horizontal that its x axis stays global X. Its area is that of its
+// sides (2, 0.08, 0) and (1, 0, 3), whose cross product is (0.24, -6, -0.08).
+TEST_P(Boundary, SurfaceSpringOfANearlyHorizontalShellActsOnItsTrueArea)
+{
+    AddShell(m, {jxPoint{0, 0, 0}, {2, 0.08, 0}, {3, 0.08, 3}, {1, 0, 3}});
+    m.Spring(m.model.shell4Springs, 1, {0, 4, 0});
+    m.Prepare();
+
+    m.model.ProcessBoundary(m.data, kPenalty, -1);
+
+    const double area = std::sqrt(0.24 * 0.24 + 6 * 6 + 0.08 * 0.08);
+    for (int node = 1; node <= 4; ++node)
+        EXPECT_WITHIN(m.K(node, kY, node, kY), area, RoundOff(area, 100));
 }
 
 // A displacement of 0.1 up opens a spring that only pushes up (flag '1'): it is discarded in that direction alone.
