@@ -2,10 +2,13 @@
 
 #include <algorithm>
 #include <array>
+#include <optional>
+#include <type_traits>
 #include <vector>
 
 #include "elements/progress.h"
 #include "elements/scatter.h"
+#include "elements/shell_drilling.h"
 #include "elements/shell_loads.h"
 #include "elements/shell_stress.h"
 #include "model/find_record.h"
@@ -68,28 +71,72 @@ ShellElement<Real> Form(const CjxStruct& model, const jxShell4& shell, const Gat
          .shearDirections = model.bSignedShearAngle ? ShearDirections::Signed : ShearDirections::Unsigned});
 }
 
-// Matrices are formed side by side and added to every term in the order of the shells.
+// The matrix of one shell, formed on any thread, and how it is added.
+template <Number Real>
+struct FormedShell
+{
+    Matrix24<Real> k;
+    std::optional<Matrix24<double128>> exact;  // where roundings are kept account of, in place of k
+    std::array<int, 4> nodePositions{};
+};
+
+bool IsAnyOf(const std::array<int, 4>& nodes, const std::vector<bool>& marked)
+{
+    return !marked.empty() &&
+           std::any_of(nodes.begin(), nodes.end(), [&](int node) { return marked[static_cast<std::size_t>(node)]; });
+}
+
+template <Number Real>
+void FormStiffness(FormedShell<Real>& formed, const CjxStruct& model, const jxShell4& shell,
+                   const std::vector<bool>& drillsFreely)
+{
+    const GatheredShell g = Gather(model, shell);
+    const ShellElement<Real> element = Form<Real>(model, shell, g);
+    formed.nodePositions = g.nodePositions;
+    formed.exact.reset();
+    if constexpr (std::is_same_v<Real, double>)
+        if (IsAnyOf(g.nodePositions, drillsFreely)) {
+            formed.exact = ShellStiffness(InExactAxes(g.corners, element), model.shellOzFactor);
+            return;
+        }
+    formed.k = ShellStiffness(element, model.shellOzFactor);
+}
+
+// Adds the plain matrices of a batch to every term in the order of the shells, then those with account of roundings.
+// The two have no term in common that is kept account of.
+template <Number Real>
+void AddBatch(const CjxStruct& model, jxSolutionData& data, const std::vector<FormedShell<Real>>& formed,
+              std::size_t first, std::size_t last, const std::vector<bool>& drillsFreely)
+{
+    const auto locationOf = [&](std::size_t i) { return data.lmShell4s[static_cast<int>(i) + 1]; };
+    AddInShares(last - first, model.SolverThreads(), [&](std::size_t slot, Share share) {
+        if (!model.shell4s[first + slot].excluded && !formed[slot].exact)
+            ScatterStiffness(data, model.solverType, locationOf(first + slot), 24, formed[slot].k.data(), share);
+    });
+    if (drillsFreely.empty())
+        return;
+    for (std::size_t slot = 0; slot < last - first; ++slot)
+        if (!model.shell4s[first + slot].excluded && formed[slot].exact)
+            ScatterShellWithAccount(data, model.solverType, locationOf(first + slot), *formed[slot].exact,
+                                    formed[slot].nodePositions, drillsFreely);
+}
+
+// Matrices are formed side by side and added batch by batch.
 template <Number Real>
 void AddStiffness(CjxStruct& model, jxSolutionData& data)
 {
+    const std::vector<bool> drillsFreely =
+        std::is_same_v<Real, double> ? NodesThatDrillFreely(model) : std::vector<bool>();
     PercentCounter progress(model, model.shell4s.size());
-    std::vector<Matrix24<Real>> k(std::min(kBatchSize, model.shell4s.size()));
+    std::vector<FormedShell<Real>> formed(std::min(kBatchSize, model.shell4s.size()));
     FormAndTakeInOrder(
         model.shell4s.size(), model.SolverThreads(), [&](std::size_t i) { progress.Show(i); },
         [&](std::size_t i, std::size_t slot) {
-            const jxShell4& shell = model.shell4s[i];
-            if (!shell.excluded)
-                k[slot] = ShellStiffness(Form<Real>(model, shell, Gather(model, shell)), model.shellOzFactor);
+            if (!model.shell4s[i].excluded)
+                FormStiffness(formed[slot], model, model.shell4s[i], drillsFreely);
         },
         [](std::size_t, std::size_t) {},
-        [&](std::size_t first, std::size_t last) {
-            AddInShares(last - first, model.SolverThreads(), [&](std::size_t slot, Share share) {
-                const std::size_t i = first + slot;
-                if (!model.shell4s[i].excluded)
-                    ScatterStiffness(data, model.solverType, data.lmShell4s[static_cast<int>(i) + 1], 24,
-                                     k[slot].data(), share);
-            });
-        });
+        [&](std::size_t first, std::size_t last) { AddBatch(model, data, formed, first, last, drillsFreely); });
 }
 
 void AddToLoadVector(CjxStruct& model, int comb, const GatheredShell& g, std::size_t node, int dof,

@@ -16,7 +16,7 @@ struct RoundedTerm
 {
     int row;
     int column;
-    double128 lost;
+    double lost;
 };
 
 }  // namespace qvx
@@ -44,6 +44,6 @@ struct jxSolutionData
     int bAnalysed = 0;                            ///< a direct sparse solver knows the pattern of sparseK
     std::vector<qvx::double128> settlement;       ///< prescribed displacements v by equation; empty without any
     std::vector<qvx::double128> settlementForce;  ///< K v
-    std::vector<qvx::RoundedTerm> rounded;        ///< of boundary terms, where the solution is refined; else empty
+    std::vector<qvx::RoundedTerm> rounded;        ///< of terms that call for a refined solution
     int bForceSkyline = 0;                        ///< keeps the skyline form although solverType is 2
 };

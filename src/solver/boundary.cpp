@@ -141,12 +141,12 @@ const std::vector<jxResult6Val>& LastDisplacements(const CjxStruct& model, int c
     return comb >= 0 ? model.combResults[static_cast<std::size_t>(comb)].displacements : noResult;
 }
 
-/// Calls use(sink) with the store itself, or with one that keeps account of roundings where constraints ask for it.
+/// Calls use(sink) with the store itself, or with one that keeps account of roundings where constraints or shells ask for it.
 template <class Store, class Use>
 void WithAccount(const CjxStruct& model, jxSolutionData& data, const Store& store, Use&& use)
 {
     if constexpr (std::is_same_v<std::remove_cvref_t<decltype(store.Diagonal(1))>, double>)
-        if (!model.multiDofConstraints.empty())
+        if (!model.multiDofConstraints.empty() || !data.rounded.empty())
             return use(qvx::AccountingSink(store, data.rounded));
     use(store);
 }
@@ -168,7 +168,6 @@ void AddSprings(CjxStruct& model, const Sink& sink, int comb)
 /// @param comb  combination whose last displacements decide on one-way springs; -1 in the linear stage
 void CjxStruct::ProcessBoundary(jxSolutionData& data, double128 penalty, int comb)
 {
-    data.rounded.clear();
     qvx::WithStiffnessSink(data, solverType, [&](const auto& store) {
         WithAccount(*this, data, store, [&](const auto& sink) {
             AddConstraints(*this, data, sink, penalty);
@@ -198,7 +197,6 @@ double CjxStruct::PreProcessMultiDofConstraintStiffness(jxSolutionData& data)
 {
     constexpr double kConstraintPenalty = 100000.0;
     const double base = ComputeMaxStiffnessTermSparse(data);
-    data.rounded.clear();
     WithAccount(*this, data, qvx::SparseSink(data.sparseK),
                 [&](const auto& sink) { AddConstraints(*this, data, sink, double128(base * kConstraintPenalty)); });
     return base;

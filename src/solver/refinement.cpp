@@ -16,15 +16,19 @@ double Work(const std::vector<double128>& force, const std::vector<double128>& m
 
 }  // namespace
 
+/// What is lost is 1e-16 of a term at most: a product in double is right to 1e-32 of the term's.
 void AddRoundedProduct(const std::vector<RoundedTerm>& rounded, const std::vector<double128>& v,
                        std::vector<double128>& product)
 {
+    std::vector<double> rough(v.size());
+    for (std::size_t e = 0; e < v.size(); ++e)
+        rough[e] = static_cast<double>(v[e]);
     for (const RoundedTerm& term : rounded) {
         const auto row = static_cast<std::size_t>(term.row);
         const auto column = static_cast<std::size_t>(term.column);
-        product[row] += term.lost * v[column];
+        product[row] += double128(term.lost * rough[column]);
         if (row != column)
-            product[column] += term.lost * v[row];
+            product[column] += double128(term.lost * rough[row]);
     }
 }
 

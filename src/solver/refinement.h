@@ -3,12 +3,13 @@
 #include <functional>
 #include <vector>
 
+#include "elements/accounting_sink.h"
 #include "model/jx_struct.h"
 #include "model/solution_data.h"
 
 namespace qvx {
 
-/// Refined solutions of models with Multi-DOF constraints.
+/// Refined solutions: of models with Multi-DOF constraints, and with shells that drill freely (elements/shell_drilling.h).
 ///
 /// The penalty p of a constraint stands off the diagonal too: p (1, -1; -1, 1) on top of the structure's own terms. A
 /// double store rounds each of the four sums by itself, and what is left of them is no longer free of force under a
@@ -17,28 +18,6 @@ namespace qvx {
 /// with it. So the sums' rounding errors are kept. The factor of the rounded matrix is a good start; residuals with the
 /// matrix as it should be, in double128, bring the digits back.
 /// Source: Higham, Accuracy and Stability of Numerical Algorithms, 2nd ed. (2002), ch. 12 (iterative refinement).
-
-/// Double store that keeps account of what it rounds away.
-template <class Sink>
-class AccountingSink
-{
-public:
-    AccountingSink(const Sink& store, std::vector<RoundedTerm>& rounded) : store_(store), rounded_(rounded) {}
-
-    template <Number Value>
-    void Add(int row, int column, const Value& value) const
-    {
-        const double128 exact = double128(store_.Term(row, column)) + double128(value);
-        store_.Add(row, column, value);
-        const double128 lost = exact - double128(store_.Term(row, column));
-        if (!(lost == double128(0)))
-            rounded_.push_back({row, column, lost});
-    }
-
-private:
-    const Sink& store_;
-    std::vector<RoundedTerm>& rounded_;
-};
 
 /// product += R v, R what the store rounded away.
 void AddRoundedProduct(const std::vector<RoundedTerm>& rounded, const std::vector<double128>& v,

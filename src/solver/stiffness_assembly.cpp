@@ -9,6 +9,7 @@
 void CjxStruct::ProcessElementGroupStiffness(jxSolutionData& data, CjxBmGroup& bm, CjxShell4Group& sh,
                                              CjxBrickGroup& br, int comb)
 {
+    data.rounded.clear();
     if (!beams.empty()) {
         list_msg(L"Calculating member elements stiffness", L"...");
         bm.ProcessStiffness(data, comb);
