@@ -8,9 +8,10 @@
 namespace qvx {
 namespace {
 
-std::string Range(const ValueRule& rule)
+// The end of the integers is told to those who went beyond it alone.
+std::string Range(const ValueRule& rule, bool isTooLarge)
 {
-    if (rule.most == INT_MAX)
+    if (rule.most == INT_MAX && !isTooLarge)
         return "expected an integer of at least " + std::to_string(rule.least);
     return "expected an integer from " + std::to_string(rule.least) + " to " + std::to_string(rule.most);
 }
@@ -34,10 +35,11 @@ void ReadValue(const Json& value, const JsonPath& path, const ValueRule& rule, i
     const auto isWithin = [&](auto number) {
         return std::cmp_less_equal(rule.least, number) && std::cmp_less_equal(number, rule.most);
     };
+    const bool isTooLarge = value.is_number_unsigned() && value.get<std::uint64_t>() > INT_MAX;
     const bool isGood =
         value.is_number_unsigned() ? isWithin(value.get<std::uint64_t>()) : isWithin(value.get<std::int64_t>());
     if (!isGood)
-        throw JsonFault(path, Range(rule));
+        throw JsonFault(path, Range(rule, isTooLarge));
     out = value.get<int>();
 }
 
