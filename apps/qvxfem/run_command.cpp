@@ -1,5 +1,6 @@
 #include "run_command.h"
 
+#include <algorithm>
 #include <chrono>
 #include <filesystem>
 #include <limits>
@@ -124,6 +125,14 @@ bool WriteResults(const std::string& file, const CjxStruct& model)
     return true;
 }
 
+// A combination that fails leaves the others as they are.
+bool HasEveryOneFailed(const CjxStruct& model)
+{
+    return !model.combOutcomes.empty() &&
+           std::all_of(model.combOutcomes.begin(), model.combOutcomes.end(),
+                       [](const jxCombOutcome& outcome) { return outcome.end == CombEnd::Failed; });
+}
+
 int Analyse(const RunOptions& options, CjxStruct& model, std::vector<std::string> notes, Progress& progress,
             const TerminalHost& host)
 {
@@ -167,7 +176,7 @@ int Analyse(const RunOptions& options, CjxStruct& model, std::vector<std::string
                       .notes = std::move(notes),
                       .findings = found,
                       .seconds = seconds});
-    return kDone;
+    return HasEveryOneFailed(model) ? kAnalysisFailed : kDone;
 }
 
 }  // namespace

@@ -405,5 +405,23 @@ TEST_F(CommandLine, ReadsSap2000FilesAndTellsWhatTheyLose)
     EXPECT_EQ(Run({"run", file, "--quiet"}).exitCode, 0);
 }
 
+// Upside down a brick has no stiffness: the combinations of a nonlinear run fail one by one.
+TEST_F(CommandLine, RunOfWhichEveryCombinationFailsEndsWithThree)
+{
+    Write("m.json", R"({"format": "qvxfem-model", "version": 1, "settings": {"modelType": 6},
+        "nodes": [{"id": 1}, {"id": 2, "x": 1}, {"id": 3, "x": 1, "y": 1}, {"id": 4, "y": 1},
+        {"id": 5, "z": 1}, {"id": 6, "x": 1, "z": 1}, {"id": 7, "x": 1, "y": 1, "z": 1}, {"id": 8, "y": 1, "z": 1}],
+        "materials": [{"id": 1, "E": 1000, "nu": 0.3, "Wc": 1, "Tc": 1}], "bricks": [{"id": 1, "node": [5, 6, 7, 8, 1, 2, 3, 4]}],
+        "supports": [{"id": 1, "flag": "111111"}, {"id": 2, "flag": "111111"}, {"id": 3, "flag": "111111"},
+        {"id": 4, "flag": "111111"}], "loadCases": [{"id": 1, "label": "G"}],
+        "loadCombs": [{"label": "A", "bPDelta": 1, "cases": [{"label": "G", "factor": 1}]}]})");
+
+    const ProgramRun run = Run({"run", "m.json", "--results", "r.json"});
+
+    EXPECT_EQ(run.exitCode, 3);
+    EXPECT_THAT(run.out, HasSubstr("Combination 1 \"A\": FAILED: Negative diagonal terms in brick stiffness."));
+    EXPECT_THAT(Read("r.json"), HasSubstr("\"solved\": false"));
+}
+
 }  // namespace
 }  // namespace qvx::test
