@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <optional>
 #include <type_traits>
 #include <vector>
 
@@ -71,13 +70,20 @@ ShellElement<Real> Form(const CjxStruct& model, const jxShell4& shell, const Gat
          .shearDirections = model.bSignedShearAngle ? ShearDirections::Signed : ShearDirections::Unsigned});
 }
 
-// The matrix of one shell, formed on any thread, and how it is added.
+// The matrices of a batch of shells, formed on any thread. Some are exact: where roundings are kept account of.
 template <Number Real>
-struct FormedShell
+struct ShellBatch
 {
-    Matrix24<Real> k;
-    std::optional<Matrix24<double128>> exact;  // where roundings are kept account of, in place of k
-    std::array<int, 4> nodePositions{};
+    ShellBatch(std::size_t size, bool hasExact)
+        : k(size), exact(hasExact ? size : 0), isExact(hasExact ? size : 0), nodePositions(size)
+    {
+    }
+    bool IsExact(std::size_t slot) const { return !isExact.empty() && isExact[slot] != 0; }
+
+    std::vector<Matrix24<Real>> k;
+    std::vector<Matrix24<double128>> exact;
+    std::vector<char> isExact;
+    std::vector<std::array<int, 4>> nodePositions;
 };
 
 bool IsAnyOf(const std::array<int, 4>& nodes, const std::vector<bool>& marked)
@@ -87,38 +93,40 @@ bool IsAnyOf(const std::array<int, 4>& nodes, const std::vector<bool>& marked)
 }
 
 template <Number Real>
-void FormStiffness(FormedShell<Real>& formed, const CjxStruct& model, const jxShell4& shell,
+void FormStiffness(ShellBatch<Real>& batch, std::size_t slot, const CjxStruct& model, const jxShell4& shell,
                    const std::vector<bool>& drillsFreely)
 {
     const GatheredShell g = Gather(model, shell);
     const ShellElement<Real> element = Form<Real>(model, shell, g);
-    formed.nodePositions = g.nodePositions;
-    formed.exact.reset();
+    batch.nodePositions[slot] = g.nodePositions;
     if constexpr (std::is_same_v<Real, double>)
-        if (IsAnyOf(g.nodePositions, drillsFreely)) {
-            formed.exact = ShellStiffness(InExactAxes(g.corners, element), model.shellOzFactor);
-            return;
+        if (!drillsFreely.empty()) {
+            batch.isExact[slot] = IsAnyOf(g.nodePositions, drillsFreely);
+            if (batch.IsExact(slot)) {
+                batch.exact[slot] = ShellStiffness(InExactAxes(g.corners, element), model.shellOzFactor);
+                return;
+            }
         }
-    formed.k = ShellStiffness(element, model.shellOzFactor);
+    batch.k[slot] = ShellStiffness(element, model.shellOzFactor);
 }
 
 // Adds the plain matrices of a batch to every term in the order of the shells, then those with account of roundings.
 // The two have no term in common that is kept account of.
 template <Number Real>
-void AddBatch(const CjxStruct& model, jxSolutionData& data, const std::vector<FormedShell<Real>>& formed,
-              std::size_t first, std::size_t last, const std::vector<bool>& drillsFreely)
+void AddBatch(const CjxStruct& model, jxSolutionData& data, const ShellBatch<Real>& batch, std::size_t first,
+              std::size_t last, const std::vector<bool>& drillsFreely)
 {
     const auto locationOf = [&](std::size_t i) { return data.lmShell4s[static_cast<int>(i) + 1]; };
     AddInShares(last - first, model.SolverThreads(), [&](std::size_t slot, Share share) {
-        if (!model.shell4s[first + slot].excluded && !formed[slot].exact)
-            ScatterStiffness(data, model.solverType, locationOf(first + slot), 24, formed[slot].k.data(), share);
+        if (!model.shell4s[first + slot].excluded && !batch.IsExact(slot))
+            ScatterStiffness(data, model.solverType, locationOf(first + slot), 24, batch.k[slot].data(), share);
     });
     if (drillsFreely.empty())
         return;
     for (std::size_t slot = 0; slot < last - first; ++slot)
-        if (!model.shell4s[first + slot].excluded && formed[slot].exact)
-            ScatterShellWithAccount(data, model.solverType, locationOf(first + slot), *formed[slot].exact,
-                                    formed[slot].nodePositions, drillsFreely);
+        if (!model.shell4s[first + slot].excluded && batch.IsExact(slot))
+            ScatterShellWithAccount(data, model.solverType, locationOf(first + slot), batch.exact[slot],
+                                    batch.nodePositions[slot], drillsFreely);
 }
 
 // Matrices are formed side by side and added batch by batch.
@@ -128,15 +136,15 @@ void AddStiffness(CjxStruct& model, jxSolutionData& data)
     const std::vector<bool> drillsFreely =
         std::is_same_v<Real, double> ? NodesThatDrillFreely(model) : std::vector<bool>();
     PercentCounter progress(model, model.shell4s.size());
-    std::vector<FormedShell<Real>> formed(std::min(kBatchSize, model.shell4s.size()));
+    ShellBatch<Real> batch(std::min(kBatchSize, model.shell4s.size()), !drillsFreely.empty());
     FormAndTakeInOrder(
         model.shell4s.size(), model.SolverThreads(), [&](std::size_t i) { progress.Show(i); },
         [&](std::size_t i, std::size_t slot) {
             if (!model.shell4s[i].excluded)
-                FormStiffness(formed[slot], model, model.shell4s[i], drillsFreely);
+                FormStiffness(batch, slot, model, model.shell4s[i], drillsFreely);
         },
         [](std::size_t, std::size_t) {},
-        [&](std::size_t first, std::size_t last) { AddBatch(model, data, formed, first, last, drillsFreely); });
+        [&](std::size_t first, std::size_t last) { AddBatch(model, data, batch, first, last, drillsFreely); });
 }
 
 void AddToLoadVector(CjxStruct& model, int comb, const GatheredShell& g, std::size_t node, int dof,

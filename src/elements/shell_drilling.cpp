@@ -1,11 +1,13 @@
 #include "elements/shell_drilling.h"
 
-#include <cmath>
+#include <algorithm>
+#include <exception>
 #include <type_traits>
 
 #include "elements/accounting_sink.h"
 #include "elements/stiffness_sink.h"
 #include "model/find_record.h"
+#include "tools/parallel.h"
 #include "tools/quad_axes.h"
 
 namespace qvx {
@@ -46,6 +48,24 @@ struct NodeNormals
     bool DrillsFreely() const { return isMet && isOnePlane && !isSquare; }
 };
 
+struct PlacedShell
+{
+    std::array<int, 4> nodes{};  // positions; of an excluded shell 0, which is no node's
+    jxPoint normal{0, 0, 1};
+};
+
+PlacedShell Place(const CjxStruct& model, const jxShell4& shell)
+{
+    PlacedShell out;
+    QuadCorners corners;
+    for (std::size_t i = 0; i < 4; ++i) {
+        out.nodes[i] = NodePosition(model.nodes, shell.node[i]);
+        corners[i] = model.nodes[static_cast<std::size_t>(out.nodes[i] - 1)].Point();
+    }
+    out.normal = QuadLocalAxes(corners, 0)[2];
+    return out;
+}
+
 // Row or column of a shell's matrix that belongs to a rotation at one of the nodes.
 bool IsFreeRotation(int i, const std::array<int, 4>& nodes, const std::vector<bool>& drillsFreely)
 {
@@ -56,21 +76,19 @@ bool IsFreeRotation(int i, const std::array<int, 4>& nodes, const std::vector<bo
 
 std::vector<bool> NodesThatDrillFreely(const CjxStruct& model)
 {
+    std::vector<PlacedShell> shells(model.shell4s.size());
+    const ParallelFault fault = ForEachInParallel(0, shells.size(), model.SolverThreads(), [&](std::size_t i) {
+        if (!model.shell4s[i].excluded)
+            shells[i] = Place(model, model.shell4s[i]);
+    });
+    if (fault)
+        std::rethrow_exception(fault.what);
+    if (std::all_of(shells.begin(), shells.end(), [](const PlacedShell& s) { return IsGlobalAxis(s.normal); }))
+        return {};
     std::vector<NodeNormals> normals(model.nodes.size() + 1);
-    for (const jxShell4& shell : model.shell4s) {
-        if (shell.excluded)
-            continue;
-        QuadCorners corners;
-        std::array<NodeNormals*, 4> at{};
-        for (std::size_t i = 0; i < 4; ++i) {
-            const auto position = static_cast<std::size_t>(NodePosition(model.nodes, shell.node[i]));
-            corners[i] = model.nodes[position - 1].Point();
-            at[i] = &normals[position];
-        }
-        const jxPoint z = QuadLocalAxes(corners, 0)[2];
-        for (NodeNormals* node : at)
-            node->Meet(z);
-    }
+    for (const PlacedShell& shell : shells)
+        for (const int node : shell.nodes)
+            normals[static_cast<std::size_t>(node)].Meet(shell.normal);
     std::vector<bool> free(normals.size());
     bool isAny = false;
     for (std::size_t i = 1; i < normals.size(); ++i) {
