@@ -1,13 +1,11 @@
 #include "elements/shell_drilling.h"
 
 #include <algorithm>
-#include <exception>
 #include <type_traits>
 
 #include "elements/accounting_sink.h"
 #include "elements/stiffness_sink.h"
 #include "model/find_record.h"
-#include "tools/parallel.h"
 #include "tools/quad_axes.h"
 
 namespace qvx {
@@ -50,20 +48,26 @@ struct NodeNormals
 
 struct PlacedShell
 {
-    std::array<int, 4> nodes{};  // positions; of an excluded shell 0, which is no node's
-    jxPoint normal{0, 0, 1};
+    std::array<int, 4> nodes{};  // positions
+    QuadCorners corners;
 };
 
 PlacedShell Place(const CjxStruct& model, const jxShell4& shell)
 {
     PlacedShell out;
-    QuadCorners corners;
     for (std::size_t i = 0; i < 4; ++i) {
         out.nodes[i] = NodePosition(model.nodes, shell.node[i]);
-        corners[i] = model.nodes[static_cast<std::size_t>(out.nodes[i] - 1)].Point();
+        out.corners[i] = model.nodes[static_cast<std::size_t>(out.nodes[i] - 1)].Point();
     }
-    out.normal = QuadLocalAxes(corners, 0)[2];
     return out;
+}
+
+// Whether a coordinate is the same at all corners: the normal is then a global axis, without a digit lost.
+bool IsInGlobalPlane(const QuadCorners& p)
+{
+    return (p[0].x == p[1].x && p[0].x == p[2].x && p[0].x == p[3].x) ||
+           (p[0].y == p[1].y && p[0].y == p[2].y && p[0].y == p[3].y) ||
+           (p[0].z == p[1].z && p[0].z == p[2].z && p[0].z == p[3].z);
 }
 
 // Row or column of a shell's matrix that belongs to a rotation at one of the nodes.
@@ -76,19 +80,19 @@ bool IsFreeRotation(int i, const std::array<int, 4>& nodes, const std::vector<bo
 
 std::vector<bool> NodesThatDrillFreely(const CjxStruct& model)
 {
-    std::vector<PlacedShell> shells(model.shell4s.size());
-    const ParallelFault fault = ForEachInParallel(0, shells.size(), model.SolverThreads(), [&](std::size_t i) {
-        if (!model.shell4s[i].excluded)
-            shells[i] = Place(model, model.shell4s[i]);
-    });
-    if (fault)
-        std::rethrow_exception(fault.what);
-    if (std::all_of(shells.begin(), shells.end(), [](const PlacedShell& s) { return IsGlobalAxis(s.normal); }))
+    if (std::all_of(model.shell4s.begin(), model.shell4s.end(), [&](const jxShell4& shell) {
+            return shell.excluded || IsInGlobalPlane(Place(model, shell).corners);
+        }))
         return {};
     std::vector<NodeNormals> normals(model.nodes.size() + 1);
-    for (const PlacedShell& shell : shells)
-        for (const int node : shell.nodes)
-            normals[static_cast<std::size_t>(node)].Meet(shell.normal);
+    for (const jxShell4& shell : model.shell4s) {
+        if (shell.excluded)
+            continue;
+        const PlacedShell placed = Place(model, shell);
+        const jxPoint normal = QuadLocalAxes(placed.corners, 0)[2];
+        for (const int node : placed.nodes)
+            normals[static_cast<std::size_t>(node)].Meet(normal);
+    }
     std::vector<bool> free(normals.size());
     bool isAny = false;
     for (std::size_t i = 1; i < normals.size(); ++i) {

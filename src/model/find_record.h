@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
 #include <type_traits>
 #include <vector>
 
@@ -19,19 +20,39 @@ namespace qvx {
     throw jxException(text);
 }
 
-/// Record with this id in a vector sorted by id, the first of several, or null. Ids mostly count up without gaps, so the
-/// place where id would then stand is looked at before the search.
+/// Position of the first record with this id or a greater one in a vector sorted by id; its size if there is none.
+///
+/// Ids mostly count up with few gaps. While no two records share one, there are at least as many ids as records between
+/// the front and the place sought, and from there to the back: that leaves as many places as there are gaps, one if there
+/// are none.
+template <class Record>
+std::size_t LowerBound(const std::vector<Record>& records, int id)
+{
+    if (records.empty() || id <= records.front().id)
+        return 0;
+    const std::size_t last = records.size() - 1;
+    if (id > records.back().id)
+        return last + 1;
+    const auto distance = [](int from, int to) { return static_cast<std::size_t>(std::int64_t{to} - from); };
+    const auto search = [&](std::size_t low, std::size_t high) {
+        const auto at = records.begin() + static_cast<std::ptrdiff_t>(low);
+        const auto end = records.begin() + static_cast<std::ptrdiff_t>(high);
+        const auto isBefore = [](const Record& r, int key) { return r.id < key; };
+        return static_cast<std::size_t>(std::lower_bound(at, end, id, isBefore) - records.begin());
+    };
+    const std::size_t low = last - std::min(last, distance(id, records.back().id));
+    const std::size_t high = std::min(last, distance(records.front().id, id));
+    const std::size_t place = low >= high || records[low].id >= id ? low : search(low + 1, high);
+    const bool isRight = place > 0 && records[place - 1].id < id && records[place].id >= id;
+    return isRight ? place : search(0, last);  // some records share an id
+}
+
+/// Record with this id in a vector sorted by id, the first of several, or null.
 template <class Record>
 const Record* FindOrNull(const std::vector<Record>& records, int id)
 {
-    if (records.empty() || id < records.front().id)
-        return nullptr;
-    const std::size_t guess = static_cast<std::size_t>(id) - static_cast<std::size_t>(records.front().id);
-    if (guess < records.size() && records[guess].id == id && (guess == 0 || records[guess - 1].id != id))
-        return &records[guess];
-    const auto it =
-        std::lower_bound(records.begin(), records.end(), id, [](const Record& r, int key) { return r.id < key; });
-    return it == records.end() || it->id != id ? nullptr : &*it;
+    const std::size_t place = LowerBound(records, id);
+    return place == records.size() || records[place].id != id ? nullptr : &records[place];
 }
 
 /// Record with this id in a vector sorted by id; throws jxException "error finding <name> <id>".

@@ -64,28 +64,23 @@ std::span<const double> PartOf(const std::vector<double>& values, int part, int 
     return std::span(values).subspan(start(part), start(part + 1) - start(part));
 }
 
-std::int64_t CountNonzeroIn(std::span<const double> values)
+// Every term is looked at once: eight side by side, so that the comparisons do not wait for each other.
+TermSurvey SurveyOf(std::span<const double> values)
 {
-    std::array<std::int64_t, kLanes> counts{};
-    const std::size_t whole = values.size() - values.size() % kLanes;
-    for (std::size_t i = 0; i < whole; i += kLanes)
-        for (std::size_t lane = 0; lane < kLanes; ++lane)
-            counts[lane] += values[i + lane] != 0;
-    for (std::size_t i = whole; i < values.size(); ++i)
-        counts[0] += values[i] != 0;
-    return std::accumulate(counts.begin(), counts.end(), std::int64_t{0});
-}
-
-double LargestIn(std::span<const double> values)
-{
+    std::array<std::int64_t, kLanes> nonzero{};
     std::array<double, kLanes> largest{};
+    const auto look = [&](std::size_t i, std::size_t lane) {
+        nonzero[lane] += values[i] != 0;
+        largest[lane] = largest[lane] < values[i] ? values[i] : largest[lane];
+    };
     const std::size_t whole = values.size() - values.size() % kLanes;
     for (std::size_t i = 0; i < whole; i += kLanes)
         for (std::size_t lane = 0; lane < kLanes; ++lane)
-            largest[lane] = largest[lane] < values[i + lane] ? values[i + lane] : largest[lane];
+            look(i + lane, lane);
     for (std::size_t i = whole; i < values.size(); ++i)
-        largest[0] = std::max(largest[0], values[i]);
-    return *std::max_element(largest.begin(), largest.end());
+        look(i, 0);
+    return {.nonzero = std::accumulate(nonzero.begin(), nonzero.end(), std::int64_t{0}),
+            .largest = *std::max_element(largest.begin(), largest.end())};
 }
 
 }  // namespace
@@ -307,24 +302,19 @@ void SparseStiffness::AddBlock(const Run& rows, const Run& columns, const int* l
 template void SparseStiffness::AddElement<double>(const int*, int, const double*, Share);
 template void SparseStiffness::AddElement<double128>(const int*, int, const double128*, Share);
 
-// Both look at every term: eight side by side, so that the comparisons do not wait for each other.
-std::int64_t SparseStiffness::CountNonzero(int threads) const
+TermSurvey SparseStiffness::Survey(int threads) const
 {
     const int parts = ThreadsFor(value_.size(), threads);
-    std::vector<std::int64_t> counts(At(parts));
-    RunInParallel(parts, [&](int part) { counts[At(part)] = CountNonzeroIn(PartOf(value_, part, parts)); });
-    std::int64_t count = std::accumulate(counts.begin(), counts.end(), std::int64_t{0});
+    std::vector<TermSurvey> found(At(parts));
+    RunInParallel(parts, [&](int part) { found[At(part)] = SurveyOf(PartOf(value_, part, parts)); });
+    TermSurvey all;
+    for (const TermSurvey& part : found) {
+        all.nonzero += part.nonzero;
+        all.largest = std::max(all.largest, part.largest);
+    }
     for (std::size_t e = 0; e + 1 < rowStart_.size(); ++e)
-        count += value_[At(rowStart_[e] - 1)] == 0;
-    return count;
-}
-
-double SparseStiffness::LargestTerm(int threads) const
-{
-    const int parts = ThreadsFor(value_.size(), threads);
-    std::vector<double> largest(At(parts));
-    RunInParallel(parts, [&](int part) { largest[At(part)] = LargestIn(PartOf(value_, part, parts)); });
-    return *std::max_element(largest.begin(), largest.end());
+        all.nonzero += value_[At(rowStart_[e] - 1)] == 0;
+    return all;
 }
 
 }  // namespace qvx

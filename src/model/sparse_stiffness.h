@@ -11,6 +11,13 @@
 
 namespace qvx {
 
+/// What one look at every stored term tells.
+struct TermSurvey
+{
+    std::int64_t nonzero = 0;  ///< terms that are not zero or stand on the diagonal
+    double largest = 0;        ///< largest value, signed; 0 at least
+};
+
 /// Global stiffness for a direct sparse solver: upper triangle by rows, columns ascending, diagonal first.
 ///
 /// It behaves as an ordered map of maps from row to column to value in which terms appear at zero when first touched,
@@ -53,10 +60,7 @@ public:
     int* Columns() { return column_.data(); }
     double* Values() { return value_.data(); }
 
-    /// Terms that are not zero or stand on the diagonal.
-    std::int64_t CountNonzero(int threads = 1) const;
-    /// Largest value, signed; 0 at least.
-    double LargestTerm(int threads = 1) const;
+    TermSurvey Survey(int threads = 1) const;
 
 private:
     struct Run;

@@ -84,15 +84,15 @@ double CjxStruct::prepare_pardiso(double*& a, int*& ia, int*& ja, jxSolutionData
     list_msg(stars.c_str(), L"");
     list_msg(L"Prepare sparse stiffness matrix", L"...");
 
-    const long long count = data.sparseK.CountNonzero(solverThreads_);
+    const auto [count, largest] = data.sparseK.Survey(solverThreads_);
     CString text;
-    text.Format(L"%I64d", count);
+    text.Format(L"%I64d", static_cast<long long>(count));
     list_msg(L"The number of nonzero terms in global stiffness matrix", text);
     memcheck(fileLog, static_cast<int>((count * 12 * 2 + numberOfEquations * 4LL) / 1024));
     a = data.sparseK.Values();
     ia = data.sparseK.RowStarts();
     ja = data.sparseK.Columns();
-    return data.sparseK.LargestTerm(solverThreads_);
+    return largest;
 }
 
 /// Lets the host's progress window come up. The abort key ends the wait for a window that never does.

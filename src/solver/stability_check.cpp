@@ -102,7 +102,7 @@ void CjxStruct::CheckDiagonalStiffnessTerm(jxSolutionData& data)
 
 double CjxStruct::ComputeMaxStiffnessTermSparse(jxSolutionData& data) const
 {
-    return data.sparseK.LargestTerm();
+    return data.sparseK.Survey().largest;
 }
 
 void CjxStruct::CheckDiagonalStiffnessTermSparse(jxSolutionData& data, double*, int*)

@@ -1,6 +1,8 @@
 #include "model/find_record.h"
 
+#include <algorithm>
 #include <limits>
+#include <random>
 
 #include <gtest/gtest.h>
 
@@ -35,6 +37,31 @@ TEST(FindRecord, GivesTheFirstOfSeveralWithOneId)
 
     for (const auto& [id, index] : {std::pair{1, 0}, std::pair{2, 1}, std::pair{3, 4}, std::pair{7, 6}})
         EXPECT_EQ(FindOrNull(nodes, id), &nodes[static_cast<std::size_t>(index)]) << id;
+}
+
+// Rows of ids with few or many gaps and now and then several of one id, beside the standard's search.
+TEST(FindRecord, PlacesAreThoseOfAPlainSearch)
+{
+    std::mt19937 random(17);
+    for (int sample = 0; sample < 2000; ++sample) {
+        const int gapChance = sample % 5 * 20;  // percent
+        const int shareChance = sample % 3 == 0 ? 15 : 0;
+        const auto happens = [&](int percent) { return std::uniform_int_distribution(1, 100)(random) <= percent; };
+        std::vector<jxNd> nodes;
+        int id = std::uniform_int_distribution(-5, 5)(random);
+        const int count = std::uniform_int_distribution(0, 40)(random);
+        for (int i = 0; i < count; ++i) {
+            nodes.push_back({.id = id});
+            if (!happens(shareChance))
+                id += happens(gapChance) ? std::uniform_int_distribution(2, 30)(random) : 1;
+        }
+        for (int sought = -8; sought <= id + 3; ++sought) {
+            const auto plain = std::lower_bound(nodes.begin(), nodes.end(), sought,
+                                                [](const jxNd& node, int key) { return node.id < key; });
+            ASSERT_EQ(LowerBound(nodes, sought), static_cast<std::size_t>(plain - nodes.begin()))
+                << "id " << sought << " in sample " << sample;
+        }
+    }
 }
 
 TEST(FindRecord, MissingRecordIsNamedWithItsId)

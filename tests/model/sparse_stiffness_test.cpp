@@ -96,7 +96,7 @@ TEST(SparseStiffness, HoldsWhatTheMapOfMapsHolds)
         for (const auto& [row, columns] : map)
             expected += columns.size();
         EXPECT_EQ(found, expected);
-        EXPECT_EQ(sparse.CountNonzero(), nonzero);
+        EXPECT_EQ(sparse.Survey().nonzero, nonzero);
     }
 }
 
@@ -150,8 +150,8 @@ TEST(SparseStiffness, LargeStoreIsTheSameFromAnyNumberOfThreads)
 
         EXPECT_EQ(sparse.RowStart().back(), 57 * kNodes - 36 + 1);
         EXPECT_EQ(sparse.Column().back(), 6 * kNodes);
-        EXPECT_EQ(sparse.CountNonzero(threads), 57 * kNodes - 36 - 1) << "only the first node has no other member";
-        EXPECT_EQ(sparse.LargestTerm(threads), 7);
+        EXPECT_EQ(sparse.Survey(threads).nonzero, 57 * kNodes - 36 - 1) << "only the first node has no other member";
+        EXPECT_EQ(sparse.Survey(threads).largest, 7);
     }
 }
 
@@ -175,7 +175,7 @@ TEST(SparseStiffness, SingleTermsGoWhereElementsPutThem)
     }
     EXPECT_EQ(byTerm.Value(), byElement.Value());
     byTerm.SetZero();
-    EXPECT_EQ(byTerm.LargestTerm(), 0);
+    EXPECT_EQ(byTerm.Survey().largest, 0);
     EXPECT_EQ(byTerm.Column(), byElement.Column()) << "the pattern stays for the next iteration";
 }
 
@@ -194,8 +194,8 @@ TEST(SparseStiffness, NodeBlocksAreWhole)
     EXPECT_EQ(sparse.Column(), (std::vector<int>{1, 2, 3, 4, 5, 2, 3, 4, 5, 3, 4, 5, 4, 5, 5}));
     sparse.Add(1, 5, -2);
     sparse.Diagonal(5) += 2;
-    EXPECT_EQ(sparse.CountNonzero(), 6) << "five diagonals and one term";
-    EXPECT_EQ(sparse.LargestTerm(), 2);
+    EXPECT_EQ(sparse.Survey().nonzero, 6) << "five diagonals and one term";
+    EXPECT_EQ(sparse.Survey().largest, 2);
 }
 
 }  // namespace
