@@ -20,17 +20,19 @@ qvx::MemberProperties<Real> Properties(const jxBmEx& member, const CjxStruct& mo
 {
     const bool bFactors = model.bStiffnessFactors != 0;
     const bool bShear = model.bShearDeformation != 0;
-    const jxSect sect = bFactors ? CjxBmGroup::ApplyStiffnessFactor(member.sect, member) : member.sect;
     const Real E = member.mat.E;
     const Real G = E * Real(0.5) / (Real(member.mat.nu) + Real(1));
     const Real cracked = E * Real(bFactors ? member.cracking : 1.0);  // cracks soften bending only
-    return {.L = member.length,
-            .EA = Real(sect.A) * E,
-            .GJ = G * Real(sect.J),
-            .EIz = Real(sect.Iz) * cracked,
-            .EIy = Real(sect.Iy) * cracked,
-            .GAy = bShear && sect.Ay > 0 ? G * Real(sect.Ay) : Real(0),
-            .GAz = bShear && sect.Az > 0 ? G * Real(sect.Az) : Real(0)};
+    const auto withSection = [&](const jxSect& sect) -> qvx::MemberProperties<Real> {
+        return {.L = member.length,
+                .EA = Real(sect.A) * E,
+                .GJ = G * Real(sect.J),
+                .EIz = Real(sect.Iz) * cracked,
+                .EIy = Real(sect.Iy) * cracked,
+                .GAy = bShear && sect.Ay > 0 ? G * Real(sect.Ay) : Real(0),
+                .GAz = bShear && sect.Az > 0 ? G * Real(sect.Az) : Real(0)};
+    };
+    return bFactors ? withSection(CjxBmGroup::ApplyStiffnessFactor(member.sect, member)) : withSection(member.sect);
 }
 
 // A bar with ball joints and no axial force needs no condensation. It keeps its torsion although the mask of one end

@@ -2,6 +2,19 @@
 
 #include <cmath>
 
+namespace {
+
+// Between the limits no square overflows, and one that vanishes is none of the digits of the sum.
+double Length(const jxPoint& v)
+{
+    constexpr double kLeast = 1e-270;
+    constexpr double kMost = 1e300;
+    const double square = dot(v, v);
+    return square > kLeast && square < kMost ? std::sqrt(square) : std::hypot(v.x, v.y, v.z);
+}
+
+}  // namespace
+
 bool is_equal(double a, double b, double tolerance)
 {
     return std::fabs(a - b) <= tolerance;
@@ -15,7 +28,7 @@ bool operator==(const jxPoint& a, const jxPoint& b)
 
 double calc_distance(const jxPoint& a, const jxPoint& b)
 {
-    return std::hypot(b.x - a.x, b.y - a.y, b.z - a.z);
+    return Length(b - a);
 }
 
 void cross(jxPoint& out, const jxPoint& a, const jxPoint& b)
@@ -25,7 +38,7 @@ void cross(jxPoint& out, const jxPoint& a, const jxPoint& b)
 
 void normalize(jxPoint& v)
 {
-    const double length = std::hypot(v.x, v.y, v.z);
+    const double length = Length(v);
     if (length > 0)
         v = {v.x / length, v.y / length, v.z / length};
 }

@@ -45,6 +45,11 @@ TEST(Point, DistanceNeitherOverflowsNorUnderflows)
     EXPECT_DOUBLE_EQ(calc_distance({1, 2, 3}, {3, 5, 9}), 7);
     EXPECT_DOUBLE_EQ(calc_distance({}, {3e200, 4e200, 0}), 5e200);
     EXPECT_DOUBLE_EQ(calc_distance({}, {0, 3e-200, 4e-200}), 5e-200);
+    for (int exponent = -1020; exponent <= 1020; ++exponent) {
+        const double unit = std::ldexp(1.0, exponent);
+        EXPECT_DOUBLE_EQ(calc_distance({}, {unit, -2 * unit, 2 * unit}), 3 * unit) << "2^" << exponent;
+        EXPECT_DOUBLE_EQ(calc_distance({}, {0, unit, 0}), unit) << "2^" << exponent;
+    }
 }
 
 TEST(Point, CrossProductIsRightHanded)
