@@ -5,9 +5,8 @@
 #include <cstdlib>
 #include <stdexcept>
 
-#include <sys/resource.h>
-
 #include "generated_models.h"
+#include "platform/process_memory.h"
 
 namespace qvx::bench {
 
@@ -24,11 +23,7 @@ double Median(std::vector<double> values)
 
 double PeakMegabytes()
 {
-    rusage here{};
-    rusage solver{};
-    getrusage(RUSAGE_SELF, &here);
-    getrusage(RUSAGE_CHILDREN, &solver);
-    return static_cast<double>(std::max(here.ru_maxrss, solver.ru_maxrss)) / 1024;
+    return static_cast<double>(PeakMemory()) / (1 << 20);
 }
 
 void Print(const char* name, double value)

@@ -6,13 +6,13 @@
 #include <set>
 
 #include <fmt/format.h>
-#include <sys/resource.h>
 
 #include "extremes.h"
 #include "load_balance.h"
 #include "loose_members.h"
 #include "model/find_record.h"
 #include "model/units.h"
+#include "platform/process_memory.h"
 
 namespace qvx::app {
 namespace {
@@ -222,16 +222,6 @@ std::vector<std::string> DiaphragmsOffPlane(const CjxStruct& m)
         largest, Unit(m, kLength), steepest->node1, steepest->node2, count)};
 }
 
-// Of this process or of the solver's own, which sees the model too.
-double PeakMegabytes()
-{
-    rusage here{};
-    rusage solver{};
-    getrusage(RUSAGE_SELF, &here);
-    getrusage(RUSAGE_CHILDREN, &solver);
-    return static_cast<double>(std::max(here.ru_maxrss, solver.ru_maxrss)) / 1024;
-}
-
 }  // namespace
 
 void PrintSummary(std::FILE* out, const CjxStruct& model, const SummaryFacts& facts)
@@ -246,7 +236,8 @@ void PrintSummary(std::FILE* out, const CjxStruct& model, const SummaryFacts& fa
     for (std::size_t comb = 0; comb < model.loadCombs.size(); ++comb)
         PrintCombination(out, model, comb);
     fmt::print(out, "\n");
-    Row(out, "time, memory", "{:.3g} s, at most {:.0f} MB", facts.seconds, PeakMegabytes());
+    Row(out, "time, memory", "{:.3g} s, at most {:.0f} MB", facts.seconds,
+        static_cast<double>(PeakMemory()) / (1 << 20));
     if (!facts.results.empty())
         Row(out, "written", "{}", facts.results);
     if (!facts.report.empty())

@@ -5,7 +5,6 @@
 #include <charconv>
 #include <cwchar>
 #include <filesystem>
-#include <fstream>
 #include <iostream>
 #include <thread>
 
@@ -16,25 +15,12 @@
 
 #include "platform/ini_file.h"
 #include "platform/preferences_file.h"
+#include "platform/process_memory.h"
 #include "platform/wide_path.h"
 
 namespace qvx {
 
 namespace {
-
-// "Name:  12345 kB" of a table of the kernel, in bytes; 0 when it is not there.
-std::uint64_t KernelTableBytes(const char* file, const std::string& name)
-{
-    std::ifstream in(file);
-    std::string word;
-    while (in >> word) {
-        std::uint64_t kilobytes = 0;
-        if (word == name && in >> kilobytes)
-            return kilobytes * 1024;
-        in.ignore(256, '\n');
-    }
-    return 0;
-}
 
 int IntegerOr(const std::string& text, int defaultValue)
 {

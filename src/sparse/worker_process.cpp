@@ -7,12 +7,15 @@
 
 #include <poll.h>
 #include <sys/mman.h>
+#include <sys/resource.h>
 #include <sys/socket.h>
 #include <sys/wait.h>
 #include <unistd.h>
 #if defined(__linux__)
 #include <sys/prctl.h>
 #endif
+
+#include "platform/process_memory.h"
 
 namespace qvx {
 
@@ -74,8 +77,12 @@ void WorkerProcess::Dismiss()
 
 void WorkerProcess::Await()
 {
-    while (dismissed_ > 0 && waitpid(dismissed_, nullptr, 0) < 0 && errno == EINTR) {
+    if (dismissed_ == 0)
+        return;
+    rusage usage{};
+    while (wait4(dismissed_, nullptr, 0, &usage) < 0 && errno == EINTR) {
     }
+    CountWorkerPeak(static_cast<std::uint64_t>(usage.ru_maxrss) * 1024);
     dismissed_ = 0;
 }
 
