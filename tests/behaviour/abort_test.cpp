@@ -2,34 +2,27 @@
 #include <gmock/gmock.h>
 
 #include "exchange/model_file.h"
-#include "sparse/direct_solver.h"
+#include "support/solver_types.h"
 #include "support/static_model.h"
 
 namespace {
 
 using qvx::test::RecordingHost;
+using qvx::test::Solver;
 using qvx::test::StaticModel;
 
-struct System
-{
-    const char* name;
-    int solverType;
-    int backend;
-};
-
-constexpr int kPardiso = 1;
 constexpr unsigned kQuestionFlags = 4132;  // Yes or No, a question mark, above all windows
 const wchar_t* const kQuestion = L"Do you want to abort the solution?";
 const wchar_t* const kAborted = L"SOLUTION ABORTED!";
 
-class Abort : public testing::TestWithParam<System>
+class Abort : public testing::TestWithParam<Solver>
 {
 protected:
     void SetUp() override
     {
-        if (GetParam().backend == kPardiso && !qvx::IsPardisoInstalled())
+        if (!IsInstalled(GetParam()))
             GTEST_SKIP() << "the runtime of the routine pardiso is not installed";
-        m.host.profile[{L"Preferences", L"SparseBackend"}] = GetParam().backend;
+        Choose(m.host, GetParam());
         m.host.boxes.clear();
         m.model.units.unit[kLength] = 1;  // ft: the run itself is in inches
         BuildFrame();
@@ -64,21 +57,12 @@ protected:
             return m.window.HasLine(text, status);
         };
     }
-    std::wstring FaultOfRun()
-    {
-        try {
-            m.model.ExecuteStatic();
-        } catch (const jxException& fault) {
-            return fault.GetText();
-        }
-        return L"";
-    }
     /// The whole path: one question, then silence in the window, the fault in the log, no result, the model as it was.
     void ExpectAbortedRun(const std::vector<std::string>& lastLogEntries)
     {
         const std::string before = qvx::WriteModelText(m.model);
 
-        EXPECT_EQ(FaultOfRun(), kAborted);
+        EXPECT_EQ(m.FaultOfRun(), kAborted);
 
         EXPECT_THAT(m.host.boxes, testing::ElementsAre(RecordingHost::Box{kQuestion, kQuestionFlags}));
         EXPECT_EQ(m.window.messages.size(), nPosted);
@@ -94,7 +78,7 @@ protected:
         EXPECT_EQ(qvx::WriteModelText(m.model), before);
     }
 
-    StaticModel m{GetParam().solverType};
+    StaticModel m{GetParam().type};
     std::size_t nPosted = 0;  ///< messages when the engine looked at the key last
     // The log goes on where the window falls silent: the linear stage reports whatever breaks it, but for faults
     // from within a sparse solver.
@@ -102,10 +86,7 @@ protected:
     const std::vector<std::string> nonlinearEnd{"SOLUTION ABORTED!", "SOLUTION ABORTED!"};
 };
 
-INSTANTIATE_TEST_SUITE_P(Systems, Abort,
-                         testing::Values(System{"Double", DoubleSkyline, 0}, System{"Quad", QuadSkyline, 0},
-                                         System{"Pardiso", DoubleSparse, kPardiso}, System{"Mumps", DoubleSparse, 2}),
-                         [](const auto& p) { return p.param.name; });
+INSTANTIATE_TEST_SUITE_P(AllSolvers, Abort, testing::ValuesIn(qvx::test::AllSolvers()), qvx::test::SolverName);
 
 TEST_P(Abort, EndsTheAssembly)
 {
@@ -117,7 +98,7 @@ TEST_P(Abort, EndsTheAssembly)
 TEST_P(Abort, EndsTheFactorization)
 {
     PressAfter(L"FACTORIZATION", L"...");
-    ExpectAbortedRun(GetParam().solverType == DoubleSparse ? nonlinearEnd : linearEnd);
+    ExpectAbortedRun(GetParam().type == DoubleSparse ? nonlinearEnd : linearEnd);
     EXPECT_FALSE(m.window.HasLine(L"FACTORIZATION", L"OK"));
 }
 
@@ -157,7 +138,7 @@ TEST_P(Abort, NoIsNoAnswerToStopFor)
     m.host.abortKey = [this] { return m.host.boxes.empty() && m.window.HasLine(L"FACTORIZATION", L"..."); };
     m.host.answers = {qvx::kIdNo};
 
-    EXPECT_EQ(FaultOfRun(), L"");
+    EXPECT_EQ(m.FaultOfRun(), L"");
 
     EXPECT_THAT(m.host.boxes, testing::ElementsAre(RecordingHost::Box{kQuestion, kQuestionFlags}));
     EXPECT_FALSE(m.log.Has("SOLUTION ABORTED!"));
@@ -167,12 +148,12 @@ TEST_P(Abort, NoIsNoAnswerToStopFor)
 TEST_P(Abort, RunAfterAnAbortedOneIsWhole)
 {
     PressAfter(L"FACTORIZATION", L"...");
-    EXPECT_EQ(FaultOfRun(), kAborted);
+    EXPECT_EQ(m.FaultOfRun(), kAborted);
     m.model.RestoreInputData();
     m.host.abortKey = nullptr;
     m.model.set_solver_wnds(&m.window);
 
-    EXPECT_EQ(FaultOfRun(), L"");
+    EXPECT_EQ(m.FaultOfRun(), L"");
 
     EXPECT_TRUE(m.model.HasStaticSolution());
     EXPECT_TRUE(m.window.HasLine(L"FACTORIZATION", L"OK"));

@@ -61,16 +61,6 @@ protected:
         m.host.currentFolder = FromUtf8(folder.Path().string());
         m.model.bOutOfCore = 1;
     }
-    /// Text of the exception that leaves the run; empty when there is none.
-    std::wstring FaultOfRun()
-    {
-        try {
-            m.model.ExecuteStatic();
-        } catch (const jxException& fault) {
-            return fault.GetText();
-        }
-        return L"";
-    }
     /// "Peak memory usage" of the run [megabytes], told with this ending.
     static int PeakOf(const StaticModel& run, const std::wstring& ending)
     {
@@ -118,7 +108,7 @@ TEST_P(OutOfCore, FactorAboveTheLimitGoesToDiskAndGivesTheSameAnswers)
         return false;
     };
 
-    EXPECT_EQ(FaultOfRun(), L"");
+    EXPECT_EQ(m.FaultOfRun(), L"");
 
     const int peak = PeakOf(m, L" MB [Out-Of-Core]");
     EXPECT_GT(peak, 0);
@@ -159,7 +149,7 @@ TEST_P(OutOfCore, ConfigurationThatWasThereStaysThere)
     std::ofstream(folder.Path() / "pardiso_ooc.cfg") << "mine";
     BuildTower(m, 2);
 
-    EXPECT_EQ(FaultOfRun(), L"");
+    EXPECT_EQ(m.FaultOfRun(), L"");
 
     EXPECT_EQ(folder.Contents(), "pardiso_ooc.cfg\n");
 }
@@ -171,7 +161,8 @@ TEST_P(OutOfCore, FolderThatCannotBeWrittenIsTold)
     m.host.currentFolder = FromUtf8((folder.Path() / "file" / "below").string());
     BuildTower(m, 2);
 
-    EXPECT_EQ(FaultOfRun(), L"error creating solver configuration file: " + m.host.currentFolder + L"/pardiso_ooc.cfg");
+    EXPECT_EQ(m.FaultOfRun(),
+              L"error creating solver configuration file: " + m.host.currentFolder + L"/pardiso_ooc.cfg");
 
     EXPECT_EQ(folder.Contents(), "file\n");
     EXPECT_FALSE(m.model.HasStaticSolution());
@@ -186,7 +177,8 @@ TEST_P(OutOfCore, FullDiskForTheConfigurationIsToldAndLeavesNoPart)
     m.host.currentFolder = FromUtf8(disk.Path().string());
     BuildTower(m, 2);
 
-    EXPECT_EQ(FaultOfRun(), L"error creating solver configuration file: " + m.host.currentFolder + L"/pardiso_ooc.cfg");
+    EXPECT_EQ(m.FaultOfRun(),
+              L"error creating solver configuration file: " + m.host.currentFolder + L"/pardiso_ooc.cfg");
 
     EXPECT_EQ(disk.Contents(), "full\n");
 }
@@ -200,8 +192,8 @@ TEST_P(OutOfCore, FullDiskForTheFactorIsToldAndLeavesNothing)
     BuildTower(m, kStoreys);
     const std::string before = qvx::WriteModelText(m.model);
 
-    EXPECT_THAT(FaultOfRun(), testing::AnyOf(m.model.get_pardiso_error(-10).Text(),
-                                             std::wstring(m.model.get_pardiso_error(-11).Text())));
+    EXPECT_THAT(m.FaultOfRun(), testing::AnyOf(m.model.get_pardiso_error(-10).Text(),
+                                               std::wstring(m.model.get_pardiso_error(-11).Text())));
 
     EXPECT_EQ(disk.Contents(), "");
     EXPECT_FALSE(m.model.HasStaticSolution());
@@ -215,7 +207,7 @@ TEST_P(OutOfCore, AbortedFactorizationLeavesNothing)
     m.host.abortKey = [&] { return BytesOnDisk() > 0; };
     const std::string before = qvx::WriteModelText(m.model);
 
-    EXPECT_EQ(FaultOfRun(), L"SOLUTION ABORTED!");
+    EXPECT_EQ(m.FaultOfRun(), L"SOLUTION ABORTED!");
 
     EXPECT_FALSE(m.window.HasLine(L"FACTORIZATION", L"OK"));
     EXPECT_EQ(folder.Contents(), "");
@@ -229,7 +221,7 @@ TEST_P(OutOfCore, AbortAfterTheFactorizationLeavesNothing)
     BuildTower(m, 3);
     m.host.abortKey = [&] { return m.window.HasLine(L"FACTORIZATION", L"OK"); };
 
-    EXPECT_EQ(FaultOfRun(), L"SOLUTION ABORTED!");
+    EXPECT_EQ(m.FaultOfRun(), L"SOLUTION ABORTED!");
 
     EXPECT_EQ(folder.Contents(), "");
     EXPECT_FALSE(m.model.HasStaticSolution());
@@ -249,7 +241,7 @@ TEST_P(OutOfCore, BadPivotLeavesNothing)
     m.Support(4, L"110000");
     m.NodalLoad(2, kY, 1);
 
-    EXPECT_EQ(FaultOfRun(), m.model.get_pardiso_error(-4).Text());
+    EXPECT_EQ(m.FaultOfRun(), m.model.get_pardiso_error(-4).Text());
 
     EXPECT_EQ(folder.Contents(), "");
     EXPECT_FALSE(m.model.HasStaticSolution());

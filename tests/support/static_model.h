@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <string>
 #include <vector>
 
 #include "support/model_builder.h"
@@ -56,6 +57,16 @@ public:
             {.id = id, .node = {node1, node2}, .dof = {dof1, dof2}, .factor = {factor1, factor2}});
     }
 
+    /// Runs the model: text of the exception that leaves the run; empty when there is none.
+    std::wstring FaultOfRun()
+    {
+        try {
+            model.ExecuteStatic();
+        } catch (const jxException& fault) {
+            return fault.GetText();
+        }
+        return L"";
+    }
     const jxCombResult& Result(std::size_t comb = 0) const { return model.combResults.at(comb); }
     /// Value of the record with this id in a family of results; not a number when there is none.
     static double ValueOf(const std::vector<jxResult6Val>& family, int id, int dof)
