@@ -51,8 +51,7 @@ bool HasNegativeDiagonal(const Matrix24<Real>& k)
 }
 
 // Every brick is assembled, so that the log names all faulty ones before the run stops. Matrices are formed side by side
-// and added to every term in the
-// order of the bricks.
+// and added to every term in the order of the bricks.
 template <Number Real>
 void AddStiffness(CjxStruct& model, jxSolutionData& data)
 {
