@@ -23,15 +23,16 @@ public:
 
     /// Calls visit(index) for every point within reach of the segment a-b, and perhaps for some outside, in no special
     /// order. A segment of no length is a point. visit returns false to end the search.
+    /// @return  boxes that were looked at: what the search cost
     template <class Visit>
-    void VisitNear(const jxPoint& a, const jxPoint& b, double reach, Visit visit) const
+    std::size_t VisitNear(const jxPoint& a, const jxPoint& b, double reach, Visit visit) const
     {
-        VisitNearFrom(0, a, b, reach, visit);
+        return VisitNearFrom(0, a, b, reach, visit);
     }
     /// The same for the points of index first and above: parts of the tree that hold none of them are passed over, so
     /// that one such point is found at once even among many below it at the same place.
     template <class Visit>
-    void VisitNearFrom(std::size_t first, const jxPoint& a, const jxPoint& b, double reach, Visit visit) const;
+    std::size_t VisitNearFrom(std::size_t first, const jxPoint& a, const jxPoint& b, double reach, Visit visit) const;
 
 private:
     static constexpr std::uint32_t kLeafPoints = 8;
@@ -70,17 +71,20 @@ private:
 };
 
 template <class Visit>
-void PointTree::VisitNearFrom(std::size_t first, const jxPoint& a, const jxPoint& b, double reach, Visit visit) const
+std::size_t PointTree::VisitNearFrom(std::size_t first, const jxPoint& a, const jxPoint& b, double reach,
+                                     Visit visit) const
 {
     if (boxes_.empty())
-        return;
+        return 0;
     const Probe probe = MakeProbe(a, b, reach);
     std::array<std::uint32_t, 64> open{};  // a median split of 2^32 points is 32 boxes deep
     std::size_t nOpen = 0;
+    std::size_t nSeen = 0;
     open[nOpen++] = 0;
     while (nOpen > 0) {
         const std::uint32_t at = open[--nOpen];
         const Box& box = boxes_[at];
+        ++nSeen;
         if (box.highestIndex < first || !CanTouch(probe, box))
             continue;
         if (box.right != 0) {
@@ -90,8 +94,9 @@ void PointTree::VisitNearFrom(std::size_t first, const jxPoint& a, const jxPoint
         }
         for (std::uint32_t i = box.first; i < box.last; ++i)
             if (entries_[i].index >= first && !visit(static_cast<std::size_t>(entries_[i].index)))
-                return;
+                return nSeen;
     }
+    return nSeen;
 }
 
 }  // namespace qvx

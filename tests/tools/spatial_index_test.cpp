@@ -1,7 +1,6 @@
 #include "tools/spatial_index.h"
 
 #include <algorithm>
-#include <chrono>
 #include <random>
 #include <vector>
 
@@ -105,6 +104,40 @@ TEST(PointTree, FindsOnlyPointsFromAnIndexOn)
         std::vector<std::size_t> expected = NearByLoop(points, points[5], points[5], 2.5);
         std::erase_if(expected, [first](std::size_t i) { return i < first; });
         EXPECT_EQ(found, expected) << first;
+    }
+}
+
+// 4096 points are 512 leaves, nine splits below the root: a way down looks at two boxes a split.
+constexpr std::size_t kWayDown = 1 + 2 * 9;
+
+TEST(PointTree, LooksAtFewBoxesOfALattice)
+{
+    std::vector<jxPoint> points;
+    for (int i = 0; i < 4096; ++i)
+        points.push_back({1.0 * (i % 16), 1.0 * (i / 16 % 16), 1.0 * (i / 256)});
+    const PointTree tree(points);
+    for (const jxPoint& p : points) {
+        std::size_t found = 0;
+        const std::size_t boxes =
+            tree.VisitNear(p, p, 0.01, [&](std::size_t i) { return found += points[i] == p, true; });
+        EXPECT_EQ(found, 1U);
+        EXPECT_LE(boxes, 8 * kWayDown) << "a point touches a box in each of its octants at most";
+    }
+}
+
+// Where all points are at one place, one of index first and above is found without a look at those below.
+TEST(PointTree, LooksAtFewBoxesOfACluster)
+{
+    const std::vector<jxPoint> points(4096, jxPoint{1, 2, 3});
+    const PointTree tree(points);
+    for (std::size_t first = 0; first < points.size(); ++first) {
+        std::size_t found = 0;
+        const std::size_t boxes = tree.VisitNearFrom(first, points[0], points[0], 0.01, [&](std::size_t i) {
+            found = i;
+            return false;
+        });
+        EXPECT_GE(found, first);
+        EXPECT_LE(boxes, kWayDown) << first;
     }
 }
 
