@@ -2,28 +2,23 @@
 #include <gmock/gmock.h>
 
 #include "exchange/model_file.h"
-#include "support/solver_types.h"
-#include "support/static_model.h"
+#include "support/model_on_every_solver.h"
 
 namespace {
 
 using qvx::test::RecordingHost;
-using qvx::test::Solver;
 using qvx::test::StaticModel;
 
 constexpr unsigned kQuestionFlags = 4132;  // Yes or No, a question mark, above all windows
 const wchar_t* const kQuestion = L"Do you want to abort the solution?";
 const wchar_t* const kAborted = L"SOLUTION ABORTED!";
 
-class Abort : public testing::TestWithParam<Solver>
+class Abort : public qvx::test::ModelOnEverySolver
 {
 protected:
     void SetUp() override
     {
-        if (!IsInstalled(GetParam()))
-            GTEST_SKIP() << "the runtime of the routine pardiso is not installed";
-        Choose(m.host, GetParam());
-        m.host.boxes.clear();
+        ModelOnEverySolver::SetUp();
         m.model.units.unit[kLength] = 1;  // ft: the run itself is in inches
         BuildFrame();
     }
@@ -78,7 +73,6 @@ protected:
         EXPECT_EQ(qvx::WriteModelText(m.model), before);
     }
 
-    StaticModel m{GetParam().type};
     std::size_t nPosted = 0;  ///< messages when the engine looked at the key last
     // The log goes on where the window falls silent: the linear stage reports whatever breaks it, but for faults
     // from within a sparse solver.

@@ -1,27 +1,14 @@
 // How a fault of one element ends a run, or a combination of it, on every solver.
 #include <gmock/gmock.h>
 
-#include "support/solver_types.h"
-#include "support/static_model.h"
+#include "support/model_on_every_solver.h"
 
 namespace {
 
-using qvx::test::Solver;
-using qvx::test::StaticModel;
 using testing::Contains;
 
-class ElementFaults : public testing::TestWithParam<Solver>
+class ElementFaults : public qvx::test::ModelOnEverySolver
 {
-protected:
-    void SetUp() override
-    {
-        if (!IsInstalled(GetParam()))
-            GTEST_SKIP() << "the runtime of the routine pardiso is not installed";
-        Choose(m.host, GetParam());
-        m.host.boxes.clear();
-    }
-
-    StaticModel m{GetParam().type};
 };
 
 }  // namespace

@@ -5,9 +5,8 @@
 #include <gmock/gmock.h>
 #include <sys/types.h>
 
-#include "sparse/direct_solver.h"
+#include "support/model_on_every_solver.h"
 #include "support/small_disk.h"
-#include "support/static_model.h"
 
 namespace {
 
@@ -16,18 +15,9 @@ using qvx::test::StaticModel;
 using qvx::test::TemporaryFolder;
 using testing::Contains;
 
-enum Backend : int { kPardiso = 1, kMumps = 2 };
-
-class SparseFailures : public testing::TestWithParam<int>
+class SparseFailures : public qvx::test::ModelOnEverySolver
 {
 protected:
-    void SetUp() override
-    {
-        if (GetParam() == kPardiso && !qvx::IsPardisoInstalled())
-            GTEST_SKIP() << "the runtime of the routine pardiso is not installed";
-        m.host.profile[{L"Preferences", L"SparseBackend"}] = GetParam();
-        m.host.boxes.clear();
-    }
     void MakeColumn()
     {
         m.Node(0, 0);
@@ -42,12 +32,10 @@ protected:
         return std::count_if(m.window.lines.begin(), m.window.lines.end(),
                              [&](const auto& line) { return line.text == text; });
     }
-
-    StaticModel m{DoubleSparse};
 };
 
-INSTANTIATE_TEST_SUITE_P(Backends, SparseFailures, testing::Values(kPardiso, kMumps),
-                         [](const auto& p) { return p.param == kPardiso ? "Pardiso" : "Mumps"; });
+INSTANTIATE_TEST_SUITE_P(Backends, SparseFailures, testing::ValuesIn(qvx::test::SparseSolvers()),
+                         qvx::test::SolverName);
 
 TEST_P(SparseFailures, LinearCombinationWithoutLoadIsSolvedWithAWarning)
 {

@@ -7,9 +7,8 @@
 #include <gmock/gmock.h>
 
 #include "exchange/model_file.h"
-#include "sparse/direct_solver.h"
+#include "support/model_on_every_solver.h"
 #include "support/small_disk.h"
-#include "support/static_model.h"
 
 namespace {
 
@@ -18,8 +17,6 @@ using qvx::FromUtf8;
 using qvx::test::SmallDisk;
 using qvx::test::StaticModel;
 using qvx::test::TemporaryFolder;
-
-enum Backend : int { kPardiso = 1, kMumps = 2 };
 
 constexpr int kLeastMaxCore = 20;  // megabytes
 
@@ -47,16 +44,14 @@ void BuildTower(StaticModel& m, int storeys)
     m.NodalLoad(node(0, storeys, 0), kY, -10);
 }
 
-class OutOfCore : public testing::TestWithParam<int>
+class OutOfCore : public qvx::test::ModelOnEverySolver
 {
 protected:
     static constexpr int kStoreys = 240;
 
     void SetUp() override
     {
-        if (GetParam() == kPardiso && !qvx::IsPardisoInstalled())
-            GTEST_SKIP() << "the runtime of the routine pardiso is not installed";
-        m.host.profile[{L"Preferences", L"SparseBackend"}] = GetParam();
+        ModelOnEverySolver::SetUp();
         m.host.profile[{L"Preferences", L"OocMaxCore"}] = kLeastMaxCore;
         m.host.currentFolder = FromUtf8(folder.Path().string());
         m.model.bOutOfCore = 1;
@@ -91,11 +86,9 @@ protected:
     }
 
     TemporaryFolder folder;
-    StaticModel m{DoubleSparse};
 };
 
-INSTANTIATE_TEST_SUITE_P(Backends, OutOfCore, testing::Values(kPardiso, kMumps),
-                         [](const auto& p) { return p.param == kPardiso ? "Pardiso" : "Mumps"; });
+INSTANTIATE_TEST_SUITE_P(Backends, OutOfCore, testing::ValuesIn(qvx::test::SparseSolvers()), qvx::test::SolverName);
 
 // Round-off: the same factor by the same operations, in another order of its panels.
 TEST_P(OutOfCore, FactorAboveTheLimitGoesToDiskAndGivesTheSameAnswers)

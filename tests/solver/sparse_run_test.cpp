@@ -12,6 +12,7 @@
 #include "support/model_builder.h"
 #include "support/model_log.h"
 #include "support/recording_host.h"
+#include "support/solver_types.h"
 
 namespace {
 
@@ -20,22 +21,11 @@ using qvx::test::ModelLog;
 using qvx::test::RecordingHost;
 using qvx::test::RecordingWindow;
 
-enum Backend : int { kPardiso = 1, kMumps = 2 };
-
-class SparseRun : public testing::TestWithParam<int>
+class SparseRun : public qvx::test::EverySolver
 {
-protected:
-    void SetUp() override
-    {
-        if (GetParam() == kPardiso && !qvx::IsPardisoInstalled())
-            GTEST_SKIP() << "the runtime of the routine pardiso is not installed";
-        host.profile[{L"Preferences", L"SparseBackend"}] = GetParam();
-    }
-    RecordingHost host;
 };
 
-INSTANTIATE_TEST_SUITE_P(Backends, SparseRun, testing::Values(kPardiso, kMumps),
-                         [](const auto& p) { return p.param == kPardiso ? "Pardiso" : "Mumps"; });
+INSTANTIATE_TEST_SUITE_P(Backends, SparseRun, testing::ValuesIn(qvx::test::SparseSolvers()), qvx::test::SolverName);
 
 // A frame of 3 x 3 columns and two storeys with loads of every kind.
 void BuildFrame(ModelBuilder& b)

@@ -32,6 +32,12 @@ inline const std::vector<Solver>& AllSolvers()
                                                 {"Mumps", DoubleSparse, 2}};
     return solvers;
 }
+inline std::vector<Solver> SparseSolvers()
+{
+    std::vector<Solver> sparse = AllSolvers();
+    std::erase_if(sparse, [](const Solver& solver) { return solver.type != DoubleSparse; });
+    return sparse;
+}
 /// MUMPS and the skyline always are; the runtime of the routine pardiso may be absent.
 inline bool IsInstalled(const Solver& solver)
 {
