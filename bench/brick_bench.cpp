@@ -6,8 +6,8 @@
 
 #include <benchmark/benchmark.h>
 
-#include "elements/brick_stiffness.h"
-#include "elements/brick_stress.h"
+#include "elements/brick/brick_stiffness.h"
+#include "elements/brick/brick_stress.h"
 
 namespace {
 

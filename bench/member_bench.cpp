@@ -7,9 +7,9 @@
 
 #include <benchmark/benchmark.h>
 
-#include "elements/beam_group.h"
-#include "elements/member_releases.h"
-#include "elements/member_stiffness.h"
+#include "elements/member/beam_group.h"
+#include "elements/member/member_releases.h"
+#include "elements/member/member_stiffness.h"
 #include "tools/geometry.h"
 
 namespace {

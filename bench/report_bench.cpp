@@ -9,9 +9,9 @@
 
 #include <benchmark/benchmark.h>
 
-#include "exchange/report.h"
 #include "model/jx_struct.h"
 #include "platform/wide_path.h"
+#include "report/report.h"
 
 namespace {
 

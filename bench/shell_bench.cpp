@@ -7,8 +7,8 @@
 
 #include <benchmark/benchmark.h>
 
-#include "elements/shell4_group.h"
-#include "elements/shell_stress.h"
+#include "elements/shell/shell4_group.h"
+#include "elements/shell/shell_stress.h"
 
 namespace {
 

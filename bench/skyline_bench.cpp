@@ -9,7 +9,7 @@
 #include <cblas.h>
 
 #include "bench/skyline_samples.h"
-#include "solver/skyline_kernel.h"
+#include "skyline/skyline_kernel.h"
 
 using namespace qvx;
 using namespace qvx::bench;

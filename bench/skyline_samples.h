@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "quad/double128.h"
-#include "solver/skyline_view.h"
+#include "skyline/skyline_view.h"
 
 namespace qvx::bench {
 

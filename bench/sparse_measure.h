@@ -4,9 +4,9 @@
 #include <string>
 #include <vector>
 
-#include "elements/beam_group.h"
-#include "elements/brick_group.h"
-#include "elements/shell4_group.h"
+#include "elements/brick/brick_group.h"
+#include "elements/member/beam_group.h"
+#include "elements/shell/shell4_group.h"
 #include "platform/host_services.h"
 #include "solver/sparse_system.h"
 #include "sparse/direct_solver.h"

@@ -14,7 +14,7 @@
 #include <string>
 #include <vector>
 
-#include "exchange/results_file.h"
+#include "files/results_file.h"
 #include "generated_models.h"
 #include "sparse_measure.h"
 

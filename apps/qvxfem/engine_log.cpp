@@ -4,7 +4,7 @@
 #include <system_error>
 #include <utility>
 
-#include "exchange/file_error.h"
+#include "platform/file_error.h"
 
 namespace qvx::app {
 namespace {

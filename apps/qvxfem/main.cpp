@@ -8,9 +8,9 @@
 
 #include "check_command.h"
 #include "convert_command.h"
-#include "exchange/file_error.h"
 #include "exit_code.h"
 #include "platform/cstring.h"
+#include "platform/file_error.h"
 #include "run_command.h"
 #include "tools/jx_exception.h"
 #include "version.h"

@@ -5,9 +5,9 @@
 #include <fstream>
 #include <system_error>
 
-#include "exchange/model_file.h"
-#include "exchange/sap2000_file.h"
+#include "files/model_file.h"
 #include "platform/wide_path.h"
+#include "sap2000/sap2000_file.h"
 
 namespace qvx::app {
 namespace {

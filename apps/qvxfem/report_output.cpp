@@ -3,11 +3,11 @@
 #include <cstdio>
 #include <string>
 
-#include "exchange/file_error.h"
-#include "exchange/pending_file.h"
-#include "exchange/report.h"
 #include "interrupt.h"
+#include "platform/file_error.h"
+#include "platform/pending_file.h"
 #include "platform/wide_path.h"
+#include "report/report.h"
 #include "tools/jx_exception.h"
 
 namespace qvx::app {

@@ -9,8 +9,8 @@
 #include <fmt/format.h>
 
 #include "engine_log.h"
-#include "exchange/results_file.h"
 #include "exit_code.h"
+#include "files/results_file.h"
 #include "findings.h"
 #include "finite_results.h"
 #include "interrupt.h"

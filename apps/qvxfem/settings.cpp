@@ -1,6 +1,6 @@
 #include "settings.h"
 
-#include "exchange/model_file.h"
+#include "files/model_file.h"
 
 namespace qvx::app {
 

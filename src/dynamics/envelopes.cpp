@@ -2,7 +2,7 @@
 #include <set>
 #include <vector>
 
-#include "elements/member_curve_value.h"
+#include "elements/member/member_curve_value.h"
 #include "model/find_record.h"
 #include "model/jx_struct.h"
 

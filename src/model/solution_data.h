@@ -4,10 +4,10 @@
 #include <cstdint>
 #include <vector>
 
-#include "model/row_table.h"
-#include "model/sparse_stiffness.h"
 #include "platform/export.h"
 #include "quad/double128.h"
+#include "sparse/row_table.h"
+#include "sparse/sparse_stiffness.h"
 
 namespace qvx {
 

@@ -3,7 +3,7 @@
 #include <vector>
 
 #include "elements/scatter.h"
-#include "elements/shell_loads.h"
+#include "elements/shell/shell_loads.h"
 #include "model/find_record.h"
 #include "model/jx_struct.h"
 #include "model/solution_data.h"

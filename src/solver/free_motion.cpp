@@ -6,8 +6,8 @@
 #include <vector>
 
 #include "platform/host_services.h"
+#include "skyline/skyline_kernel.h"
 #include "solver/instability.h"
-#include "solver/skyline_kernel.h"
 
 namespace qvx {
 

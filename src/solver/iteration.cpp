@@ -4,7 +4,7 @@
 #include <cmath>
 #include <vector>
 
-#include "elements/beam_group.h"
+#include "elements/member/beam_group.h"
 #include "model/find_record.h"
 #include "model/jx_struct.h"
 

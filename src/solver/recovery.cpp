@@ -2,9 +2,9 @@
 #include <array>
 #include <vector>
 
-#include "elements/beam_group.h"
-#include "elements/brick_group.h"
-#include "elements/shell4_group.h"
+#include "elements/brick/brick_group.h"
+#include "elements/member/beam_group.h"
+#include "elements/shell/shell4_group.h"
 #include "model/find_record.h"
 #include "model/jx_struct.h"
 

@@ -3,7 +3,7 @@
 #include <cstdint>
 
 #include "model/jx_struct.h"
-#include "solver/skyline_kernel.h"
+#include "skyline/skyline_kernel.h"
 
 namespace qvx {
 

@@ -3,11 +3,11 @@
 #include <algorithm>
 
 #include "elements/stiffness_sink.h"
+#include "skyline/skyline_kernel.h"
 #include "solver/free_motion.h"
 #include "solver/instability.h"
 #include "solver/refinement.h"
 #include "solver/settlement.h"
-#include "solver/skyline_kernel.h"
 #include "solver/skyline_solver.h"
 #include "solver/static_stages.h"
 

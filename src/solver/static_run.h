@@ -4,9 +4,9 @@
 #include <memory>
 #include <vector>
 
-#include "elements/beam_group.h"
-#include "elements/brick_group.h"
-#include "elements/shell4_group.h"
+#include "elements/brick/brick_group.h"
+#include "elements/member/beam_group.h"
+#include "elements/shell/shell4_group.h"
 #include "model/solution_data.h"
 #include "solver/equation_solver.h"
 

@@ -1,6 +1,6 @@
-#include "elements/beam_group.h"
-#include "elements/brick_group.h"
-#include "elements/shell4_group.h"
+#include "elements/brick/brick_group.h"
+#include "elements/member/beam_group.h"
+#include "elements/shell/shell4_group.h"
 #include "model/jx_struct.h"
 #include "model/solution_data.h"
 

@@ -1,7 +1,7 @@
 // The abort key, in every stage and on every solver: what is asked and said, what is thrown, what is left behind.
 #include <gmock/gmock.h>
 
-#include "exchange/model_file.h"
+#include "files/model_file.h"
 #include "support/model_on_every_solver.h"
 
 namespace {

@@ -9,8 +9,8 @@
 
 #include <gtest/gtest.h>
 
-#include "exchange/model_file.h"
-#include "exchange/results_file.h"
+#include "files/model_file.h"
+#include "files/results_file.h"
 #include "support/recording_host.h"
 #include "support/results_comparison.h"
 #include "support/solver_types.h"

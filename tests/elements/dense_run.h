@@ -1,6 +1,6 @@
 #pragma once
 
-#include "elements/beam_group.h"
+#include "elements/member/beam_group.h"
 #include "model/solution_data.h"
 #include "support/model_builder.h"
 

@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "exchange/model_file.h"
+#include "files/model_file.h"
 #include "model/jx_struct.h"
 #include "quiet_host.h"
 

@@ -7,10 +7,10 @@
 #include <sstream>
 #include <string>
 
-#include "exchange/model_file.h"
-#include "exchange/sap2000_importer.h"
+#include "files/model_file.h"
 #include "model/jx_struct.h"
 #include "quiet_host.h"
+#include "sap2000/sap2000_importer.h"
 
 namespace {
 

@@ -16,17 +16,19 @@ namespace fs = std::filesystem;
 const std::map<std::string, int>& Ranks()
 {
     static const std::map<std::string, int> ranks{
-        {"quad", 0},     {"platform", 0}, {"tools", 1},      {"sparse", 1},    {"model/records", 2},
-        {"rc", 3},       {"steel", 3},    {"model", 4},      {"elements", 5},  {"solver", 6},
-        {"dynamics", 7}, {"design", 8},   {"operations", 9}, {"exchange", 10},
+        {"quad", 0},          {"platform", 0},     {"tools", 1},    {"skyline", 2}, {"sparse", 2},
+        {"model/records", 3}, {"model/fields", 4}, {"rc", 5},       {"steel", 5},   {"model", 6},
+        {"elements", 7},      {"solver", 8},       {"dynamics", 9}, {"design", 10}, {"operations", 11},
+        {"files", 12},        {"report", 12},      {"sap2000", 12}, {"apps", 13},
     };
     return ranks;
 }
 
 std::string LayerOf(const std::string& path)
 {
-    if (path.starts_with("model/records/"))
-        return "model/records";
+    for (const char* inner : {"model/records", "model/fields"})
+        if (path.starts_with(std::string(inner) + "/"))
+            return inner;
     return path.substr(0, path.find('/'));
 }
 

@@ -2,7 +2,7 @@
 
 #include <array>
 
-#include "elements/beam_group.h"
+#include "elements/member/beam_group.h"
 #include "solver/assembled_model.h"
 
 using qvx::test::AssembledModel;

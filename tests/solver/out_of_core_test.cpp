@@ -6,7 +6,7 @@
 
 #include <gmock/gmock.h>
 
-#include "exchange/model_file.h"
+#include "files/model_file.h"
 #include "support/model_on_every_solver.h"
 #include "support/small_disk.h"
 

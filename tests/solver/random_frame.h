@@ -3,7 +3,7 @@
 #include <cmath>
 #include <random>
 
-#include "elements/beam_group.h"
+#include "elements/member/beam_group.h"
 #include "support/static_model.h"
 #include "tools/jx_point.h"
 

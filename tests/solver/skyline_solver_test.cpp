@@ -5,7 +5,7 @@
 #include <gtest/gtest.h>
 
 #include "model/jx_struct.h"
-#include "solver/skyline_samples.h"
+#include "skyline/skyline_samples.h"
 #include "support/recording_host.h"
 
 using namespace qvx;

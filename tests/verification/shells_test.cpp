@@ -6,7 +6,7 @@
 
 #include <gtest/gtest.h>
 
-#include "elements/shell_samples.h"
+#include "elements/shell/shell_samples.h"
 #include "verification/shell_grid.h"
 
 namespace {

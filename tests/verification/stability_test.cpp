@@ -8,7 +8,7 @@
 
 #include <gtest/gtest.h>
 
-#include "elements/beam_group.h"
+#include "elements/member/beam_group.h"
 #include "support/model_builder.h"
 #include "support/recording_host.h"
 #include "support/solver_types.h"

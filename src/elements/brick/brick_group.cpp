@@ -1,0 +1,199 @@
+#include "elements/brick/brick_group.h"
+
+#include <algorithm>
+#include <array>
+#include <vector>
+
+#include "elements/brick/brick_loads.h"
+#include "elements/brick/brick_stress.h"
+#include "elements/progress.h"
+#include "elements/scatter.h"
+#include "model/find_record.h"
+#include "tools/parallel.h"
+
+namespace qvx {
+
+namespace {
+
+// One brick with the records that it refers to.
+struct GatheredBrick
+{
+    BrickCorners corners;
+    std::array<int, 8> nodePositions;
+    const jxMat& material;
+};
+
+GatheredBrick Gather(const CjxStruct& model, const jxBrick& brick)
+{
+    BrickCorners corners;
+    std::array<int, 8> positions;
+    for (std::size_t i = 0; i < 8; ++i) {
+        positions[i] = NodePosition(model.nodes, brick.node[i]);
+        corners[i] = model.nodes[static_cast<std::size_t>(positions[i] - 1)].Point();
+    }
+    return {.corners = corners, .nodePositions = positions, .material = FindById(model.materials, brick.material)};
+}
+
+template <Number Real>
+BrickElement<Real> Form(const CjxStruct& model, const GatheredBrick& g)
+{
+    return FormBrick<Real>(g.corners, SolidElasticityOf<Real>(g.material.E, g.material.nu),
+                           model.bIncompatibleMembrane != 0);
+}
+
+template <Number Real>
+bool HasNegativeDiagonal(const Matrix24<Real>& k)
+{
+    for (int i = 0; i < 24; ++i)
+        if (k(i, i) < Real(0))
+            return true;
+    return false;
+}
+
+// Every brick is assembled, so that the log names all faulty ones before the run stops. Matrices are formed side by side
+// and added to every term in the order of the bricks.
+template <Number Real>
+void AddStiffness(CjxStruct& model, jxSolutionData& data)
+{
+    bool isFaulty = false;
+    PercentCounter progress(model, model.bricks.size());
+    std::vector<Matrix24<Real>> k(std::min(kBatchSize, model.bricks.size()));
+    const auto form = [&](std::size_t i, std::size_t slot) {
+        if (!model.bricks[i].excluded)
+            k[slot] = Form<Real>(model, Gather(model, model.bricks[i])).stiffness;
+    };
+    const auto look = [&](std::size_t i, std::size_t slot) {
+        const jxBrick& brick = model.bricks[i];
+        if (brick.excluded || !HasNegativeDiagonal(k[slot]))
+            return;
+        isFaulty = true;
+        CString line;
+        line.Format(L"Brick %d has negative diagonal stiffness", brick.id);
+        model.LogLine(line);
+    };
+    const auto add = [&](std::size_t first, std::size_t last) {
+        AddInShares(last - first, model.SolverThreads(), [&](std::size_t slot, Share share) {
+            const std::size_t i = first + slot;
+            if (!model.bricks[i].excluded)
+                ScatterStiffness(data, model.solverType, data.lmBricks[static_cast<int>(i) + 1], 24, k[slot].data(),
+                                 share);
+        });
+    };
+    FormAndTakeInOrder(
+        model.bricks.size(), model.SolverThreads(), [&](std::size_t i) { progress.Show(i); }, form, look, add);
+    if (isFaulty)
+        throw jxException(L"Negative diagonal terms in brick stiffness.\n"
+                          L"Try to correct this by reversing element node ordering.\n"
+                          L"See log file for details.");
+}
+
+void AddToLoadVector(CjxStruct& model, int comb, int nodePosition, int dof, const double128& value)
+{
+    const int equation = model.Equation(nodePosition, dof);
+    if (equation > 0)
+        model.loadVectors[static_cast<std::size_t>(comb)][static_cast<std::size_t>(equation)] += value;
+}
+
+template <Number Real>
+void AddSelfWeight(CjxStruct& model, int comb, double factor, const GatheredBrick& g)
+{
+    const double w = g.material.Wc * model.selfWeightFactor * factor;
+    const std::array<Real, 8> q = BrickBodyForces<Real>(g.corners, Real(w));
+    for (std::size_t i = 0; i < 8; ++i)
+        AddToLoadVector(model, comb, g.nodePositions[i], model.selfWeightDir, q[i]);
+}
+
+template <Number Real>
+void AddThermalForces(CjxStruct& model, int comb, double strain, const GatheredBrick& g)
+{
+    const std::array<Real, 24> f =
+        BrickThermalForces(g.corners, SolidElasticityOf<Real>(g.material.E, g.material.nu), Real(strain));
+    for (std::size_t i = 0; i < 24; ++i)
+        AddToLoadVector(model, comb, g.nodePositions[i / 3], static_cast<int>(i % 3), f[i]);
+}
+
+// Calls use(load case, factor) for every term of the combination whose label names a load case.
+template <class Use>
+void ForEachTerm(const CjxStruct& model, int comb, const Use& use)
+{
+    for (const jxCaseFactor& term : model.loadCombs[static_cast<std::size_t>(comb)].cases)
+        if (const int found = model.FindLoadCase(term.label); found >= 0)
+            use(static_cast<std::size_t>(found), term.factor);
+}
+
+template <Number Real>
+void AddLoads(CjxStruct& model, int comb)
+{
+    for (const jxBrick& brick : model.bricks) {
+        const GatheredBrick g = Gather(model, brick);
+        ForEachTerm(model, comb, [&](std::size_t loadCase, double factor) {
+            const bool isSelfWeightCase = static_cast<int>(loadCase) == model.selfWeightCase;
+            if (isSelfWeightCase && model.selfWeightFactor != 0 && !brick.selfWeight)
+                AddSelfWeight<Real>(model, comb, factor, g);
+            const auto [first, last] = RecordsOf(model.caseLoads[loadCase].brickThermalLoads, brick.id);
+            for (auto thermal = first; thermal != last; ++thermal)
+                if (thermal->dT != 0)
+                    AddThermalForces<Real>(model, comb, g.material.Tc * thermal->dT * factor, g);
+        });
+    }
+}
+
+// Stress-free strain of a brick under all terms of a combination.
+double ThermalStrain(const CjxStruct& model, const jxBrick& brick, double Tc, int comb)
+{
+    double strain = 0;
+    ForEachTerm(model, comb, [&](std::size_t loadCase, double factor) {
+        const auto [first, last] = RecordsOf(model.caseLoads[loadCase].brickThermalLoads, brick.id);
+        for (auto thermal = first; thermal != last; ++thermal)
+            strain += thermal->dT * factor * Tc;
+    });
+    return strain;
+}
+
+template <Number Real>
+void Recover(const CjxStruct& model, const jxBrick& brick, int comb, double S[9][6], double f[24])
+{
+    const GatheredBrick g = Gather(model, brick);
+    const std::vector<double128>& solution = model.loadVectors[static_cast<std::size_t>(comb)];
+    std::array<Real, 24> u{};
+    for (std::size_t i = 0; i < 24; ++i)
+        if (const int equation = model.Equation(g.nodePositions[i / 3], static_cast<int>(i % 3)); equation > 0)
+            u[i] = static_cast<Real>(solution[static_cast<std::size_t>(equation)]);
+
+    const BrickElement<Real> element = Form<Real>(model, g);
+    const auto stresses = BrickStresses(element, u, Real(ThermalStrain(model, brick, g.material.Tc, comb)));
+    const std::array<Real, 24> forces = BrickNodalForces(element, u);
+    for (std::size_t k = 0; k < 9; ++k)
+        for (std::size_t i = 0; i < 6; ++i)
+            S[k][i] = static_cast<double>(stresses[k][i]);
+    for (std::size_t i = 0; i < 24; ++i)
+        f[i] = static_cast<double>(forces[i]);
+}
+
+}  // namespace
+
+}  // namespace qvx
+
+void CjxBrickGroup::ProcessStiffness(jxSolutionData& data)
+{
+    if (model_->solverType == QuadSkyline)
+        qvx::AddStiffness<qvx::double128>(*model_, data);
+    else
+        qvx::AddStiffness<double>(*model_, data);
+}
+
+void CjxBrickGroup::ProcessElemLoads(int comb)
+{
+    if (model_->solverType == QuadSkyline)
+        qvx::AddLoads<qvx::double128>(*model_, comb);
+    else
+        qvx::AddLoads<double>(*model_, comb);
+}
+
+void CjxBrickGroup::GetBrickStresses(double S[9][6], double f[24], const jxBrick& brick, int comb)
+{
+    if (model_->solverType == QuadSkyline)
+        qvx::Recover<qvx::double128>(*model_, brick, comb, S, f);
+    else
+        qvx::Recover<double>(*model_, brick, comb, S, f);
+}

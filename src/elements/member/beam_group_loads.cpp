@@ -1,0 +1,188 @@
+// Loads of all members: into the load vectors, for the member curves, and into global axes.
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <utility>
+
+#include "elements/member/beam_group.h"
+#include "elements/member/load_values.h"
+#include "elements/member/member_fixed_end.h"
+#include "elements/member/member_load_axes.h"
+#include "elements/member/member_loads.h"
+#include "elements/shell/shell4_group.h"
+#include "model/find_record.h"
+#include "tools/fixed_matrix.h"
+#include "tools/geometry.h"
+
+namespace {
+
+constexpr int kNodeDofs = 6;
+using EndVector = std::array<double, kNodeDofs>;
+
+// The two masks of a member side by side, as the kernels take them.
+struct ReleaseMasks
+{
+    explicit ReleaseMasks(const jxRels& rels)
+    {
+        std::copy(std::begin(rels.start), std::end(rels.start), mask[0]);
+        std::copy(std::begin(rels.end), std::end(rels.end), mask[1]);
+    }
+    wchar_t mask[2][7];
+};
+
+/// Equivalent nodal loads of one member, local axes; its load lists become local too.
+jxBmLoadVector EquivalentLoads(qvx::MemberLoads& loads, const jxBmEx& member, const double (&c)[3][3],
+                               bool bStiffnessFactors)
+{
+    double T[6][6];
+    cos_matrix(&T[0][0], c, 6);
+    LocalizeLoads(loads.points, loads.lines, T);
+    const ReleaseMasks rels(member.rels);
+    double fem[2][kNodeDofs] = {};
+    FEM_POINT(loads.points.begin(), loads.points.end(), member.length, rels.mask, fem);
+    FEM_LINE(loads.lines.begin(), loads.lines.end(), member.length, rels.mask, fem);
+    const double A = bStiffnessFactors ? member.sect.A * member.f_A : member.sect.A;
+    FEM_THERMAL(loads.thermal.begin(), loads.thermal.end(), A, member.mat, fem);
+    jxBmLoadVector vector{.id = member.id, .value = {}};
+    for (int end = 0; end < 2; ++end)
+        std::copy_n(fem[end], kNodeDofs, vector.value + end * kNodeDofs);
+    return vector;
+}
+
+void AddToLoadVector(CjxStruct& model, int comb, int nodeId, const EndVector& global)
+{
+    auto& loadVector = model.loadVectors[static_cast<std::size_t>(comb)];
+    const int position = qvx::NodePosition(model.nodes, nodeId);
+    for (int dof = 0; dof < kNodeDofs; ++dof)
+        if (const int equation = model.Equation(position, dof); equation != 0)
+            loadVector[static_cast<std::size_t>(equation)] += global[static_cast<std::size_t>(dof)];
+}
+
+void AppendEndLoad(std::vector<jxPtLoad>& pts, int dir, double distance, double value)
+{
+    constexpr double kNothing = 1e-100;
+    if (std::fabs(value) <= kNothing)
+        return;
+    jxPtLoad load;
+    load.id = -1;
+    load.coordSys = kLocal;
+    load.bAbsoluteDistance = 0;
+    load.dir = dir;
+    load.value = value;
+    load.distance = distance;
+    pts.push_back(load);
+}
+
+// The curves see a simply supported span under its loads and these: all end forces but the shears and the axial force
+// and torsion of the start, which are the reactions of that span.
+void AppendEndForces(std::vector<jxPtLoad>& pts, const jxBmEndVMD& forces)
+{
+    AppendEndLoad(pts, kOY, 0, forces.start.My);
+    AppendEndLoad(pts, kOZ, 0, forces.start.Mz);
+    AppendEndLoad(pts, kX, 1, forces.end.Fx);
+    AppendEndLoad(pts, kOX, 1, forces.end.Mx);
+    AppendEndLoad(pts, kOY, 1, forces.end.My);
+    AppendEndLoad(pts, kOZ, 1, forces.end.Mz);
+}
+
+/// Replaces every load that is not in global axes by its global components along one local axis of its element.
+/// @param nDirections  directions that mean something: forces, then moments
+/// @param axisOf       local axis that a load acts along or about
+template <class Load, class AxisOf>
+void Globalize(std::vector<Load>& loads, int nDirections, AxisOf axisOf)
+{
+    std::vector<Load> global;
+    global.reserve(loads.size());
+    for (const Load& load : loads) {
+        if (load.coordSys == kGlobal || load.dir < 0 || load.dir >= nDirections) {
+            global.push_back(load);
+            continue;
+        }
+        const jxPoint axis = axisOf(load);
+        const double components[3] = {axis.x, axis.y, axis.z};
+        for (int k = 0; k < 3; ++k) {
+            if (components[k] == 0)
+                continue;
+            Load component = load;
+            qvx::Scale(component, components[k]);
+            component.coordSys = kGlobal;
+            component.dir = load.dir < 3 ? k : 3 + k;
+            global.push_back(component);
+        }
+    }
+    std::stable_sort(global.begin(), global.end());
+    loads.swap(global);
+}
+
+jxPoint BeamAxis(const CjxStruct& model, int id, int number)
+{
+    const jxBm& beam = qvx::FindById(model.beams, id);
+    jxPoint axes[3];
+    CjxBmGroup::GetLocalAxis(axes, qvx::FindById(model.nodes, beam.node1).Point(),
+                             qvx::FindById(model.nodes, beam.node2).Point(), beam.angle);
+    return axes[number];
+}
+
+jxPoint ShellAxis(const CjxStruct& model, int id, int number)
+{
+    const jxShell4& shell = qvx::FindById(model.shell4s, id);
+    jxPoint corner[4];
+    for (int k = 0; k < 4; ++k)
+        corner[k] = qvx::FindById(model.nodes, shell.node[k]).Point();
+    jxPoint axes[3];
+    CjxShell4Group::GetLocalAxis(axes, corner[0], corner[1], corner[2], corner[3], shell.angle);
+    return axes[number];
+}
+
+}  // namespace
+
+// Loads act on the nodes whether or not the member itself is excluded or switched off.
+void CjxBmGroup::ProcessElemLoads(int comb)
+{
+    auto& vectors = model_->combResults[static_cast<std::size_t>(comb)].beamLoadVectors;
+    vectors.clear();
+    const std::vector<qvx::CombinationTerm> terms = qvx::TermsOf(*model_, comb);
+    qvx::MemberLoads loads;
+    jxBmEx member;
+    for (const jxBm& beam : model_->beams) {
+        qvx::CollectMemberLoads(loads, *model_, terms, beam, qvx::SelfWeightEntry::WhereItActs);
+        if (loads.IsEmpty())
+            continue;
+        GetBeamEx(member, beam, model_, 1);
+        if (member.length == 0)
+            throw jxException(L"zero member length encountered");
+        double c[3][3];
+        calc_cos(c, member.localAxis);
+        vectors.push_back(EquivalentLoads(loads, member, c, model_->bStiffnessFactors != 0));
+        const double* local = vectors.back().value;
+        for (int end = 0; end < 2; ++end) {
+            EndVector atEnd;
+            std::copy_n(local + end * kNodeDofs, kNodeDofs, atEnd.begin());
+            AddToLoadVector(*model_, comb, member.nd[end].id, qvx::ToGlobalAxes(atEnd, qvx::RotationMatrix<double>(c)));
+        }
+    }
+}
+
+void CjxStruct::GetBeamLoads(std::vector<jxPtLoad>& pts, std::vector<jxLnLoad>& lines, int id, int comb) const
+{
+    qvx::MemberLoads loads;
+    qvx::CollectMemberLoads(loads, *this, qvx::TermsOf(*this, comb), qvx::FindById(beams, id),
+                            qvx::SelfWeightEntry::Always);
+    pts = std::move(loads.points);
+    lines = std::move(loads.lines);
+    const auto& endForces = combResults[static_cast<std::size_t>(comb)].beamEndForces;
+    if (const jxBmEndVMD* forces = qvx::FindOrNull(endForces, id); forces != nullptr)
+        AppendEndForces(pts, *forces);
+}
+
+void CjxStruct::ConvertAllLocalLoadsToGlobalLoads()
+{
+    const auto beamAxis = [this](const auto& load) { return BeamAxis(*this, load.id, load.dir % 3); };
+    const auto shellAxis = [this](const auto& load) { return ShellAxis(*this, load.id, load.dir); };
+    for (jxCaseLoad& loads : caseLoads) {
+        Globalize(loads.ptLoads, kDofCount, beamAxis);
+        Globalize(loads.lnLoads, kDofCount, beamAxis);
+        Globalize(loads.shell4SurfaceLoads, 3, shellAxis);
+    }
+}

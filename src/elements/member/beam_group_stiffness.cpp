@@ -1,0 +1,190 @@
+// Stiffness of all members and the end forces that follow from it.
+
+#include "elements/member/beam_group.h"
+#include "elements/member/member_releases.h"
+#include "elements/member/member_stiffness.h"
+#include "elements/progress.h"
+#include "elements/scatter.h"
+#include "model/find_record.h"
+#include "tools/jx_point.h"
+
+namespace {
+
+using qvx::double128;
+using qvx::Number;
+
+constexpr int kNodeDofs = 6;
+
+template <Number Real>
+qvx::MemberProperties<Real> Properties(const jxBmEx& member, const CjxStruct& model)
+{
+    const bool bFactors = model.bStiffnessFactors != 0;
+    const bool bShear = model.bShearDeformation != 0;
+    const Real E = member.mat.E;
+    const Real G = E * Real(0.5) / (Real(member.mat.nu) + Real(1));
+    const Real cracked = E * Real(bFactors ? member.cracking : 1.0);  // cracks soften bending only
+    const auto withSection = [&](const jxSect& sect) -> qvx::MemberProperties<Real> {
+        return {.L = member.length,
+                .EA = Real(sect.A) * E,
+                .GJ = G * Real(sect.J),
+                .EIz = Real(sect.Iz) * cracked,
+                .EIy = Real(sect.Iy) * cracked,
+                .GAy = bShear && sect.Ay > 0 ? G * Real(sect.Ay) : Real(0),
+                .GAz = bShear && sect.Az > 0 ? G * Real(sect.Az) : Real(0)};
+    };
+    return bFactors ? withSection(CjxBmGroup::ApplyStiffnessFactor(member.sect, member)) : withSection(member.sect);
+}
+
+// A bar with ball joints and no axial force needs no condensation. It keeps its torsion although the mask of one end
+// releases it, so that a member between nodes with rotations does not spin about its own axis; in the truss models,
+// whose nodes have no rotations, it has none.
+template <Number Real>
+qvx::MemberTerms<Real> TrussTerms(const qvx::MemberProperties<Real>& m, int modelType)
+{
+    const bool bTrussModel = modelType == Truss3D || modelType == Truss2D;
+    return {.axial = m.EA / m.L, .torsion = bTrussModel ? Real(0) : m.GJ / m.L, .inXy = {}, .inXz = {}};
+}
+
+/// @param comb  combination whose P-Delta setting counts, -1 for none
+template <Number Real>
+qvx::ReleasedMember<Real> Gather(const jxBmEx& member, const CjxStruct& model, int comb)
+{
+    if (member.length == 0)
+        throw jxException(L"zero member length encountered");
+    const auto properties = Properties<Real>(member, model);
+    if (member.axialForce == 0 && qvx::IsPinEndedTruss(member.rels))
+        return {.terms = TrussTerms(properties, model.modelType), .released = {}};
+    auto terms = qvx::ElasticTerms(properties);
+    if (comb >= 0 && model.loadCombs[static_cast<std::size_t>(comb)].bPDelta != 0 && member.axialForce != 0)
+        terms = terms + qvx::GeometricTerms<Real>(member.axialForce, properties.L);
+    return {.terms = terms, .released = qvx::ReleasedDofs(member.rels)};
+}
+
+template <Number Real>
+qvx::Matrix3<Real> Cosines(const jxBmEx& member)
+{
+    double c[3][3];
+    calc_cos(c, member.localAxis);
+    return qvx::RotationMatrix<Real>(c);
+}
+
+/// Whether a one-way member carries the wrong sign and is switched off. While the combination has no result, its sign
+/// is unknown: the member counts, and another pass is asked for.
+bool SwitchOff(CjxStruct& model, jxBm& beam, int comb)
+{
+    if (beam.nonlinear == kLinearMember)
+        return false;
+    const bool bFirstPass = comb < 0 || model.combResults[static_cast<std::size_t>(comb)].displacements.empty();
+    const bool bOneWay = beam.nonlinear == kTensionOnly || beam.nonlinear == kCompressionOnly;
+    const bool bWrongSign = (beam.axialForce > 0 && beam.nonlinear == kCompressionOnly) ||
+                            (beam.axialForce < 0 && beam.nonlinear == kTensionOnly);
+    const bool bSwitchOff = !bFirstPass && bWrongSign;
+    if ((bFirstPass && bOneWay) || bSwitchOff) {
+        model.bNonlinear = 1;
+        model.SetNonlinearElementsFailed(1);
+    }
+    if (bSwitchOff) {
+        beam.failed = 1;
+        CString text;
+        text.Format(L"Member %d is ignored due to tension or compression only characteristics", beam.id);
+        model.list_msg_and_log(text, L"...");
+    }
+    return bSwitchOff;
+}
+
+// A diagonal below zero, from a strong compression or from the round-off of releases, stays in and is not reported: the
+// factorization of the whole structure tells whether it matters.
+template <Number Real, class Sink>
+void AssembleMembers(CjxStruct& model, const jxSolutionData& data, int comb, const Sink& sink)
+{
+    qvx::PercentCounter progress(model, model.beams.size());
+    jxBmEx member;
+    for (std::size_t i = 0; i < model.beams.size(); ++i) {
+        jxBm& beam = model.beams[i];
+        progress.Show(i);
+        CjxBmGroup::GetBeamEx(member, beam, &model, 1);
+        if (beam.excluded != 0 || beam.failed != 0 || SwitchOff(model, beam, comb))
+            continue;
+        const auto k = qvx::GlobalStiffness(PartsOf(Gather<Real>(member, model, comb)), Cosines<Real>(member));
+        qvx::ScatterInto(sink, data.lmBeams[static_cast<int>(i) + 1], qvx::kMemberDofs, k.data());
+    }
+}
+
+/// Displacements of both ends in global axes, less the translation of the start: moving a member as a whole strains
+/// nothing, and without it the forces keep the digits that a large common displacement would take.
+template <Number Real>
+qvx::FixedVector<Real, qvx::kMemberDofs> RelativeDisplacements(const CjxStruct& model, const jxBmEx& member, int comb)
+{
+    qvx::FixedVector<Real, qvx::kMemberDofs> u{};
+    const auto& solution = model.loadVectors[static_cast<std::size_t>(comb)];
+    for (std::size_t end = 0; end < 2; ++end) {
+        const int position = qvx::NodePosition(model.nodes, member.nd[end].id);
+        for (int dof = 0; dof < kNodeDofs; ++dof)
+            if (const int equation = model.Equation(position, dof); equation != 0)
+                u[end * kNodeDofs + static_cast<std::size_t>(dof)] =
+                    static_cast<Real>(solution[static_cast<std::size_t>(equation)]);
+    }
+    for (std::size_t axis = 0; axis < 3; ++axis) {
+        u[kNodeDofs + axis] -= u[axis];
+        u[axis] = Real(0);
+    }
+    return u;
+}
+
+template <Number Real>
+void EndForces(double forces[12], const CjxStruct& model, const jxBmEx& member, int comb)
+{
+    const auto k = qvx::LocalStiffness(PartsOf(Gather<Real>(member, model, comb)));
+    const auto local = qvx::ToLocalAxes(RelativeDisplacements<Real>(model, member, comb), Cosines<Real>(member));
+    const auto f = k * local;
+    const auto& loads = model.combResults[static_cast<std::size_t>(comb)].beamLoadVectors;
+    const jxBmLoadVector* load = qvx::FindOrNull(loads, member.id);
+    for (std::size_t i = 0; i < qvx::kMemberDofs; ++i)
+        forces[i] = static_cast<double>(load != nullptr ? f[i] - Real(load->value[i]) : f[i]);
+}
+
+jxVMD EndStation(const double forces[6])
+{
+    return {.Fx = forces[0], .Fy = forces[1], .Fz = forces[2], .Mx = forces[3], .My = forces[4], .Mz = forces[5]};
+}
+
+}  // namespace
+
+void CjxBmGroup::ProcessStiffness(jxSolutionData& data, int comb)
+{
+    qvx::WithStiffnessSink(data, model_->solverType, [&](const auto& sink) {
+        if (model_->solverType == QuadSkyline)
+            AssembleMembers<double128>(*model_, data, comb, sink);
+        else
+            AssembleMembers<double>(*model_, data, comb, sink);
+    });
+}
+
+void CjxBmGroup::GetBeamEndForces(double forces[12], jxBm bm, int comb)
+{
+    jxBmEx member;
+    GetBeamEx(member, bm, model_, 1);
+    if (model_->solverType == QuadSkyline)
+        EndForces<double128>(forces, *model_, member, comb);
+    else
+        EndForces<double>(forces, *model_, member, comb);
+}
+
+void CjxStruct::AllBeamEndForces(CjxBmGroup& group, int comb)
+{
+    std::vector<jxBmEndVMD>& results = combResults[static_cast<std::size_t>(comb)].beamEndForces;
+    results.clear();
+    results.reserve(beams.size());
+    qvx::PercentCounter progress(*this, beams.size());
+    for (const jxBm& beam : beams) {
+        progress.Show(results.size() + 1);
+        jxBmEndVMD record{.id = beam.id, .start = {}, .end = {}};
+        if (beam.excluded == 0 && beam.failed == 0) {
+            double forces[qvx::kMemberDofs];
+            group.GetBeamEndForces(forces, beam, comb);
+            record.start = EndStation(forces);
+            record.end = EndStation(forces + kNodeDofs);
+        }
+        results.push_back(record);
+    }
+}

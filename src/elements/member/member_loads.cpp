@@ -1,0 +1,77 @@
+#include "elements/member/member_loads.h"
+
+#include "elements/member/load_values.h"
+#include "model/find_record.h"
+
+namespace qvx {
+
+namespace {
+
+template <class Load>
+void Append(std::vector<Load>& loads, const std::vector<Load>& loadsOfCase, int id, double factor)
+{
+    const auto [first, last] = RecordsOf(loadsOfCase, id);
+    for (auto load = first; load != last; ++load) {
+        loads.push_back(*load);
+        Scale(loads.back(), factor);
+    }
+}
+
+// Weight per length of a member under unit factors [force/length].
+double WeightPerLength(const CjxStruct& model, const jxBm& beam)
+{
+    const jxSect& section = FindById(model.sections, beam.section);
+    const jxMat& material = FindById(model.materials, beam.material);
+    return CompareNoCase(section.label, L"RIGID_LINK") == 0 ? 0.0 : section.A * material.Wc;
+}
+
+jxLnLoad SelfWeight(const CjxStruct& model, const jxBm& beam, double weightPerLength)
+{
+    jxLnLoad load;
+    load.id = beam.id;
+    load.coordSys = kGlobal;
+    load.bAbsoluteDistance = 0;
+    load.dir = model.selfWeightDir;
+    load.distance1 = 0;
+    load.distance2 = 1;
+    load.value1 = load.value2 = weightPerLength;
+    return load;
+}
+
+}  // namespace
+
+std::vector<CombinationTerm> TermsOf(const CjxStruct& model, int comb)
+{
+    std::vector<CombinationTerm> terms;
+    for (const jxCaseFactor& term : model.loadCombs[static_cast<std::size_t>(comb)].cases)
+        if (const int loadCase = model.FindLoadCase(term.label);
+            loadCase >= 0 && static_cast<std::size_t>(loadCase) < model.caseLoads.size())
+            terms.push_back({.loadCase = loadCase, .factor = term.factor});
+    return terms;
+}
+
+void MemberLoads::Clear()
+{
+    points.clear();
+    lines.clear();
+    thermal.clear();
+}
+
+void CollectMemberLoads(MemberLoads& loads, const CjxStruct& model, const std::vector<CombinationTerm>& terms,
+                        const jxBm& beam, SelfWeightEntry selfWeight)
+{
+    const bool bActs = model.selfWeightFactor != 0 && beam.selfWeight == 0;
+    loads.Clear();
+    for (const CombinationTerm& term : terms) {
+        const jxCaseLoad& loadsOfCase = model.caseLoads[static_cast<std::size_t>(term.loadCase)];
+        Append(loads.points, loadsOfCase.ptLoads, beam.id, term.factor);
+        Append(loads.lines, loadsOfCase.lnLoads, beam.id, term.factor);
+        Append(loads.thermal, loadsOfCase.bmThermalLoads, beam.id, term.factor);
+        if (term.loadCase == model.selfWeightCase && (bActs || selfWeight == SelfWeightEntry::Always)) {
+            const double weight = bActs ? WeightPerLength(model, beam) * model.selfWeightFactor * term.factor : 0.0;
+            loads.lines.push_back(SelfWeight(model, beam, weight));
+        }
+    }
+}
+
+}  // namespace qvx

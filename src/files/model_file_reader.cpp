@@ -1,0 +1,274 @@
+#include <algorithm>
+#include <fstream>
+#include <functional>
+#include <iterator>
+#include <map>
+#include <system_error>
+
+#include "files/model_file.h"
+#include "files/model_lists.h"
+#include "files/model_references.h"
+#include "files/record_reader.h"
+#include "model/units.h"
+
+namespace qvx {
+
+// An empty slot of the three spectra is null.
+void ReadValue(const Json& value, const JsonPath& path, const ValueRule& rule, jxSpectrum (&out)[3])
+{
+    ExpectArray(value, path, 3);
+    for (std::size_t i = 0; i < 3; ++i)
+        if (!value[i].is_null())
+            ReadValue(value[i], path.Element(i), rule, out[i]);
+}
+
+namespace {
+
+constexpr std::uintmax_t kLargestFile = std::uintmax_t{1} << 32;
+
+std::string Utf8(const std::filesystem::path& path)
+{
+    const auto text = path.u8string();
+    return {text.begin(), text.end()};
+}
+
+// Units of the quantities named by their labels; a quantity takes only units of its own family.
+void ReadUnits(const Json& value, const JsonPath& path, jxUnit& units)
+{
+    ExpectObject(value, path);
+    for (const auto& [key, member] : value.get_ref<const Json::object_t&>()) {
+        const JsonPath place = path.Member(key);
+        const auto quantity = FindQuantity(FromUtf8(key));
+        if (!quantity)
+            throw JsonFault(place, "there is no such quantity");
+        std::wstring name;
+        ReadValue(member, place, {}, name);
+        const auto unit = FindUnit(name);
+        if (!unit || !IsUnitOf(*quantity, *unit))
+            throw JsonFault(place, "\"" + ToUtf8(name) + "\" is not a unit of this quantity");
+        units.unit[*quantity] = *unit;
+    }
+}
+
+void ReadFormats(const Json& value, const JsonPath& path, jxUnit& units)
+{
+    ExpectObject(value, path);
+    for (const auto& [key, member] : value.get_ref<const Json::object_t&>()) {
+        const JsonPath place = path.Member(key);
+        const auto quantity = FindQuantity(FromUtf8(key));
+        if (!quantity)
+            throw JsonFault(place, "there is no such quantity");
+        std::wstring name;
+        ReadValue(member, place, {}, name);
+        const auto format = FindFormat(name);
+        if (!format)
+            throw JsonFault(place, "\"" + ToUtf8(name) + "\" is not a number format");
+        units.format[*quantity] = *format;
+    }
+}
+
+bool ReadSetting(const std::string& key, const Json& value, const JsonPath& path, CjxStruct& model)
+{
+    return ReadMember(key, value, path, kAnalysisSettings, model) ||
+           ReadMember(key, value, path, kDesignSettings, model.design);
+}
+
+void ReadSettings(const Json& value, const JsonPath& path, CjxStruct& model)
+{
+    ExpectObject(value, path);
+    for (const auto& [key, member] : value.get_ref<const Json::object_t&>()) {
+        const JsonPath place = path.Member(key);
+        if (!ReadSetting(key, member, place, model))
+            ThrowUnknownKey(place);
+    }
+}
+
+void ReadFormatName(const Json& value, const JsonPath& path)
+{
+    if (!value.is_string() || value.get_ref<const std::string&>() != "qvxfem-model")
+        throw JsonFault(path, "expected \"qvxfem-model\"");
+}
+
+void ReadVersion(const Json& value, const JsonPath& path)
+{
+    if (!value.is_number_integer() || value.get<long long>() != 1)
+        throw JsonFault(path, "expected version 1");
+}
+
+// Fills a fresh model from the members of a file's object.
+class ModelReceiver : public JsonReceiver
+{
+public:
+    explicit ModelReceiver(CjxStruct& model) : model_(model)
+    {
+        values_["format"] = ReadFormatName;
+        values_["version"] = ReadVersion;
+        values_["units"] = [this](const Json& value, const JsonPath& path) { ReadUnits(value, path, model_.units); };
+        values_["formats"] = [this](const Json& value, const JsonPath& path) {
+            ReadFormats(value, path, model_.units);
+        };
+        values_["settings"] = [this](const Json& value, const JsonPath& path) { ReadSettings(value, path, model_); };
+        AddFields(kDocumentFields);
+        AddFields(kClosingFields);
+        std::apply([this](const auto&... list) { (AddList(list), ...); }, kModelLists);
+    }
+
+    void BeginMember(const std::string& key) override
+    {
+        if (!values_.contains(key) && !elements_.contains(key))
+            throw JsonFault(key, "unknown key");
+        isFormatNamed_ = isFormatNamed_ || key == "format";
+    }
+    bool TakesElements(const std::string& key) const override { return elements_.contains(key); }
+    void ReceiveElement(const std::string& key, std::size_t index, const Json& value) override
+    {
+        const JsonPath list{nullptr, key, -1};
+        elements_[key](value, list.Element(index));
+    }
+    void ReceiveMember(const std::string& key, const Json& value) override
+    {
+        const JsonPath path{nullptr, key, -1};
+        if (elements_.contains(key))
+            throw JsonFault(path, "expected an array");
+        values_[key](value, path);
+    }
+
+    void Finish() const
+    {
+        if (!isFormatNamed_)
+            throw JsonFault("format", "expected \"qvxfem-model\", found nothing");
+    }
+
+private:
+    using Handler = std::function<void(const Json&, const JsonPath&)>;
+
+    template <class List>
+    void AddFields(const List& fields)
+    {
+        ForEachField(fields, [this](const auto& field) {
+            values_[std::string(field.key)] = [this, field](const Json& value, const JsonPath& path) {
+                ReadValue(value, path, field.rule, model_.*field.member);
+            };
+        });
+    }
+
+    template <class Record>
+    void AddList(const RecordList<Record>& list)
+    {
+        elements_[std::string(list.key)] = [this, list](const Json& value, const JsonPath& path) {
+            ReadValue(value, path, ValueRule{}, (model_.*list.records).emplace_back());
+        };
+    }
+
+    CjxStruct& model_;
+    std::map<std::string, Handler> values_;    // members read as a whole
+    std::map<std::string, Handler> elements_;  // lists read record by record
+    bool isFormatNamed_ = false;
+};
+
+template <class Record>
+void SortById(std::vector<Record>& records)
+{
+    std::stable_sort(records.begin(), records.end(), [](const Record& a, const Record& b) { return a.id < b.id; });
+}
+
+void SortLoads(jxCaseLoad& loads)
+{
+    SortById(loads.ndLoads);
+    SortById(loads.ptLoads);
+    SortById(loads.lnLoads);
+    SortById(loads.bmThermalLoads);
+    SortById(loads.shell4ThermalLoads);
+    SortById(loads.brickThermalLoads);
+    SortById(loads.shell3SurfaceLoads);
+    SortById(loads.shell4SurfaceLoads);
+}
+
+template <class Record>
+void SortList(CjxStruct& model, const RecordList<Record>& list)
+{
+    if constexpr (requires(Record record) { record.id; }) {
+        if (list.order == Order::ById)
+            SortById(model.*list.records);
+    }
+}
+
+// Loads pair with load cases by position; cases at the end may have none.
+void PairLoadsWithCases(CjxStruct& model)
+{
+    const std::size_t nCases = model.loadCases.size();
+    if (model.caseLoads.size() > nCases)
+        throw JsonFault("caseLoads[" + std::to_string(nCases) + "]",
+                        "there is no load case at this position of loadCases");
+    model.caseLoads.resize(nCases);
+}
+
+void ReadFresh(std::string_view text, CjxStruct& fresh)
+{
+    ModelReceiver receiver(fresh);
+    ParseJsonObject(text, receiver);
+    receiver.Finish();
+    PairLoadsWithCases(fresh);
+    CheckModelReferences(fresh);
+    std::apply([&](const auto&... list) { (SortList(fresh, list), ...); }, kModelLists);
+    for (jxCaseLoad& loads : fresh.caseLoads)
+        SortLoads(loads);
+}
+
+void ReadNamedText(std::string_view fileName, std::string_view text, CjxStruct& model)
+{
+    CjxStruct fresh;
+    try {
+        ReadFresh(text, fresh);
+    } catch (const JsonFault& fault) {
+        throw FileError(fileName, fault.Place(), fault.what());
+    }
+    fresh.documentPath = model.documentPath;
+    model.copy_input(fresh);
+    model.ClearResult();
+}
+
+std::string ReadBytes(const std::filesystem::path& path)
+{
+    std::error_code fault;
+    const auto status = std::filesystem::status(path, fault);
+    if (std::filesystem::is_directory(status))
+        throw FileError(Utf8(path), "", "is a folder");
+    std::ifstream stream(path, std::ios::binary);
+    if (!stream)
+        throw FileError(Utf8(path), "", "cannot be opened: " + std::generic_category().message(errno));
+    if (std::filesystem::is_regular_file(status) && std::filesystem::file_size(path, fault) > kLargestFile)
+        throw FileError(Utf8(path), "", "is larger than 4 GiB");
+    std::string text{std::istreambuf_iterator<char>(stream), {}};
+    if (stream.bad())
+        throw FileError(Utf8(path), "", "cannot be read");
+    return text;
+}
+
+}  // namespace
+
+void ReadModelFile(const std::filesystem::path& path, CjxStruct& model)
+{
+    ReadNamedText(Utf8(path), ReadBytes(path), model);
+}
+
+void ReadModelText(std::string_view text, CjxStruct& model)
+{
+    ReadNamedText("", text, model);
+}
+
+void SetModelSetting(CjxStruct& model, const std::string& field, std::string_view value)
+{
+    const JsonPath path{nullptr, field, -1};
+    try {
+        const Json parsed = Json::parse(value.begin(), value.end(), nullptr, false);
+        if (parsed.is_discarded())
+            throw JsonFault(path, "\"" + std::string(value) + "\" is not a number or an array of numbers");
+        if (!ReadSetting(field, parsed, path, model))
+            throw JsonFault(path, "there is no such setting");
+    } catch (const JsonFault& fault) {
+        throw FileError("", fault.Place(), fault.what());
+    }
+}
+
+}  // namespace qvx

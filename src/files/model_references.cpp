@@ -1,0 +1,139 @@
+#include "files/model_references.h"
+
+#include <algorithm>
+#include <utility>
+#include <vector>
+
+#include "files/json_document.h"
+#include "files/model_lists.h"
+
+namespace qvx {
+namespace {
+
+// Ids in ascending order.
+using Ids = std::vector<int>;
+
+template <class Record>
+Ids IdsOf(const std::vector<Record>& records)
+{
+    Ids ids;
+    ids.reserve(records.size());
+    for (const Record& record : records)
+        ids.push_back(record.id);
+    std::sort(ids.begin(), ids.end());
+    return ids;
+}
+
+struct ModelIds
+{
+    Ids nodes;
+    Ids materials;
+    Ids sections;
+    Ids thicknesses;
+};
+
+void Require(const Ids& ids, int id, const char* what, const JsonPath& path)
+{
+    if (!std::binary_search(ids.begin(), ids.end(), id))
+        throw JsonFault(path, "there is no " + std::string(what) + " " + std::to_string(id));
+}
+
+void CheckValue(int id, Reference reference, const ModelIds& ids, const JsonPath& path)
+{
+    switch (reference) {
+    case Reference::None:
+        return;
+    case Reference::NodeOrNone:
+        if (id != 0)
+            Require(ids.nodes, id, "node", path);
+        return;
+    case Reference::Node:
+        return Require(ids.nodes, id, "node", path);
+    case Reference::Material:
+        return Require(ids.materials, id, "material", path);
+    case Reference::Section:
+        return Require(ids.sections, id, "section", path);
+    case Reference::Thickness:
+        return Require(ids.thicknesses, id, "thickness", path);
+    }
+}
+
+template <Described Record>
+void CheckRecord(const Record& record, const ModelIds& ids, const JsonPath& path);
+
+// Values that are no ids need no check.
+template <class Value>
+void CheckField(const Value&, Reference, const ModelIds&, const JsonPath&)
+{
+}
+void CheckField(int id, Reference reference, const ModelIds& ids, const JsonPath& path)
+{
+    CheckValue(id, reference, ids, path);
+}
+template <std::size_t N>
+void CheckField(const int (&values)[N], Reference reference, const ModelIds& ids, const JsonPath& path)
+{
+    for (std::size_t i = 0; i < N; ++i)
+        CheckValue(values[i], reference, ids, path.Element(i));
+}
+template <Described Record>
+void CheckField(const std::vector<Record>& records, Reference, const ModelIds& ids, const JsonPath& path)
+{
+    for (std::size_t i = 0; i < records.size(); ++i)
+        CheckRecord(records[i], ids, path.Element(i));
+}
+
+template <Described Record>
+void CheckRecord(const Record& record, const ModelIds& ids, const JsonPath& path)
+{
+    ForEachField(FieldsOf<Record>::list, [&](const auto& field) {
+        CheckField(record.*field.member, field.rule.refersTo, ids, path.Member(field.key));
+    });
+}
+
+// The first record, in the order of the file, whose id stands before it already.
+template <class Record>
+void CheckUnique(const std::vector<Record>& records, const JsonPath& list)
+{
+    std::vector<std::pair<int, std::size_t>> positions;
+    positions.reserve(records.size());
+    for (std::size_t i = 0; i < records.size(); ++i)
+        positions.emplace_back(records[i].id, i);
+    std::sort(positions.begin(), positions.end());
+    std::size_t first = records.size();
+    for (std::size_t i = 1; i < positions.size(); ++i)
+        if (positions[i].first == positions[i - 1].first)
+            first = std::min(first, positions[i].second);
+    if (first < records.size())
+        throw JsonFault(list.Element(first).Member("id"),
+                        "the id " + std::to_string(records[first].id) + " is taken already");
+}
+
+template <class Record>
+void CheckList(const CjxStruct& model, const RecordList<Record>& list, const ModelIds& ids)
+{
+    const JsonPath path{nullptr, list.key, -1};
+    const std::vector<Record>& records = model.*list.records;
+    if constexpr (requires(Record record) { record.id; }) {
+        if (list.sameIds == SameIds::Refused)
+            CheckUnique(records, path);
+        for (std::size_t i = 0; i < records.size(); ++i) {
+            const JsonPath place = path.Element(i);
+            CheckField(records[i].id, list.idRefersTo, ids, place.Member("id"));
+        }
+    }
+    CheckField(records, Reference::None, ids, path);
+}
+
+}  // namespace
+
+void CheckModelReferences(const CjxStruct& model)
+{
+    const ModelIds ids{.nodes = IdsOf(model.nodes),
+                       .materials = IdsOf(model.materials),
+                       .sections = IdsOf(model.sections),
+                       .thicknesses = IdsOf(model.thicknesses)};
+    std::apply([&](const auto&... list) { (CheckList(model, list, ids), ...); }, kModelLists);
+}
+
+}  // namespace qvx

@@ -1,0 +1,131 @@
+#include "files/record_reader.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdint>
+#include <cwchar>
+
+namespace qvx {
+namespace {
+
+// The end of the integers is told to those who went beyond it alone.
+std::string Range(const ValueRule& rule, bool isTooLarge)
+{
+    if (rule.most == INT_MAX && !isTooLarge)
+        return "expected an integer of at least " + std::to_string(rule.least);
+    return "expected an integer from " + std::to_string(rule.least) + " to " + std::to_string(rule.most);
+}
+
+std::wstring ReadText(const Json& value, const JsonPath& path)
+{
+    if (!value.is_string())
+        throw JsonFault(path, "expected a text");
+    std::wstring text = FromUtf8(value.get_ref<const std::string&>());
+    if (text.find(L'\0') != std::wstring::npos)
+        throw JsonFault(path, "a text cannot hold the character U+0000");
+    return text;
+}
+
+}  // namespace
+
+void ReadValue(const Json& value, const JsonPath& path, const ValueRule& rule, int& out)
+{
+    if (!value.is_number_integer())
+        throw JsonFault(path, "expected an integer");
+    const auto isWithin = [&](auto number) {
+        return std::cmp_less_equal(rule.least, number) && std::cmp_less_equal(number, rule.most);
+    };
+    const bool isTooLarge = value.is_number_unsigned() && value.get<std::uint64_t>() > INT_MAX;
+    const bool isGood =
+        value.is_number_unsigned() ? isWithin(value.get<std::uint64_t>()) : isWithin(value.get<std::int64_t>());
+    if (!isGood)
+        throw JsonFault(path, Range(rule, isTooLarge));
+    out = value.get<int>();
+}
+
+void ReadValue(const Json& value, const JsonPath& path, const ValueRule& rule, unsigned char& out)
+{
+    int number = 0;
+    ReadValue(value, path, rule, number);
+    out = static_cast<unsigned char>(number);
+}
+
+void ReadValue(const Json& value, const JsonPath& path, const ValueRule&, double& out)
+{
+    if (!value.is_number())
+        throw JsonFault(path, "expected a number");
+    out = value.get<double>();
+    if (!std::isfinite(out))
+        throw JsonFault(path, "expected a finite number");
+}
+
+void ReadValue(const Json& value, const JsonPath& path, const ValueRule&, std::wstring& out)
+{
+    out = ReadText(value, path);
+}
+
+void ReadValue(const Json& value, const JsonPath& path, const ValueRule&, CString& out)
+{
+    out = CString(ReadText(value, path));
+}
+
+void ReadValue(const Json& value, const JsonPath& path, const ValueRule& rule, wchar_t& out)
+{
+    wchar_t text[2] = {};
+    ReadTextField(value, path, rule, text, 2);
+    out = text[0];
+}
+
+void ReadValue(const Json& value, const JsonPath& path, const ValueRule& rule, jxPoint& out)
+{
+    ExpectArray(value, path, 3);
+    double* const coordinates[3] = {&out.x, &out.y, &out.z};
+    for (std::size_t i = 0; i < 3; ++i)
+        ReadValue(value[i], path.Element(i), rule, *coordinates[i]);
+}
+
+void ReadValue(const Json& value, const JsonPath& path, const ValueRule& rule, std::pair<double, double>& out)
+{
+    ExpectArray(value, path, 2);
+    ReadValue(value[0], path.Element(0), rule, out.first);
+    ReadValue(value[1], path.Element(1), rule, out.second);
+}
+
+void ReadTextField(const Json& value, const JsonPath& path, const ValueRule& rule, wchar_t* out, std::size_t capacity)
+{
+    const std::wstring text = ReadText(value, path);
+    const std::size_t most = capacity - 1;
+    if (rule.letters != nullptr) {
+        const bool isCode =
+            std::all_of(text.begin(), text.end(), [&](wchar_t c) { return std::wcschr(rule.letters, c) != nullptr; });
+        if (text.size() != most || !isCode)
+            throw JsonFault(path, "expected " + std::to_string(most) + (most == 1 ? " letter" : " letters") + " of \"" +
+                                      ToUtf8(rule.letters) + "\"");
+    } else if (text.size() > most) {
+        throw JsonFault(path, "expected at most " + std::to_string(most) + " characters, found " +
+                                  std::to_string(text.size()));
+    }
+    std::fill(std::copy(text.begin(), text.end(), out), out + capacity, L'\0');
+}
+
+void ExpectArray(const Json& value, const JsonPath& path, std::ptrdiff_t size)
+{
+    if (!value.is_array())
+        throw JsonFault(path, "expected an array");
+    if (size >= 0 && static_cast<std::ptrdiff_t>(value.size()) != size)
+        throw JsonFault(path, "expected an array of " + std::to_string(size) + " elements, found " +
+                                  std::to_string(value.size()));
+}
+
+void ExpectObject(const Json& value, const JsonPath& path)
+{
+    if (!value.is_object())
+        throw JsonFault(path, "expected an object");
+}
+
+void ThrowUnknownKey(const JsonPath& path)
+{
+    throw JsonFault(path, "unknown key");
+}
+
+}  // namespace qvx

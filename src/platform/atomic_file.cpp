@@ -1,0 +1,42 @@
+#include "platform/atomic_file.h"
+
+#include <cerrno>
+#include <utility>
+
+namespace qvx {
+
+AtomicFile::AtomicFile(std::filesystem::path path) : pending_(std::move(path)), file_(pending_.Open()) {}
+
+AtomicFile::~AtomicFile()
+{
+    Close();
+}
+
+void AtomicFile::Write(std::string_view bytes)
+{
+    if (std::fwrite(bytes.data(), 1, bytes.size(), file_) != bytes.size())
+        Fail(errno);
+}
+
+void AtomicFile::Commit()
+{
+    if (std::fflush(file_) != 0)
+        Fail(errno);
+    if (std::fclose(std::exchange(file_, nullptr)) != 0)
+        Fail(errno);
+    pending_.Commit();
+}
+
+void AtomicFile::Fail(int errorNumber)
+{
+    Close();
+    pending_.Fail(errorNumber);
+}
+
+void AtomicFile::Close()
+{
+    if (file_ != nullptr)
+        std::fclose(std::exchange(file_, nullptr));
+}
+
+}  // namespace qvx

@@ -1,0 +1,28 @@
+#include "platform/file_error.h"
+
+namespace qvx {
+namespace {
+
+std::string Join(std::string_view file, std::string_view place, std::string_view reason)
+{
+    std::string text;
+    for (const std::string_view part : {file, place, reason}) {
+        if (part.empty())
+            continue;
+        if (!text.empty())
+            text += ": ";
+        text += part;
+    }
+    return text;
+}
+
+}  // namespace
+
+FileError::FileError(std::string_view file, std::string_view place, std::string_view reason)
+    : std::runtime_error(Join(file, place, reason)), file_(file), place_(place), reason_(reason)
+{
+}
+
+FileError::~FileError() = default;
+
+}  // namespace qvx

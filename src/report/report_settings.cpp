@@ -1,0 +1,141 @@
+// General information, units and settings: captions with their values.
+
+#include "model/jx_struct.h"
+#include "model/units.h"
+#include "report/report.h"
+#include "report/report_layout.h"
+#include "report/report_pairs.h"
+
+#include <sstream>
+#include <string>
+#include <string_view>
+#include <vector>
+
+using namespace qvx;
+
+namespace {
+
+constexpr const char* kModelTypes[] = {
+    "3D Frame & Shell (6-DOF)",     "2D Frame (X, Y, OZ)",    "3D Truss (X, Y, Z)", "2D Truss (X, Y)",
+    "2D Plate Bending (Z, OX, OY)", "2D Plane Stress (X, Y)", "3D Brick (X, Y, Z)", "2D Grillage (Y, OX, OZ)",
+};
+constexpr const char* kSolverTypes[] = {"Double-precision Skyline", "Quad-precision Skyline",
+                                        "Double-precision Sparse"};
+constexpr const char* kGlobalAxes[] = {"X", "Y", "Z"};
+
+std::wstring Wide(std::string_view text)
+{
+    return FromUtf8(text);
+}
+
+std::wstring YesNoText(int flag)
+{
+    return flag != 0 ? L"Yes" : L"No";
+}
+
+std::wstring General(double value)
+{
+    char text[kLongestNumberText];
+    const char* end = PutNumber(text, value, {'g', 6});
+    return Wide({text, static_cast<std::size_t>(end - text)});
+}
+
+template <class Record>
+std::wstring LabelAt(const std::vector<Record>& records, int index)
+{
+    return index >= 0 && index < static_cast<int>(records.size()) ? records[static_cast<std::size_t>(index)].label
+                                                                  : L"Invalid";
+}
+
+std::vector<ReportPair> SettingsOf(const CjxStruct& model)
+{
+    return {
+        {"Model type", Wide(NameOf(kModelTypes, model.modelType))},
+        {"Solver Type", Wide(NameOf(kSolverTypes, model.solverType))},
+        {"Maximum Nonlinear Iterations", std::to_wstring(model.maxNonlinearIterations)},
+        {"P-Delta Tolerance (%)", General(model.pDeltaTolerance)},
+        {"Fictitious oz stiffness factor for shell", General(model.shellOzFactor)},
+        {"Diaphragm stiffness factor", General(model.diaphragmStiffnessFactor)},
+        {"Consider member shear deformations", YesNoText(model.bShearDeformation)},
+        {"Consider rigid diaphragms", YesNoText(model.bRigidDiaphragms)},
+        {"Apply stiffness modification factors and cracking factors", YesNoText(model.bStiffnessFactors)},
+        {"Number of segments for member output", std::to_wstring(model.numberOfSegments)},
+        {"Average shell and brick stresses", YesNoText(model.bAverageStresses)},
+        {"Use thin plate bending formulation for rectangular shells", YesNoText(model.bThinPlate)},
+        {"Use incompatible membrane formulation for shells", YesNoText(model.bIncompatibleMembrane)},
+        {"Self weight considered as load case", LabelAt(model.loadCases, model.selfWeightCase)},
+        {"Self weight acted in global direction", Wide(NameOf(kGlobalAxes, model.selfWeightDir))},
+        {"Self weight multiplier", General(model.selfWeightFactor)},
+        {"Number of modes (eigenvalues and eigenvectors)", std::to_wstring(model.numberOfModes)},
+        {"Number of iteration vectors", std::to_wstring(model.iterationVectors)},
+        {"Eigenvalue tolerance", General(model.eigenTolerance)},
+        {"Maximum subspace iterations", std::to_wstring(model.maxSubspaceIterations)},
+        {"Load combination for mass", LabelAt(model.loadCombs, model.massLoadComb)},
+        {"Convert loads to masses", YesNoText(model.bLoadsToMasses)},
+    };
+}
+
+}  // namespace
+
+void CjxReport::WritePairs(const ReportPairTable& table, const std::vector<ReportPair>& pairs)
+{
+    ReportWriter& out = *writer_;
+    if (!out.IsTable()) {
+        for (const ReportPair& pair : pairs)
+            out.PairLine(pair.caption, table.captionWidth, ToUtf8(pair.value), table.valueWidth);
+        return out.EndLine();
+    }
+    set_table();
+    out.BeginRow();
+    out.HeadCell(table.captionHead, table.captionShare);
+    out.HeadCell(table.valueHead, 100 - table.captionShare);
+    out.EndRow();
+    bool isShaded = false;
+    for (const ReportPair& pair : pairs) {
+        write_row2(pair.caption, EscapedHtml(ToUtf8(pair.value)), 1, 1, isShaded ? kShade : "", "left");
+        isShaded = !isShaded;
+    }
+    out.Line("</table> ");
+}
+
+void CjxReport::list_general_info()
+{
+    std::vector<ReportPair> pairs = {{"Model Name:", model->modelName.Text()},
+                                     {"Company:", model->company.Text()},
+                                     {"Engineer:", model->engineer.Text()}};
+    const char* caption = "Notes:";
+    for (const CString& note : model->notes) {
+        std::wistringstream lines(note.Text());
+        std::wstring line;
+        std::getline(lines, line);
+        do {
+            if (line.ends_with(L'\r'))  // of an edit control
+                line.pop_back();
+            pairs.push_back({caption, line});
+            caption = "";
+        } while (std::getline(lines, line));
+    }
+    writer_->BeginSection("general_info", "General Info");
+    WritePairs({.captionHead = "Item", .captionShare = 35, .captionWidth = 20, .valueHead = "Value", .valueWidth = 70},
+               pairs);
+    writer_->EndSection();
+}
+
+void CjxReport::list_units()
+{
+    std::vector<ReportPair> pairs;
+    for (int k = 0; k < kQuantityCount; ++k)
+        pairs.push_back({ToUtf8(QuantityLabel(static_cast<Quantity>(k))), UnitName(model->units.unit[k])});
+    writer_->BeginSection("units", "Units");
+    WritePairs({.captionHead = "Item", .captionShare = 65, .captionWidth = 50, .valueHead = "Unit", .valueWidth = 20},
+               pairs);
+    writer_->EndSection();
+}
+
+void CjxReport::list_miscellaneous()
+{
+    writer_->BeginSection("miscellaneous", "Miscellaneous");
+    WritePairs({.captionHead = "Item", .captionShare = 65, .captionWidth = 65, .valueHead = "Value", .valueWidth = 30},
+               SettingsOf(*model));
+    writer_->EndSection();
+}

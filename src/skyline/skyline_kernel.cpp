@@ -1,0 +1,134 @@
+#include "skyline/skyline_kernel.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <vector>
+
+#include "skyline/skyline_blocks.h"
+#include "skyline/skyline_columns.h"
+#include "skyline/skyline_panel.h"
+
+namespace qvx {
+
+namespace {
+
+/// Right-looking factorization by nested panels: a panel is factorized panel by smaller panel, each carried into the
+/// rest of its parent at once and into all columns right of the parent together with its sisters. The smallest panels
+/// go column by column, so pivots appear in column order.
+template <Number Real>
+class BlockedFactorization
+{
+public:
+    BlockedFactorization(const SkylineView<Real>& k, int nEquations, bool allowNonPositivePivot, const ColumnHook& hook,
+                         const TileKernels<Real>& tiles)
+        : k_(k), nEquations_(nEquations), allowNonPositivePivot_(allowNonPositivePivot), hook_(hook), update_(k, tiles),
+          lastReaching_(static_cast<std::size_t>(nEquations) + 1)
+    {
+        FindLastReachingColumns();
+    }
+
+    unsigned Run()
+    {
+        FactorizePanel(1, nEquations_ + 1, 0);
+        return result_;
+    }
+
+private:
+    static constexpr int kLevels = 3;
+
+    /// lastReaching_[row]: the last column that has a stored term in this row or above it.
+    void FindLastReachingColumns()
+    {
+        for (int column = 1; column <= nEquations_; ++column)
+            LastReaching(k_.FirstRow(column)) = column;
+        for (int row = 2; row <= nEquations_; ++row)
+            LastReaching(row) = std::max(LastReaching(row), LastReaching(row - 1));
+    }
+    int& LastReaching(int row) { return lastReaching_[static_cast<std::size_t>(row)]; }
+
+    /// Wide panels load each term of the rest less often, but leave more of the work inside themselves, where tiles are
+    /// small. An eighth of the columns to the right is the best of both by measurement.
+    int PanelWidth(int first, int level)
+    {
+        if (level == kLevels - 1)
+            return kSmallestPanel;
+        const int reach = LastReaching(std::min(first + kSmallestPanel, nEquations_)) - first;
+        return std::clamp(reach / 8 / kSmallestPanel * kSmallestPanel, kSmallestPanel, kLargestPanel);
+    }
+
+    /// Columns first .. end - 1, to which all rows above first have been applied.
+    /// @return whether a pivot forbids blocks; all columns up to end are factorized then too
+    bool FactorizePanel(int first, int end, int level)
+    {
+        if (level == kLevels - 1)
+            return FactorizeColumns(first, end, first);
+        for (int begin = first, next = first; begin < end; begin = next) {
+            next = std::min(end, begin + PanelWidth(begin, level + 1));
+            if (FactorizePanel(begin, next, level + 1)) {
+                FactorizeColumns(next, end, begin);
+                return true;
+            }
+            update_.Apply(begin, next, std::min(end - 1, LastReaching(next - 1)));
+        }
+        return false;
+    }
+
+    /// Column by column, rows above firstRow having been applied.
+    /// @return whether a pivot was irregular: dividing padding by it would give NaN, or its reciprocal is infinite
+    bool FactorizeColumns(int first, int end, int firstRow)
+    {
+        bool isIrregular = false;
+        for (int column = first; column < end; ++column) {
+            if (column > 1)
+                hook_(column);
+            FactorizeColumn(k_, column, firstRow);
+            const Real pivot = *k_.Diagonal(column);
+            if (column > 1 && pivot <= Real(0)) {
+                if (!allowNonPositivePivot_)
+                    throw column;
+                result_ = 0;
+            }
+            const double size = std::fabs(static_cast<double>(pivot));
+            isIrregular = isIrregular || !(size > 0x1p-900 && size < 0x1p900);
+        }
+        return isIrregular;
+    }
+
+    static constexpr int kSmallestPanel = 16;
+    static constexpr int kLargestPanel = 128;
+
+    SkylineView<Real> k_;
+    int nEquations_;
+    bool allowNonPositivePivot_;
+    const ColumnHook& hook_;
+    PanelUpdate<Real> update_;
+    std::vector<int> lastReaching_;
+    unsigned result_ = 1;
+};
+
+}  // namespace
+
+template <Number Real>
+unsigned FactorizeByBlocks(Real* a, const int* maxa, int nEquations, bool allowNonPositivePivot,
+                           const ColumnHook& columnHook, const TileKernels<Real>& tiles)
+{
+    return BlockedFactorization<Real>({a, maxa}, nEquations, allowNonPositivePivot, columnHook, tiles).Run();
+}
+
+template <Number Real>
+unsigned FactorizeSkyline(Real* a, const int* maxa, int nEquations, bool allowNonPositivePivot,
+                          const ColumnHook& columnHook)
+{
+    return FactorizeByBlocks(a, maxa, nEquations, allowNonPositivePivot, columnHook,
+                             *AvailableTileKernels<Real>().front());
+}
+
+template unsigned FactorizeByBlocks<double>(double*, const int*, int, bool, const ColumnHook&,
+                                            const TileKernels<double>&);
+template unsigned FactorizeByBlocks<double128>(double128*, const int*, int, bool, const ColumnHook&,
+                                               const TileKernels<double128>&);
+template unsigned FactorizeSkyline<double>(double*, const int*, int, bool, const ColumnHook&);
+template unsigned FactorizeSkyline<double128>(double128*, const int*, int, bool, const ColumnHook&);
+
+}  // namespace qvx
