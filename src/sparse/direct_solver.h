@@ -44,7 +44,8 @@ struct SparseSettings
     /// The caller refines solutions with residuals of more digits. A definite matrix with stiffnesses of which a factor
     /// knows a digit or two is good enough then, and is not yet called singular.
     bool isRefinedByCaller = false;
-    /// Called during the factorisation with the percentage done and the thread that tells it.
+    /// Called during the factorisation with the percentage done and the thread that tells it; 100 at the end of a
+    /// factorisation that succeeds.
     std::function<void(int percent, int thread)> progress = nullptr;
     /// Asked again and again while a phase runs; false stops it. Must not throw.
     std::function<bool()> isToGoOn = nullptr;

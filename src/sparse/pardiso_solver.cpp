@@ -163,6 +163,9 @@ SparseStatus PardisoSolver::Factorise(const SymmetricMatrix& matrix)
         Release();
         return {.error = kStopped};
     }
+    // On some processors the library ends at 99 when the factor is on disk.
+    if (settings_.progress && status && lastStep < 100)
+        settings_.progress(100, 0);
     return status && settings_.isPositiveDefinite ? CheckPivots(matrix) : status;
 }
 
