@@ -1,11 +1,11 @@
 #pragma once
 
-/// Kinds of rolled shapes, in the order of the shape table.
+/// Kinds of rolled shapes.
 enum SteelShape : int {
     kShapeNone = -1,
     kShapeW = 0,
-    kShapeS,
     kShapeM,
+    kShapeS,
     kShapeHP,
     kShapeC,
     kShapeMC,

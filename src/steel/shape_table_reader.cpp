@@ -60,7 +60,8 @@ constexpr Column kColumns[] = {
     {"sep", &jxSect_AISC::sep},
 };
 
-constexpr std::string_view kKinds[] = {"W",  "S", "M",  "HP",       "C",          "MC",        "WT",  "MT",
+// In the order of SteelShape.
+constexpr std::string_view kKinds[] = {"W",  "M", "S",  "HP",       "C",          "MC",        "WT",  "MT",
                                        "ST", "L", "2L", "HSS_RECT", "HSS_SQUARE", "HSS_ROUND", "PIPE"};
 
 [[noreturn]] void Refuse(std::string_view line, const wchar_t* fault)
@@ -111,6 +112,15 @@ double NumberOf(std::string_view cell, std::string_view line)
 }
 
 }  // namespace
+
+int FindSteelKind(std::wstring_view name)
+{
+    const auto* kind = std::find_if(std::begin(kKinds), std::end(kKinds), [name](std::string_view k) {
+        return std::equal(k.begin(), k.end(), name.begin(), name.end(),
+                          [](char a, wchar_t b) { return static_cast<wchar_t>(a) == b; });
+    });
+    return kind == std::end(kKinds) ? kShapeNone : static_cast<int>(kind - std::begin(kKinds));
+}
 
 std::vector<jxSect_AISC> ReadSteelShapes(std::span<const std::string_view> lines)
 {

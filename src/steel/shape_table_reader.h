@@ -15,4 +15,7 @@ std::span<const std::string_view> SteelShapeLines();
 /// @throws jxException naming the line when a column or kind is unknown or a cell is not a number
 std::vector<jxSect_AISC> ReadSteelShapes(std::span<const std::string_view> lines);
 
+/// Kind with this name of the table, "W" to "PIPE" in capital letters; kShapeNone when there is none.
+int FindSteelKind(std::wstring_view name);
+
 }  // namespace qvx

@@ -1,10 +1,39 @@
 #include "steel/steel_design_manager.h"
 
 #include <algorithm>
+#include <cwchar>
 #include <numeric>
+#include <string>
+#include <string_view>
 
-#include "platform/cstring.h"
 #include "steel/shape_table_reader.h"
+
+namespace {
+
+CString Normalized(const wchar_t* name)
+{
+    CString text(name);
+    return text.Trim().MakeUpper();
+}
+
+bool IsHss(int shape)
+{
+    return shape == kShapeHssRect || shape == kShapeHssSquare || shape == kShapeHssRound;
+}
+
+/// The family as the beginning of labels: it ends where the label ends or goes on with an "X".
+bool BeginsLabel(std::wstring_view family, std::wstring_view label)
+{
+    return !family.empty() && label.substr(0, family.size()) == family &&
+           (label.size() == family.size() || label[family.size()] == L'X');
+}
+
+bool IsLighter(const jxSect_AISC& a, const jxSect_AISC& b)
+{
+    return a.weight != b.weight ? a.weight < b.weight : std::wcscmp(a.label, b.label) < 0;
+}
+
+}  // namespace
 
 const CSteelDesignManager& CSteelDesignManager::Instance()
 {
@@ -22,14 +51,16 @@ CSteelDesignManager::CSteelDesignManager()
     });
 }
 
-const jxSect_AISC* CSteelDesignManager::Find(const wchar_t* label) const
+const jxSect_AISC* CSteelDesignManager::Find(const wchar_t* name) const
 {
+    const CString label = Normalized(name);
     const auto shape = [this](int position) -> const jxSect_AISC& {
         return shapes_[static_cast<std::size_t>(position)];
     };
-    const auto it = std::lower_bound(byLabel_.begin(), byLabel_.end(), label, [&](int position, const wchar_t* key) {
-        return qvx::CompareNoCase(shape(position).label, key) < 0;
-    });
+    const auto it =
+        std::lower_bound(byLabel_.begin(), byLabel_.end(), label.GetString(), [&](int position, const wchar_t* key) {
+            return qvx::CompareNoCase(shape(position).label, key) < 0;
+        });
     if (it == byLabel_.end() || qvx::CompareNoCase(shape(*it).label, label) != 0)
         return nullptr;
     return &shape(*it);
@@ -52,4 +83,19 @@ int CSteelDesignManager::get_shape(const wchar_t* label) const
 {
     const jxSect_AISC* shape = Find(label);
     return shape != nullptr ? shape->shape : kShapeNone;
+}
+
+void CSteelDesignManager::GenerateSections(std::vector<jxSect_AISC>& out, const CString& family) const
+{
+    const CString name = Normalized(family);
+    const int kind = qvx::FindSteelKind(name.Text());
+    const bool isAnyHss = name == L"HSS";
+    out.clear();
+    for (const jxSect_AISC& shape : shapes_) {
+        const bool isOfKind = kind != kShapeNone ? shape.shape == kind : isAnyHss && IsHss(shape.shape);
+        const bool isByLabel = kind == kShapeNone && !isAnyHss && BeginsLabel(name.Text(), shape.label);
+        if (isOfKind || isByLabel)
+            out.push_back(shape);
+    }
+    std::sort(out.begin(), out.end(), IsLighter);
 }

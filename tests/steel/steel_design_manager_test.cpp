@@ -2,6 +2,8 @@
 
 #include <cmath>
 #include <map>
+#include <string>
+#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -12,6 +14,21 @@ jxSect_AISC Shape(const wchar_t* label)
     jxSect_AISC shape;
     EXPECT_TRUE(CSteelDesignManager::Instance().GetAiscSection(shape, label)) << label;
     return shape;
+}
+
+std::vector<jxSect_AISC> Family(const wchar_t* name)
+{
+    std::vector<jxSect_AISC> shapes;
+    CSteelDesignManager::Instance().GenerateSections(shapes, name);
+    return shapes;
+}
+
+std::vector<std::wstring> Labels(const std::vector<jxSect_AISC>& shapes)
+{
+    std::vector<std::wstring> labels;
+    for (const jxSect_AISC& shape : shapes)
+        labels.push_back(shape.label);
+    return labels;
 }
 
 }  // namespace
@@ -70,6 +87,65 @@ TEST(SteelTable, UnknownLabelLeavesTheRecordAsItIs)
     EXPECT_EQ(shape.A, 7);
     EXPECT_EQ(table.get_shape(L""), -1);
     EXPECT_FALSE(table.IsValidAiscSection(L"Rect"));
+}
+
+TEST(SteelTable, OuterBlanksOfALabelDoNotCount)
+{
+    EXPECT_STREQ(Shape(L"  w14x99\t").label, L"W14X99");
+    EXPECT_FALSE(CSteelDesignManager::Instance().IsValidAiscSection(L"W14 X99"));
+}
+
+// Codes that models and hosts store.
+TEST(SteelTable, KindsHaveTheirCodes)
+{
+    const CSteelDesignManager& table = CSteelDesignManager::Instance();
+    const std::map<const wchar_t*, int> expected{
+        {L"W14X99", 0},     {L"M12.5X12.4", 1},  {L"S12X35", 2},       {L"HP14X89", 3},         {L"C12X20.7", 4},
+        {L"MC12X40", 5},    {L"WT7X34", 6},      {L"MT5X3.75", 7},     {L"ST6X17.5", 8},        {L"L4X4X1/4", 9},
+        {L"2L3X3X1/4", 10}, {L"HSS6X4X3/8", 11}, {L"HSS8X8X3/16", 12}, {L"HSS6.000X0.250", 13}, {L"PIPE8STD", 14}};
+    for (const auto& [label, code] : expected)
+        EXPECT_EQ(table.get_shape(label), code);
+}
+
+TEST(SteelFamilies, KindHoldsAllItsShapes)
+{
+    EXPECT_EQ(Family(L"W").size(), 289U);
+    EXPECT_EQ(Family(L" hp ").size(), 22U);
+    EXPECT_EQ(Family(L"2L").size(), 639U);
+    EXPECT_EQ(Family(L"hss_round").size(), 189U);
+    EXPECT_EQ(Family(L"HSS").size(), 399U + 126U + 189U);
+}
+
+TEST(SteelFamilies, StartOfALabelEndsAtAnX)
+{
+    for (const jxSect_AISC& shape : Family(L"W14"))
+        EXPECT_EQ(std::wstring(shape.label).substr(0, 4), L"W14X");
+    EXPECT_EQ(Family(L"w14").size(), 38U);
+    EXPECT_EQ(Labels(Family(L"W14X9")), Labels({}));
+    const std::vector<std::wstring> angles = Labels(Family(L"2L4X3-1/2X3/8"));
+    EXPECT_EQ(angles.size(), 4U);  // two gaps, either leg back to back; without a gap the label goes on with the leg
+    EXPECT_EQ(Labels(Family(L"w14x99")), std::vector<std::wstring>{L"W14X99"});
+}
+
+TEST(SteelFamilies, ComeByWeightThenByLabel)
+{
+    for (const wchar_t* family : {L"W", L"HSS", L"2L", L"L", L"MC10"}) {
+        const std::vector<jxSect_AISC> shapes = Family(family);
+        ASSERT_FALSE(shapes.empty());
+        for (std::size_t i = 1; i < shapes.size(); ++i) {
+            const jxSect_AISC &a = shapes[i - 1], &b = shapes[i];
+            EXPECT_TRUE(a.weight < b.weight || (a.weight == b.weight && std::wstring(a.label) < b.label));
+        }
+    }
+}
+
+TEST(SteelFamilies, UnknownFamilyIsEmptyAndReplacesWhatStood)
+{
+    std::vector<jxSect_AISC> out(3);
+    CSteelDesignManager::Instance().GenerateSections(out, L"WX");
+    EXPECT_TRUE(out.empty());
+    EXPECT_TRUE(Family(L"").empty());
+    EXPECT_TRUE(Family(L"Default").empty());
 }
 
 TEST(SteelTable, EveryShapeIsFoundByItsLabel)
