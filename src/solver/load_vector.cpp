@@ -1,7 +1,9 @@
 #include <vector>
 
 #include "elements/brick/brick_group.h"
+#include "elements/combination_terms.h"
 #include "elements/member/beam_group.h"
+#include "elements/nodal_vector.h"
 #include "elements/shell/shell4_group.h"
 #include "model/find_record.h"
 #include "model/jx_struct.h"
@@ -49,21 +51,12 @@ void CjxStruct::ProcessNodalAndElementLoads(int comb, CjxBmGroup& bm, CjxShell4G
         SumAppliedForce(*this, loadVectors[c], combOutcomes[c].appliedForce);
 }
 
-/// A term of the combination that names no load case gives no load.
 void CjxStruct::ProcessNdLoads(int comb)
 {
-    const auto c = static_cast<std::size_t>(comb);
-    std::vector<double128>& load = loadVectors[c];
-    for (const jxCaseFactor& term : loadCombs[c].cases) {
-        const int caseIndex = FindLoadCase(term.label);
-        if (caseIndex < 0 || caseIndex >= static_cast<int>(caseLoads.size()))
-            continue;
-        for (const jxNdLoad& nodal : caseLoads[static_cast<std::size_t>(caseIndex)].ndLoads) {
-            const int e = Equation(qvx::NodePosition(nodes, nodal.id), nodal.dof);
-            if (e != 0)
-                load[static_cast<std::size_t>(e)] += double128(nodal.value) * double128(term.factor);
-        }
-    }
+    const auto load = qvx::NodalVectorOf(*this, comb);
+    for (const qvx::CombinationTerm& term : qvx::TermsOf(*this, comb))
+        for (const jxNdLoad& nodal : term.loads.ndLoads)
+            load.Add(qvx::NodePosition(nodes, nodal.id), nodal.dof, double128(nodal.value) * double128(term.factor));
 }
 
 bool CjxStruct::CheckNonzeroLoadVector(double128* load)

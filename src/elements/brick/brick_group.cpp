@@ -6,6 +6,8 @@
 
 #include "elements/brick/brick_loads.h"
 #include "elements/brick/brick_stress.h"
+#include "elements/combination_terms.h"
+#include "elements/nodal_vector.h"
 #include "elements/progress.h"
 #include "elements/scatter.h"
 #include "model/find_record.h"
@@ -87,20 +89,14 @@ void AddStiffness(CjxStruct& model, jxSolutionData& data)
                           L"See log file for details.");
 }
 
-void AddToLoadVector(CjxStruct& model, int comb, int nodePosition, int dof, const double128& value)
-{
-    const int equation = model.Equation(nodePosition, dof);
-    if (equation > 0)
-        model.loadVectors[static_cast<std::size_t>(comb)][static_cast<std::size_t>(equation)] += value;
-}
-
 template <Number Real>
 void AddSelfWeight(CjxStruct& model, int comb, double factor, const GatheredBrick& g)
 {
     const double w = g.material.Wc * model.selfWeightFactor * factor;
     const std::array<Real, 8> q = BrickBodyForces<Real>(g.corners, Real(w));
+    const auto loadVector = NodalVectorOf(model, comb);
     for (std::size_t i = 0; i < 8; ++i)
-        AddToLoadVector(model, comb, g.nodePositions[i], model.selfWeightDir, q[i]);
+        loadVector.Add(g.nodePositions[i], model.selfWeightDir, double128(q[i]));
 }
 
 template <Number Real>
@@ -108,60 +104,34 @@ void AddThermalForces(CjxStruct& model, int comb, double strain, const GatheredB
 {
     const std::array<Real, 24> f =
         BrickThermalForces(g.corners, SolidElasticityOf<Real>(g.material.E, g.material.nu), Real(strain));
-    for (std::size_t i = 0; i < 24; ++i)
-        AddToLoadVector(model, comb, g.nodePositions[i / 3], static_cast<int>(i % 3), f[i]);
-}
-
-// Calls use(load case, factor) for every term of the combination whose label names a load case.
-template <class Use>
-void ForEachTerm(const CjxStruct& model, int comb, const Use& use)
-{
-    for (const jxCaseFactor& term : model.loadCombs[static_cast<std::size_t>(comb)].cases)
-        if (const int found = model.FindLoadCase(term.label); found >= 0)
-            use(static_cast<std::size_t>(found), term.factor);
+    NodalVectorOf(model, comb).AddAll(g.nodePositions, f);
 }
 
 template <Number Real>
 void AddLoads(CjxStruct& model, int comb)
 {
+    const std::vector<CombinationTerm> terms = TermsOf(model, comb);
     for (const jxBrick& brick : model.bricks) {
         const GatheredBrick g = Gather(model, brick);
-        ForEachTerm(model, comb, [&](std::size_t loadCase, double factor) {
-            const bool isSelfWeightCase = static_cast<int>(loadCase) == model.selfWeightCase;
-            if (isSelfWeightCase && model.selfWeightFactor != 0 && !brick.selfWeight)
-                AddSelfWeight<Real>(model, comb, factor, g);
-            const auto [first, last] = RecordsOf(model.caseLoads[loadCase].brickThermalLoads, brick.id);
+        for (const CombinationTerm& term : terms) {
+            if (BringsSelfWeight(model, term, brick))
+                AddSelfWeight<Real>(model, comb, term.factor, g);
+            const auto [first, last] = RecordsOf(term.loads.brickThermalLoads, brick.id);
             for (auto thermal = first; thermal != last; ++thermal)
                 if (thermal->dT != 0)
-                    AddThermalForces<Real>(model, comb, g.material.Tc * thermal->dT * factor, g);
-        });
+                    AddThermalForces<Real>(model, comb, g.material.Tc * thermal->dT * term.factor, g);
+        }
     }
-}
-
-// Stress-free strain of a brick under all terms of a combination.
-double ThermalStrain(const CjxStruct& model, const jxBrick& brick, double Tc, int comb)
-{
-    double strain = 0;
-    ForEachTerm(model, comb, [&](std::size_t loadCase, double factor) {
-        const auto [first, last] = RecordsOf(model.caseLoads[loadCase].brickThermalLoads, brick.id);
-        for (auto thermal = first; thermal != last; ++thermal)
-            strain += thermal->dT * factor * Tc;
-    });
-    return strain;
 }
 
 template <Number Real>
 void Recover(const CjxStruct& model, const jxBrick& brick, int comb, double S[9][6], double f[24])
 {
     const GatheredBrick g = Gather(model, brick);
-    const std::vector<double128>& solution = model.loadVectors[static_cast<std::size_t>(comb)];
-    std::array<Real, 24> u{};
-    for (std::size_t i = 0; i < 24; ++i)
-        if (const int equation = model.Equation(g.nodePositions[i / 3], static_cast<int>(i % 3)); equation > 0)
-            u[i] = static_cast<Real>(solution[static_cast<std::size_t>(equation)]);
-
+    const auto u = NodalVectorOf(model, comb).Gather<24, Real>(g.nodePositions);
+    const double strain = ThermalStrain(TermsOf(model, comb), &jxCaseLoad::brickThermalLoads, brick.id, g.material.Tc);
     const BrickElement<Real> element = Form<Real>(model, g);
-    const auto stresses = BrickStresses(element, u, Real(ThermalStrain(model, brick, g.material.Tc, comb)));
+    const auto stresses = BrickStresses(element, u, Real(strain));
     const std::array<Real, 24> forces = BrickNodalForces(element, u);
     for (std::size_t k = 0; k < 9; ++k)
         for (std::size_t i = 0; i < 6; ++i)

@@ -5,11 +5,13 @@
 #include <cmath>
 #include <utility>
 
+#include "elements/combination_terms.h"
 #include "elements/member/beam_group.h"
 #include "elements/member/load_values.h"
 #include "elements/member/member_fixed_end.h"
 #include "elements/member/member_load_axes.h"
 #include "elements/member/member_loads.h"
+#include "elements/nodal_vector.h"
 #include "elements/shell/shell4_group.h"
 #include "model/find_record.h"
 #include "tools/fixed_matrix.h"
@@ -18,7 +20,6 @@
 namespace {
 
 constexpr int kNodeDofs = 6;
-using EndVector = std::array<double, kNodeDofs>;
 
 // The two masks of a member side by side, as the kernels take them.
 struct ReleaseMasks
@@ -48,15 +49,6 @@ jxBmLoadVector EquivalentLoads(qvx::MemberLoads& loads, const jxBmEx& member, co
     for (int end = 0; end < 2; ++end)
         std::copy_n(fem[end], kNodeDofs, vector.value + end * kNodeDofs);
     return vector;
-}
-
-void AddToLoadVector(CjxStruct& model, int comb, int nodeId, const EndVector& global)
-{
-    auto& loadVector = model.loadVectors[static_cast<std::size_t>(comb)];
-    const int position = qvx::NodePosition(model.nodes, nodeId);
-    for (int dof = 0; dof < kNodeDofs; ++dof)
-        if (const int equation = model.Equation(position, dof); equation != 0)
-            loadVector[static_cast<std::size_t>(equation)] += global[static_cast<std::size_t>(dof)];
 }
 
 void AppendEndLoad(std::vector<jxPtLoad>& pts, int dir, double distance, double value)
@@ -143,6 +135,7 @@ void CjxBmGroup::ProcessElemLoads(int comb)
     auto& vectors = model_->combResults[static_cast<std::size_t>(comb)].beamLoadVectors;
     vectors.clear();
     const std::vector<qvx::CombinationTerm> terms = qvx::TermsOf(*model_, comb);
+    const auto loadVector = qvx::NodalVectorOf(*model_, comb);
     qvx::MemberLoads loads;
     jxBmEx member;
     for (const jxBm& beam : model_->beams) {
@@ -155,12 +148,9 @@ void CjxBmGroup::ProcessElemLoads(int comb)
         double c[3][3];
         calc_cos(c, member.localAxis);
         vectors.push_back(EquivalentLoads(loads, member, c, model_->bStiffnessFactors != 0));
-        const double* local = vectors.back().value;
-        for (int end = 0; end < 2; ++end) {
-            EndVector atEnd;
-            std::copy_n(local + end * kNodeDofs, kNodeDofs, atEnd.begin());
-            AddToLoadVector(*model_, comb, member.nd[end].id, qvx::ToGlobalAxes(atEnd, qvx::RotationMatrix<double>(c)));
-        }
+        const std::array<double, 12> local = std::to_array(vectors.back().value);
+        loadVector.AddAll(qvx::PositionsOf<2>(*model_, {beam.node1, beam.node2}),
+                          qvx::ToGlobalAxes(local, qvx::RotationMatrix<double>(c)));
     }
 }
 

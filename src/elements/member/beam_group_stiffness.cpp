@@ -3,6 +3,7 @@
 #include "elements/member/beam_group.h"
 #include "elements/member/member_releases.h"
 #include "elements/member/member_stiffness.h"
+#include "elements/nodal_vector.h"
 #include "elements/progress.h"
 #include "elements/scatter.h"
 #include "model/find_record.h"
@@ -115,15 +116,8 @@ void AssembleMembers(CjxStruct& model, const jxSolutionData& data, int comb, con
 template <Number Real>
 qvx::FixedVector<Real, qvx::kMemberDofs> RelativeDisplacements(const CjxStruct& model, const jxBmEx& member, int comb)
 {
-    qvx::FixedVector<Real, qvx::kMemberDofs> u{};
-    const auto& solution = model.loadVectors[static_cast<std::size_t>(comb)];
-    for (std::size_t end = 0; end < 2; ++end) {
-        const int position = qvx::NodePosition(model.nodes, member.nd[end].id);
-        for (int dof = 0; dof < kNodeDofs; ++dof)
-            if (const int equation = model.Equation(position, dof); equation != 0)
-                u[end * kNodeDofs + static_cast<std::size_t>(dof)] =
-                    static_cast<Real>(solution[static_cast<std::size_t>(equation)]);
-    }
+    const auto positions = qvx::PositionsOf<2>(model, {member.nd[0].id, member.nd[1].id});
+    auto u = qvx::NodalVectorOf(model, comb).Gather<qvx::kMemberDofs, Real>(positions);
     for (std::size_t axis = 0; axis < 3; ++axis) {
         u[kNodeDofs + axis] -= u[axis];
         u[axis] = Real(0);

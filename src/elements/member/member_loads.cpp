@@ -40,16 +40,6 @@ jxLnLoad SelfWeight(const CjxStruct& model, const jxBm& beam, double weightPerLe
 
 }  // namespace
 
-std::vector<CombinationTerm> TermsOf(const CjxStruct& model, int comb)
-{
-    std::vector<CombinationTerm> terms;
-    for (const jxCaseFactor& term : model.loadCombs[static_cast<std::size_t>(comb)].cases)
-        if (const int loadCase = model.FindLoadCase(term.label);
-            loadCase >= 0 && static_cast<std::size_t>(loadCase) < model.caseLoads.size())
-            terms.push_back({.loadCase = loadCase, .factor = term.factor});
-    return terms;
-}
-
 void MemberLoads::Clear()
 {
     points.clear();
@@ -60,14 +50,14 @@ void MemberLoads::Clear()
 void CollectMemberLoads(MemberLoads& loads, const CjxStruct& model, const std::vector<CombinationTerm>& terms,
                         const jxBm& beam, SelfWeightEntry selfWeight)
 {
-    const bool bActs = model.selfWeightFactor != 0 && beam.selfWeight == 0;
     loads.Clear();
     for (const CombinationTerm& term : terms) {
-        const jxCaseLoad& loadsOfCase = model.caseLoads[static_cast<std::size_t>(term.loadCase)];
-        Append(loads.points, loadsOfCase.ptLoads, beam.id, term.factor);
-        Append(loads.lines, loadsOfCase.lnLoads, beam.id, term.factor);
-        Append(loads.thermal, loadsOfCase.bmThermalLoads, beam.id, term.factor);
-        if (term.loadCase == model.selfWeightCase && (bActs || selfWeight == SelfWeightEntry::Always)) {
+        Append(loads.points, term.loads.ptLoads, beam.id, term.factor);
+        Append(loads.lines, term.loads.lnLoads, beam.id, term.factor);
+        Append(loads.thermal, term.loads.bmThermalLoads, beam.id, term.factor);
+        const bool bActs = BringsSelfWeight(model, term, beam);
+        const bool bEntry = selfWeight == SelfWeightEntry::Always && term.loadCase == model.selfWeightCase;
+        if (bActs || bEntry) {
             const double weight = bActs ? WeightPerLength(model, beam) * model.selfWeightFactor * term.factor : 0.0;
             loads.lines.push_back(SelfWeight(model, beam, weight));
         }

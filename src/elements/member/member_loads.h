@@ -2,19 +2,9 @@
 
 #include <vector>
 
-#include "model/jx_struct.h"
+#include "elements/combination_terms.h"
 
 namespace qvx {
-
-/// One term of a combination, its load case found.
-struct CombinationTerm
-{
-    int loadCase = 0;  ///< index of the load case and of its loads
-    double factor = 0;
-};
-
-/// Terms of a combination in order; a label that names no load case has no term.
-std::vector<CombinationTerm> TermsOf(const CjxStruct& model, int comb);
 
 /// Loads of one member under one combination, times their factors, in the axes they were entered in.
 struct MemberLoads

@@ -5,6 +5,8 @@
 #include <type_traits>
 #include <vector>
 
+#include "elements/combination_terms.h"
+#include "elements/nodal_vector.h"
 #include "elements/progress.h"
 #include "elements/scatter.h"
 #include "elements/shell/shell_drilling.h"
@@ -147,64 +149,51 @@ void AddStiffness(CjxStruct& model, jxSolutionData& data)
         [&](std::size_t first, std::size_t last) { AddBatch(model, data, batch, first, last, drillsFreely); });
 }
 
-void AddToLoadVector(CjxStruct& model, int comb, const GatheredShell& g, std::size_t node, int dof,
-                     const double128& value)
+// A shell under a load: what the terms of a combination find it as.
+struct LoadedShell
 {
-    const int equation = model.Equation(g.nodePositions[node], dof);
-    if (equation > 0)
-        model.loadVectors[static_cast<std::size_t>(comb)][static_cast<std::size_t>(equation)] += value;
+    const jxShell4& shell;
+    GatheredShell g;
+    std::array<jxPoint, 3> axes;  ///< user axes, of its local loads
+    ShellFrame<double> frame;     ///< in these axes
+};
+
+LoadedShell LoadedIn(const CjxStruct& model, const jxShell4& shell)
+{
+    const GatheredShell g = Gather(model, shell);
+    const std::array<jxPoint, 3> axes = QuadLocalAxes(g.corners, shell.angle);
+    return {.shell = shell, .g = g, .axes = axes, .frame = ShellFrameOf<double>(g.corners, axes)};
 }
 
-// Surface loads and self weight of one load case: a quarter of the total at each corner, whatever the shape.
-void AddAreaLoads(CjxStruct& model, int comb, std::size_t loadCase, double factor, const jxShell4& shell,
-                  const GatheredShell& g, const std::array<jxPoint, 3>& axes)
+// Surface loads and self weight of one term: a quarter of the total at each corner, whatever the shape.
+void AddAreaLoads(CjxStruct& model, int comb, const CombinationTerm& term, const LoadedShell& s)
 {
     AreaLoad load{};
-    const auto [first, last] = RecordsOf(model.caseLoads[loadCase].shell4SurfaceLoads, shell.id);
+    const auto [first, last] = RecordsOf(term.loads.shell4SurfaceLoads, s.shell.id);
     for (auto surface = first; surface != last; ++surface)
         if (surface->value != 0)
-            AddAreaLoad(load, axes, surface->dir, surface->value * factor, surface->coordSys == kLocal);
-    const bool isSelfWeightCase = static_cast<int>(loadCase) == model.selfWeightCase;
-    if (isSelfWeightCase && model.selfWeightFactor != 0 && !shell.selfWeight)
-        AddAreaLoad(load, axes, model.selfWeightDir, g.material.Wc * g.thickness.t * model.selfWeightFactor * factor,
-                    false);
+            AddAreaLoad(load, s.axes, surface->dir, surface->value * term.factor, surface->coordSys == kLocal);
+    if (BringsSelfWeight(model, term, s.shell))
+        AddAreaLoad(load, s.axes, model.selfWeightDir,
+                    s.g.material.Wc * s.g.thickness.t * model.selfWeightFactor * term.factor, false);
 
-    const double quarter = ShellArea(ShellFrameOf<double>(g.corners, axes)) * 0.25;
-    for (std::size_t node = 0; node < 4; ++node)
-        for (int dof = 0; dof < 6; ++dof)
-            AddToLoadVector(model, comb, g, node, dof, load[static_cast<std::size_t>(dof)] * quarter);
+    const double quarter = ShellArea(s.frame) * 0.25;
+    const auto loadVector = NodalVectorOf(model, comb);
+    for (const int position : s.g.nodePositions)
+        for (int dof = 0; dof < kDofCount; ++dof)
+            loadVector.Add(position, dof, load[static_cast<std::size_t>(dof)] * quarter);
 }
 
-void AddThermalLoads(CjxStruct& model, int comb, std::size_t loadCase, double factor, const jxShell4& shell,
-                     const GatheredShell& g, const std::array<jxPoint, 3>& axes)
+void AddThermalLoads(CjxStruct& model, int comb, const CombinationTerm& term, const LoadedShell& s)
 {
-    const ShellFrame<double> frame = ShellFrameOf<double>(g.corners, axes);
-    const auto [first, last] = RecordsOf(model.caseLoads[loadCase].shell4ThermalLoads, shell.id);
+    const auto [first, last] = RecordsOf(term.loads.shell4ThermalLoads, s.shell.id);
     for (auto thermal = first; thermal != last; ++thermal) {
         if (thermal->dT == 0)
             continue;
-        const std::array<double, 24> f =
-            ShellThermalForces(frame, RigidityOf<double>(model, shell, g), g.material.Tc * thermal->dT * factor);
-        for (std::size_t node = 0; node < 4; ++node)
-            for (int dof = 0; dof < 6; ++dof)
-                AddToLoadVector(model, comb, g, node, dof, f[6 * node + static_cast<std::size_t>(dof)]);
+        const double strain = s.g.material.Tc * thermal->dT * term.factor;
+        NodalVectorOf(model, comb)
+            .AddAll(s.g.nodePositions, ShellThermalForces(s.frame, RigidityOf<double>(model, s.shell, s.g), strain));
     }
-}
-
-// Stress-free strain of a shell under all terms of a combination.
-double ThermalStrain(const CjxStruct& model, const jxShell4& shell, double Tc, int comb)
-{
-    double strain = 0;
-    for (const jxCaseFactor& term : model.loadCombs[static_cast<std::size_t>(comb)].cases) {
-        const int loadCase = model.FindLoadCase(term.label);
-        if (loadCase < 0)
-            continue;
-        const auto [first, last] =
-            RecordsOf(model.caseLoads[static_cast<std::size_t>(loadCase)].shell4ThermalLoads, shell.id);
-        for (auto thermal = first; thermal != last; ++thermal)
-            strain += thermal->dT * term.factor * Tc;
-    }
-    return strain;
 }
 
 template <Number Real>
@@ -212,14 +201,9 @@ ShellForces<Real> Recover(const CjxStruct& model, const jxShell4& shell, int com
 {
     const GatheredShell g = Gather(model, shell);
     const ShellElement<Real> element = Form<Real>(model, shell, g);
-    const std::vector<double128>& solution = model.loadVectors[static_cast<std::size_t>(comb)];
-    std::array<Real, 24> u{};
-    for (std::size_t node = 0; node < 4; ++node)
-        for (int dof = 0; dof < 6; ++dof)
-            if (const int equation = model.Equation(g.nodePositions[node], dof); equation > 0)
-                u[6 * node + static_cast<std::size_t>(dof)] =
-                    static_cast<Real>(solution[static_cast<std::size_t>(equation)]);
-    ShellForces<Real> forces = RecoverShellForces(element, u, Real(ThermalStrain(model, shell, g.material.Tc, comb)));
+    const auto u = NodalVectorOf(model, comb).Gather<24, Real>(g.nodePositions);
+    const double strain = ThermalStrain(TermsOf(model, comb), &jxCaseLoad::shell4ThermalLoads, shell.id, g.material.Tc);
+    ShellForces<Real> forces = RecoverShellForces(element, u, Real(strain));
     TurnShellForces(forces, shell.angle - element.referenceAngle);
     return forces;
 }
@@ -286,16 +270,12 @@ void CjxShell4Group::ProcessStiffness(jxSolutionData& data)
 
 void CjxShell4Group::ProcessElemLoads(int comb)
 {
+    const std::vector<qvx::CombinationTerm> terms = qvx::TermsOf(*model_, comb);
     for (const jxShell4& shell : model_->shell4s) {
-        const qvx::GatheredShell g = qvx::Gather(*model_, shell);
-        const std::array<jxPoint, 3> axes = qvx::QuadLocalAxes(g.corners, shell.angle);
-        for (const jxCaseFactor& term : model_->loadCombs[static_cast<std::size_t>(comb)].cases) {
-            const int found = model_->FindLoadCase(term.label);
-            if (found < 0)
-                continue;
-            const auto loadCase = static_cast<std::size_t>(found);
-            qvx::AddAreaLoads(*model_, comb, loadCase, term.factor, shell, g, axes);
-            qvx::AddThermalLoads(*model_, comb, loadCase, term.factor, shell, g, axes);
+        const qvx::LoadedShell loaded = qvx::LoadedIn(*model_, shell);
+        for (const qvx::CombinationTerm& term : terms) {
+            qvx::AddAreaLoads(*model_, comb, term, loaded);
+            qvx::AddThermalLoads(*model_, comb, term, loaded);
         }
     }
 }

@@ -36,6 +36,7 @@ public:
             model.bricks.push_back(record);
         }
         model.combResults.resize(1);
+        model.numberOfEquations = static_cast<int>(3 * mesh.nodes.size());
         model.loadVectors.assign(1, std::vector<qvx::double128>(3 * mesh.nodes.size() + 1));
         for (int dof = 0; dof < 6; ++dof) {
             model.idTable[dof].assign(mesh.nodes.size() + 1, 0);
