@@ -166,7 +166,7 @@ void WriteWoodArmer(JsonWriter& out, const CjxStruct& model)
     out.EndArray();
 }
 
-// Design results have no records yet: their lists are empty.
+// No run fills design results yet: their lists are empty.
 void WriteDesign(JsonWriter& out)
 {
     for (const char* list : {"concreteBeams", "concreteColumns", "concreteShear", "concretePlates", "steel"}) {

@@ -41,9 +41,19 @@ void CjxStruct::ClearResponseSpectrumResult()
     spectrumResults.clear();
 }
 
-// The design runs keep no result of their own yet; envelope and plate moments belong to the static run.
-void CjxStruct::ClearConcreteResult() {}
-void CjxStruct::ClearSteelResult() {}
+// Envelope and plate moments, from which the concrete design starts, belong to the static run and stay.
+void CjxStruct::ClearConcreteResult()
+{
+    concreteBeams.clear();
+    concreteColumns.clear();
+    concreteShear.clear();
+    concretePlates.clear();
+}
+
+void CjxStruct::ClearSteelResult()
+{
+    steelResults.clear();
+}
 
 void CjxStruct::ClearResult()
 {

@@ -8,6 +8,7 @@
 
 #include "model/records/comb_result.h"
 #include "model/records/design_criteria.h"
+#include "model/records/design_result.h"
 #include "model/records/element.h"
 #include "model/records/envelope.h"
 #include "model/records/host_data.h"
@@ -272,7 +273,10 @@ public:
     int bLockModel = 0;
     int solverType = DoubleSparse;
     int bZVertical = 0;
-    int bSignedShearAngle = 0;  ///< MITC4 shear directions by signed angles at the point itself
+    int bSignedShearAngle = 0;      ///< MITC4 shear directions by signed angles at the point itself
+    int bConsistentMechanics = 0;   ///< releases, heating and constraints as the mechanics have them
+    int bReactivateOneWay = 0;      ///< one-way members and springs come back when they would act
+    int bContinueAfterFailure = 0;  ///< a combination that fails does not end the run
 
     // --- Model ------------------------------------------------------------------------------------------------------
     int selectedMaterial = 0;
@@ -339,6 +343,11 @@ public:
     int digitsLost = 0;                       ///< in the worst factorisation of the last static run
     std::vector<jxMaxBmVMD> concreteEnvelope;
     std::vector<jxWoodArmer> woodArmer;
+    std::vector<jxBmRcResult> concreteBeams;
+    std::vector<jxColRcResult> concreteColumns;
+    std::vector<jxRcShearResult> concreteShear;
+    std::vector<jxPlateRcResult> concretePlates;
+    std::vector<jxSteelResult> steelResults;
     std::vector<jxEigenResult> eigenResults;
     std::vector<jxResponseSpectrumResult> spectrumResults;
     jxCombResult modalResult;

@@ -53,6 +53,9 @@ void CopySettings(CjxStruct& to, const CjxStruct& from)
     to.solverType = from.solverType;
     to.bZVertical = from.bZVertical;
     to.bSignedShearAngle = from.bSignedShearAngle;
+    to.bConsistentMechanics = from.bConsistentMechanics;
+    to.bReactivateOneWay = from.bReactivateOneWay;
+    to.bContinueAfterFailure = from.bContinueAfterFailure;
 }
 
 // Without links and derivedMasses: a run generates them anew.

@@ -139,21 +139,24 @@ void ConvertRecord(jxBmRcCrit& criterion, ConversionFactors f)
 
 void ConvertRecord(jxColRcCrit& criterion, ConversionFactors f)
 {
-    for (double& length : criterion.unbracedLength)
-        length *= f[kLength];
+    criterion.lu3 *= f[kLength];
+    criterion.lu2 *= f[kLength];
     criterion.cover *= f[kDimension];
 }
 
 void ConvertRecord(jxPlateRcCrit& criterion, ConversionFactors f)
 {
-    for (double& cover : criterion.cover)
-        cover *= f[kDimension];
+    criterion.topCoverX *= f[kDimension];
+    criterion.topCoverY *= f[kDimension];
+    criterion.bottomCoverX *= f[kDimension];
+    criterion.bottomCoverY *= f[kDimension];
 }
 
 void ConvertRecord(jxSteelCrit& criterion, ConversionFactors f)
 {
-    for (double& length : criterion.unbracedLength)
-        length *= f[kLength];
+    criterion.L3 *= f[kLength];
+    criterion.L2 *= f[kLength];
+    criterion.Lz *= f[kLength];
     criterion.Lb *= f[kLength];
 }
 

@@ -69,12 +69,12 @@ const char* const kEveryRecord = R"({
                  "susLoadFactor": 0.5, "rsFactor": 1.5, "bSolve": 0, "cases": [{"label": "DEAD", "factor": 1.25}]}],
   "additionalMasses": [{"id": 2, "dof": 3, "value": 1.75}],
   "beamRcCriteria": [{"id": 1, "label": "b", "topCover": 2.5, "bottomCover": 3.5, "stirrupBar": 1, "stirrupLegs": 4}],
-  "columnRcCriteria": [{"id": 1, "label": "c", "unbracedLength": [1, 2], "K": [0.9, 1.1], "bSway": [0, 1], "cover": 1.5,
-     "stirrupBar": 1, "stirrupLegs": 3, "startBar": 4, "endBar": 6, "barPattern": 2, "bSpiral": 1, "minSideBars": 1,
-     "maxSideBars": 2, "minTopBotBars": 3, "maxTopBotBars": 4}],
-  "plateRcCriteria": [{"id": 1, "label": "p", "cover": [1, 2, 3, 4]}],
-  "steelCriteria": [{"id": 1, "label": "s", "family": "W12", "unbracedLength": [1, 2, 3], "K": [1.1, 1.2, 1.3],
-     "bSway": [1, 0], "Lb": 4.5, "bContinuouslyBraced": 1, "Cb": 1.75, "maxRatio": 0.95}],
+  "columnRcCriteria": [{"id": 1, "label": "c", "cover": 1.25, "stirrupBar": 1, "stirrupLegs": 3, "startBar": 4,
+     "endBar": 6, "pattern": 2, "bSpiral": 1, "minBarsLR": 1, "maxBarsLR": 2, "minBarsTB": 3, "maxBarsTB": 4, "lu3": 1,
+     "lu2": 2, "K3": 0.9, "K2": 1.1, "bSway3": 0, "bSway2": 1}],
+  "plateRcCriteria": [{"id": 1, "label": "p", "topCoverX": 1, "topCoverY": 2, "bottomCoverX": 3, "bottomCoverY": 4}],
+  "steelCriteria": [{"id": 1, "label": "s", "family": "W12", "L3": 1, "L2": 2, "Lz": 3, "K3": 1.1, "K2": 1.2, "Kz": 1.3,
+     "bSway3": 1, "bSway2": 0, "Lb": 4.5, "bContinuous": 1, "Cb": 1.75, "maxRatio": 0.95}],
   "namedSelections": [{"label": "left", "nodes": [1, 2], "beams": [4], "shell3s": [8], "shell4s": [9], "bricks": [7]}],
   "gridNodes": [{"id": 1, "x": 5.5, "y": 6.5, "z": 7.5}], "origin": [0.5, 1.5, 2.5], "gridPlane": 1,
   "gridLists": ["3@10", "2@5", ""], "reserved": "r",
@@ -178,6 +178,43 @@ TEST_F(ModelFile, KeepsFieldsLeftOutAtTheirDefaults)
     EXPECT_EQ(model.loadCombs[0].bSolve, 1);
     EXPECT_EQ(model.loadCombs[0].cases[0].factor, 1);
     EXPECT_EQ(model.combResults.size(), 1U);
+}
+
+// Plain numbers, whatever the units of the model: covers in inches, bars by index, no limits, braced and unbraced once.
+TEST_F(ModelFile, KeepsCriteriaLeftOutAtTheirDefaults)
+{
+    CjxStruct model;
+    ReadModelText(R"({"format": "qvxfem-model", "units": {"Dimension": "mm"}, "beamRcCriteria": [{"id": 1}],
+                      "columnRcCriteria": [{"id": 1}], "plateRcCriteria": [{"id": 1}], "steelCriteria": [{"id": 1}]})",
+                  model);
+
+    EXPECT_EQ(model.beamRcCriteria[0].topCover, 2.5);
+    EXPECT_EQ(model.beamRcCriteria[0].bottomCover, 2.5);
+    EXPECT_EQ(model.beamRcCriteria[0].stirrupLegs, 2);
+    const jxColRcCrit& column = model.columnRcCriteria[0];
+    EXPECT_EQ(column.cover, 1.5);
+    EXPECT_EQ(column.stirrupLegs, 2);
+    EXPECT_EQ(column.startBar, 5);
+    EXPECT_EQ(column.endBar, 8);
+    EXPECT_EQ(column.K3 + column.K2, 2);
+    EXPECT_EQ(column.maxBarsLR + column.maxBarsTB, 0);
+    EXPECT_EQ(model.plateRcCriteria[0].topCoverY, 1.5);
+    EXPECT_EQ(model.plateRcCriteria[0].bottomCoverX, 1.5);
+    const jxSteelCrit& steel = model.steelCriteria[0];
+    EXPECT_STREQ(steel.family, L"Default");
+    EXPECT_EQ(steel.K3 + steel.K2 + steel.Kz, 3);
+    EXPECT_EQ(steel.Cb, 0);
+    EXPECT_EQ(steel.maxRatio, 1);
+}
+
+// A setting that nothing acts on must not look as if it did.
+TEST_F(ModelFile, RefusesSettingsThatNothingActsOn)
+{
+    for (const char* field :
+         {"bConsistentMechanics", "bConsistentDesign", "bReactivateOneWay", "bContinueAfterFailure"}) {
+        CjxStruct model;
+        EXPECT_THROW(SetModelSetting(model, field, "1"), FileError) << field;
+    }
 }
 
 // RepaireData is there to drop what belongs to no element; such records are no fault of the file.

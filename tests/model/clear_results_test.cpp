@@ -26,6 +26,11 @@ protected:
         model.digitsLost = 4;
         model.concreteEnvelope.resize(1);
         model.woodArmer.resize(1);
+        model.concreteBeams.resize(1);
+        model.concreteColumns.resize(1);
+        model.concreteShear.resize(1);
+        model.concretePlates.resize(1);
+        model.steelResults.resize(1);
         model.modalResult.displacements.resize(1);
         model.eigenResults.resize(1);
         model.spectrumResults.resize(1);
@@ -70,6 +75,25 @@ TEST_F(Clearing, SpectrumResultsGoAloneOrWithTheModesTheyStandOn)
     EXPECT_FALSE(model.ResponseSpectrumSolution());
     EXPECT_FALSE(model.EigenSolution());
     EXPECT_TRUE(model.HasStaticSolution());
+}
+
+// A design stands on the static results: it goes with them, and alone without them.
+TEST_F(Clearing, DesignResultsGoAloneOrWithTheStaticOnes)
+{
+    model.ClearConcreteResult();
+    EXPECT_EQ(model.concreteBeams.size() + model.concreteColumns.size(), 0u);
+    EXPECT_EQ(model.concreteShear.size() + model.concretePlates.size(), 0u);
+    EXPECT_EQ(model.woodArmer.size(), 1u);
+    EXPECT_EQ(model.concreteEnvelope.size(), 1u);
+    EXPECT_EQ(model.steelResults.size(), 1u);
+    model.ClearSteelResult();
+    EXPECT_TRUE(model.steelResults.empty());
+    EXPECT_TRUE(model.HasStaticSolution());
+
+    model.concreteShear.resize(1);
+    model.steelResults.resize(1);
+    model.ClearStaticResult();
+    EXPECT_EQ(model.concreteShear.size() + model.steelResults.size(), 0u);
 }
 
 TEST_F(Clearing, AllResultsGoTogether)

@@ -19,23 +19,25 @@ struct FieldsOf<jxColRcCrit>
 {
     using R = jxColRcCrit;
     static constexpr auto list = std::make_tuple(
-        Always("id", &R::id, rule::kId), Always("label", &R::label), Always("unbracedLength", &R::unbracedLength),
-        Always("K", &R::K), Always("bSway", &R::bSway, rule::kFlag), Always("cover", &R::cover),
+        Always("id", &R::id, rule::kId), Always("label", &R::label), Always("cover", &R::cover),
         Always("stirrupBar", &R::stirrupBar, rule::kIndex), Always("stirrupLegs", &R::stirrupLegs),
         Always("startBar", &R::startBar, rule::kIndex), Always("endBar", &R::endBar, rule::kIndex),
-        Always("barPattern", &R::barPattern, {.least = kAnyBarPattern, .most = kEqualBarsPerSide}),
-        Always("bSpiral", &R::bSpiral, rule::kFlag), Always("minSideBars", &R::minSideBars),
-        Always("maxSideBars", &R::maxSideBars), Always("minTopBotBars", &R::minTopBotBars),
-        Always("maxTopBotBars", &R::maxTopBotBars), WhenUnusual("bSelected", &R::bSelected, rule::kSelection));
+        Always("pattern", &R::pattern, {.least = kAnyBarPattern, .most = kEqualBarsPerSide}),
+        Always("bSpiral", &R::bSpiral, rule::kFlag), Always("minBarsLR", &R::minBarsLR),
+        Always("maxBarsLR", &R::maxBarsLR), Always("minBarsTB", &R::minBarsTB), Always("maxBarsTB", &R::maxBarsTB),
+        Always("lu3", &R::lu3), Always("lu2", &R::lu2), Always("K3", &R::K3), Always("K2", &R::K2),
+        Always("bSway3", &R::bSway3, rule::kFlag), Always("bSway2", &R::bSway2, rule::kFlag),
+        WhenUnusual("bSelected", &R::bSelected, rule::kSelection));
 };
 
 template <>
 struct FieldsOf<jxPlateRcCrit>
 {
     using R = jxPlateRcCrit;
-    static constexpr auto list =
-        std::make_tuple(Always("id", &R::id, rule::kId), Always("label", &R::label), Always("cover", &R::cover),
-                        WhenUnusual("bSelected", &R::bSelected, rule::kSelection));
+    static constexpr auto list = std::make_tuple(
+        Always("id", &R::id, rule::kId), Always("label", &R::label), Always("topCoverX", &R::topCoverX),
+        Always("topCoverY", &R::topCoverY), Always("bottomCoverX", &R::bottomCoverX),
+        Always("bottomCoverY", &R::bottomCoverY), WhenUnusual("bSelected", &R::bSelected, rule::kSelection));
 };
 
 template <>
@@ -43,10 +45,11 @@ struct FieldsOf<jxSteelCrit>
 {
     using R = jxSteelCrit;
     static constexpr auto list = std::make_tuple(
-        Always("id", &R::id, rule::kId), Always("label", &R::label), Always("family", &R::family),
-        Always("unbracedLength", &R::unbracedLength), Always("K", &R::K), Always("bSway", &R::bSway, rule::kFlag),
-        Always("Lb", &R::Lb), Always("bContinuouslyBraced", &R::bContinuouslyBraced, rule::kFlag), Always("Cb", &R::Cb),
-        Always("maxRatio", &R::maxRatio), WhenUnusual("bSelected", &R::bSelected, rule::kSelection));
+        Always("id", &R::id, rule::kId), Always("label", &R::label), Always("family", &R::family), Always("L3", &R::L3),
+        Always("L2", &R::L2), Always("Lz", &R::Lz), Always("K3", &R::K3), Always("K2", &R::K2), Always("Kz", &R::Kz),
+        Always("bSway3", &R::bSway3, rule::kFlag), Always("bSway2", &R::bSway2, rule::kFlag), Always("Lb", &R::Lb),
+        Always("bContinuous", &R::bContinuous, rule::kFlag), Always("Cb", &R::Cb), Always("maxRatio", &R::maxRatio),
+        WhenUnusual("bSelected", &R::bSelected, rule::kSelection));
 };
 
 /// Design settings: members of the object "settings", beside those of the analysis.

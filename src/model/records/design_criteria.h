@@ -22,19 +22,20 @@ struct jxBarDatabase
     std::vector<jxBar> bars;
 };
 
-/// Concrete beam criterion.
+/// Concrete beam criterion. Axes of all criteria: 3 strong-axis bending (moment Mz, shear Fy, stiffness Iz), 2 weak-axis
+/// bending (My, Fz, Iy). Defaults are plain numbers, in inches where the model is.
 struct jxBmRcCrit
 {
     int id = 0;
     int no = 0;
     unsigned char bSelected = 0;
     wchar_t label[128] = {};
-    double topCover = 0;     ///< from the top face to the centre of the top bars [dimension]
-    double bottomCover = 0;  ///< from the bottom face to the centre of the bottom bars [dimension]
-    int stirrupBar = 0;      ///< index of the stirrup's bar in the current database
+    double topCover = 2.5;     ///< from the top face to the centre of the top bars [dimension]
+    double bottomCover = 2.5;  ///< from the bottom face to the centre of the bottom bars [dimension]
+    int stirrupBar = 0;        ///< index of the stirrup's bar in the current database
     int stirrupLegs = 2;
 
-    static const wchar_t* name() { return L"beam concrete criterion"; }
+    static const wchar_t* name() { return L"beam RC criteria"; }
 };
 
 /// Bars that a column layout may have along the sides of a rectangle.
@@ -45,60 +46,71 @@ enum ColumnBarPattern : int {
     kEqualBarsPerSide = 3,  ///< nx = ny
 };
 
-/// Concrete column criterion. Pairs of axes: 0 bending about local z (M3), 1 bending about local y (M2).
+/// Concrete column criterion.
 struct jxColRcCrit
 {
     int id = 0;
     int no = 0;
     unsigned char bSelected = 0;
     wchar_t label[128] = {};
-    double unbracedLength[2] = {};  ///< 0: the member's length [length]
-    double K[2] = {1, 1};           ///< effective length factors; at most 1 braced, at least 1 with sway
-    int bSway[2] = {};
-    double cover = 0;     ///< from the face to the outside of the stirrup [dimension]
+    double cover = 1.5;   ///< clear, from the face to the outside of the tie [dimension]
     int stirrupBar = 0;   ///< index of the tie's or spiral's bar in the current database
     int stirrupLegs = 2;  ///< ties crossing a section
-    int startBar = 0;     ///< indices of the smallest and the largest longitudinal bar in the current database
-    int endBar = 0;
-    int barPattern = kAnyBarPattern;
-    int bSpiral = 0;        ///< round columns: spiral, else ties
-    int minSideBars = 0;    ///< bars along the left and the right face, in all of a round section; 0: no limit
-    int maxSideBars = 0;    ///< 0: no limit
-    int minTopBotBars = 0;  ///< bars along the top and the bottom face; 0: no limit
-    int maxTopBotBars = 0;  ///< 0: no limit
+    int startBar = 5;     ///< indices of the smallest and the largest longitudinal bar in the current database
+    int endBar = 8;
+    int pattern = kAnyBarPattern;
+    int bSpiral = 0;    ///< round columns: spiral, else ties
+    int minBarsLR = 0;  ///< bars along the left and the right face, in all of a round section; 0: no limit
+    int maxBarsLR = 0;  ///< 0: no limit
+    int minBarsTB = 0;  ///< bars along the top and the bottom face; 0: no limit
+    int maxBarsTB = 0;  ///< 0: no limit
+    double lu3 = 0;     ///< unbraced lengths; 0: the member's length [length]
+    double lu2 = 0;
+    double K3 = 1;  ///< effective length factors; at most 1 braced, at least 1 with sway
+    double K2 = 1;
+    int bSway3 = 0;
+    int bSway2 = 0;
 
-    static const wchar_t* name() { return L"column concrete criterion"; }
+    static const wchar_t* name() { return L"column RC criteria"; }
 };
 
-/// Concrete plate criterion.
+/// Concrete plate criterion: covers from the face to the centre of the bars [dimension].
 struct jxPlateRcCrit
 {
     int id = 0;
     int no = 0;
     unsigned char bSelected = 0;
     wchar_t label[128] = {};
-    double cover[4] = {};  ///< face to bar centre: top x, top y, bottom x, bottom y [dimension]
+    double topCoverX = 1.5;
+    double topCoverY = 1.5;
+    double bottomCoverX = 1.5;
+    double bottomCoverY = 1.5;
 
-    static const wchar_t* name() { return L"plate concrete criterion"; }
+    static const wchar_t* name() { return L"plate RC criteria"; }
 };
 
-/// Steel criterion. Axes: 0 bending about local z (M3), 1 bending about local y (M2), 2 torsion.
+/// Steel criterion.
 struct jxSteelCrit
 {
     int id = 0;
     int no = 0;
     unsigned char bSelected = 0;
     wchar_t label[128] = {};
-    wchar_t family[128] = {};       ///< candidate shapes; "" or "Default": the member's own section alone
-    double unbracedLength[3] = {};  ///< 0: the member's length [length]
-    double K[3] = {1, 1, 1};        ///< effective length factors; at most 1 braced, at least 1 with sway
-    int bSway[2] = {};
-    double Lb = 0;                ///< between points that hold the compression flange; 0: the member's length [length]
-    int bContinuouslyBraced = 0;  ///< the compression flange is held all along, Lb is 0
-    double Cb = 0;                ///< moment gradient factor, 1 to 3; 0: from the member's moments
-    double maxRatio = 1;          ///< largest unity check ratio of a candidate, above 0 and at most 1
+    wchar_t family[128] = L"Default";  ///< candidate shapes; "" or "Default": the member's own section alone
+    double L3 = 0;                     ///< unbraced lengths; 0: the member's length [length]
+    double L2 = 0;
+    double Lz = 0;  ///< of torsion [length]
+    double K3 = 1;  ///< effective length factors; at most 1 braced, at least 1 with sway
+    double K2 = 1;
+    double Kz = 1;  ///< of torsion
+    int bSway3 = 0;
+    int bSway2 = 0;
+    double Lb = 0;        ///< between points that hold the compression flange; 0: the member's length [length]
+    int bContinuous = 0;  ///< the compression flange is held all along; Lb is 0
+    double Cb = 0;        ///< moment gradient factor, 1 to 3; 0: from the member's moments
+    double maxRatio = 1;  ///< largest unity check ratio of a candidate, above 0 and at most 1
 
-    static const wchar_t* name() { return L"steel criterion"; }
+    static const wchar_t* name() { return L"steel criteria"; }
 };
 
 inline bool operator<(const jxBmRcCrit& a, const jxBmRcCrit& b)
@@ -134,6 +146,7 @@ struct NoCaseLess
 /// Settings of the design runs.
 struct jxDesignSettings
 {
+    int bConsistentDesign = 0;  ///< design by the mechanics where the usual rule is unsafe or surprises
     // Concrete
     int concreteCode = 6;                     ///< index of the code table; 1 to 6 may be designed by
     int columnSolverSteps[3] = {16, 50, 20};  ///< of an interaction surface: angles (multiple of 4), axis divisions
