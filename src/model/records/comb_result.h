@@ -8,7 +8,7 @@
 
 /// How the solution of a load combination ended.
 enum class CombEnd {
-    NotSolved,
+    NotSolved,  ///< the run did not come to it
     Linear,     ///< one reduction with the factor shared by all linear combinations
     Converged,  ///< the iteration met its stop rules
     Limit,      ///< the iteration stopped at maxNonlinearIterations: its last result stands, unproven
@@ -29,11 +29,12 @@ struct jxCombOutcome
     double appliedForce[3] = {};
 };
 
-/// Results of one load combination.
+/// Results of one load combination, in the units of the model after a run. A vector has a record per node, support,
+/// spring or element in the order of the model's vector; all are empty before a solution and after one that failed.
 struct QVXFEM_API jxCombResult
 {
-    std::vector<jxResult6Val> displacements;
-    std::vector<jxResult6Val> supportReactions;
+    std::vector<jxResult6Val> displacements;     ///< of every node; 0 where there is no equation
+    std::vector<jxResult6Val> supportReactions;  ///< on the structure, of supports with a flag '1'
     std::vector<jxMultiDofConstraintForce> multiDofConstraintForces;
     std::vector<jxResult6Val> nodalSpringReactions;
     std::vector<jxResult6Val> coupledSpringReactions;
@@ -47,5 +48,6 @@ struct QVXFEM_API jxCombResult
     std::vector<jxBmEndVMD> beamEndForces;
     std::vector<jxBmVMD> beamCurves;
 
+    /// Empties every vector and frees its memory.
     void clear();
 };

@@ -4,9 +4,10 @@
 #include <string>
 #include <vector>
 
+#include "model/records/record_order.h"
 #include "platform/cstring.h"
 
-/// One reinforcing bar of a database.
+/// One reinforcing bar of a database, named by its size ("#5", "16").
 struct jxBar
 {
     wchar_t size[32] = {};
@@ -112,23 +113,6 @@ struct jxSteelCrit
 
     static const wchar_t* name() { return L"steel criteria"; }
 };
-
-inline bool operator<(const jxBmRcCrit& a, const jxBmRcCrit& b)
-{
-    return a.id < b.id;
-}
-inline bool operator<(const jxColRcCrit& a, const jxColRcCrit& b)
-{
-    return a.id < b.id;
-}
-inline bool operator<(const jxPlateRcCrit& a, const jxPlateRcCrit& b)
-{
-    return a.id < b.id;
-}
-inline bool operator<(const jxSteelCrit& a, const jxSteelCrit& b)
-{
-    return a.id < b.id;
-}
 
 namespace qvx {
 

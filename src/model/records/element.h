@@ -1,9 +1,12 @@
 #pragma once
 
+#include "model/records/record_order.h"
+
 /// Behaviour of a member under axial force.
 enum MemberBehavior : int { kLinearMember = 0, kTensionOnly = 1, kCompressionOnly = 2 };
 
-/// Member: two-node element.
+/// Member: straight two-node element, local x from node1 to node2. The factors f_ act on the section's constants of
+/// their names when bStiffnessFactors is set, each above 0.
 struct jxBm
 {
     int id = 0;
@@ -13,16 +16,16 @@ struct jxBm
     int node2 = 0;
     int material = 1;
     int section = 1;
-    double angle = 0;       ///< rotation of local y, z about local x [rad]
-    double axialForce = 0;  ///< of the previous iteration, tension positive [force]
-    double cracking = 1;    ///< factor on the bending stiffness
-    int rcCriterion = 1;
-    wchar_t designType = L'B';  ///< 'B' beam, 'C' column
-    int bConcreteSkip = 0;
-    int nonlinear = kLinearMember;
-    int failed = 0;
+    double angle = 0;               ///< rotation of local y, z about local x [rad]
+    double axialForce = 0;          ///< of the previous iteration, tension positive [force]
+    double cracking = 1;            ///< factor on the bending stiffness
+    int rcCriterion = 1;            ///< beam or column criterion, by designType
+    wchar_t designType = L'B';      ///< 'B' beam, 'C' column
+    int bConcreteSkip = 0;          ///< nonzero leaves it out of the concrete design
+    int nonlinear = kLinearMember;  ///< a MemberBehavior
+    int failed = 0;                 ///< state of an iteration: 1 when it would carry what it cannot
     int steelCriterion = 1;
-    int bSteelSkip = 0;
+    int bSteelSkip = 0;  ///< nonzero leaves it out of the steel design
     int excluded = 0;
     int selfWeight = 0;  ///< nonzero leaves the self weight out
     double f_Iz = 1;
@@ -35,7 +38,7 @@ struct jxBm
     static const wchar_t* name() { return L"member"; }
 };
 
-/// End releases of a member.
+/// End releases of a member: a released DOF carries no force there.
 struct jxRels
 {
     int id = 0;  ///< member id
@@ -49,6 +52,7 @@ struct jxRels
 };
 
 /// Three-node shell; carried for the host, takes no part in the analysis.
+/// Its springs, loads and results are carried or stay empty likewise.
 struct jxShell3
 {
     int id = 0;
@@ -62,7 +66,8 @@ struct jxShell3
     static const wchar_t* name() { return L"shell3"; }
 };
 
-/// Four-node shell.
+/// Four-node shell, corners in turn around it; the normal points to who sees them counterclockwise. The factors f_ act
+/// on the rigidities of the force or moment of their names when bStiffnessFactors is set, each above 0.
 struct jxShell4
 {
     int id = 0;
@@ -71,10 +76,10 @@ struct jxShell4
     int material = 1;
     int node[4] = {};
     int thickness = 1;
-    double angle = 0;     ///< rotation of the user axes about the normal [rad]
-    double cracking = 1;  ///< factor on the bending rigidities
-    int rcCriterion = 1;  ///< plate criterion
-    int bConcreteSkip = 0;
+    double angle = 0;       ///< rotation of the user axes about the normal [rad]
+    double cracking = 1;    ///< factor on the bending rigidities
+    int rcCriterion = 1;    ///< plate criterion
+    int bConcreteSkip = 0;  ///< nonzero leaves it out of the Wood-Armer moments
     int excluded = 0;
     int selfWeight = 0;  ///< nonzero leaves the self weight out
     double f_Fxx = 1;
@@ -89,7 +94,7 @@ struct jxShell4
     static const wchar_t* name() { return L"shell4"; }
 };
 
-/// Eight-node solid.
+/// Eight-node solid: four nodes around one face, then the four behind them in the same turn.
 struct jxBrick
 {
     int id = 0;
@@ -102,24 +107,3 @@ struct jxBrick
 
     static const wchar_t* name() { return L"brick"; }
 };
-
-inline bool operator<(const jxBm& a, const jxBm& b)
-{
-    return a.id < b.id;
-}
-inline bool operator<(const jxRels& a, const jxRels& b)
-{
-    return a.id < b.id;
-}
-inline bool operator<(const jxShell3& a, const jxShell3& b)
-{
-    return a.id < b.id;
-}
-inline bool operator<(const jxShell4& a, const jxShell4& b)
-{
-    return a.id < b.id;
-}
-inline bool operator<(const jxBrick& a, const jxBrick& b)
-{
-    return a.id < b.id;
-}

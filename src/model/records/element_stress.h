@@ -1,8 +1,11 @@
 #pragma once
 
+#include "model/records/record_order.h"
 #include "platform/export.h"
 
-/// Values derived from the forces of one shell location.
+/// Values derived from the forces of one shell location, t the thickness: sigma = F / t -+ 6 M / t^2 at top and bottom
+/// (Timoshenko & Woinowsky-Krieger, Theory of Plates and Shells, 2nd ed. 1959, ch. 2), the mean shear V / t, principal
+/// values by Mohr's circle, von Mises of the plane state of a face.
 struct jxShellDerived
 {
     double Fmax = 0;  ///< principal membrane forces [force/length]
@@ -10,9 +13,9 @@ struct jxShellDerived
     double angle = 0;  ///< of Fmax from local x [rad]
     double Mmax = 0;   ///< principal moments [moment/length]
     double Mmin = 0;
-    double angleM = 0;
-    double Vmax = 0;  ///< resultant transverse shear [force/length]
-    double angleV = 0;
+    double angleM = 0;  ///< of Mmax from local x [rad]
+    double Vmax = 0;    ///< resultant transverse shear [force/length]
+    double angleV = 0;  ///< of Vmax from local x [rad]
     /// Stresses per face: 0 top (+t/2), 1 bottom (-t/2) [stress]
     double Sxx[2] = {};
     double Syy[2] = {};
@@ -25,7 +28,7 @@ struct jxShellDerived
     double vonMises[2] = {};
 };
 
-/// Forces of a four-node shell in its user axes. Location 0 is the centre, 1 to 4 the corners at nodes 1 to 4.
+/// Forces of a four-node shell in its user axes: tension positive, a positive moment presses the face +t/2. Location 0 is the centre, 1 to 4 the corners at nodes 1 to 4.
 struct QVXFEM_API jxShellStress
 {
     int id = 0;
@@ -35,23 +38,14 @@ struct QVXFEM_API jxShellStress
     double fp[12] = {};   ///< nodal forces of the plate: w [force], thx, thy [moment] per node
     jxShellDerived derived[5];
 
-    /// Fills derived from F, P and the thickness t.
+    /// Fills derived from F, P and the thickness t; without stresses when t is not above 0.
     void GetStresses(double t);
 };
 
-/// Stresses of an eight-node solid, global axes. Location 0 is the centre, 1 to 8 the nodes.
+/// Stresses of an eight-node solid, global axes, tension positive. Location 0 is the centre, 1 to 8 the nodes.
 struct jxBrickStress
 {
     int id = 0;
     double S[9][6] = {};  ///< Sxx, Syy, Szz, Sxy, Syz, Sxz [stress]
     double f[24] = {};    ///< element nodal forces [force]
 };
-
-inline bool operator<(const jxShellStress& a, const jxShellStress& b)
-{
-    return a.id < b.id;
-}
-inline bool operator<(const jxBrickStress& a, const jxBrickStress& b)
-{
-    return a.id < b.id;
-}

@@ -10,8 +10,8 @@ struct jxMasterSlave
     int id = 0;  ///< master node id
     int no = 0;
     unsigned char bSelected = 0;
-    int slave = 0;
-    wchar_t flag[7] = L"000000";
+    int slave = 0;                ///< node id
+    wchar_t flag[7] = L"000000";  ///< per DOF
 
     static const wchar_t* name() { return L"master-slave"; }
 };
@@ -27,19 +27,20 @@ struct jxNamedSelection
     std::vector<int> bricks;
 };
 
-/// Mesh settings of the host.
+/// Mesh settings of the host; converted with the units, else untouched.
 struct jxMesh
 {
+    /// -1: nothing chosen yet.
     explicit jxMesh(int type_ = -1) : type(type_) {}
 
-    int type = -1;
+    int type = -1;    ///< of the host
     double size = 0;  ///< element size [length]
 };
 
-/// Response spectrum of one global direction.
+/// Response spectrum of one global direction: points of ascending abscissa.
 struct jxSpectrum
 {
     std::wstring name;
-    int type = 0;
+    int type = 0;                                   ///< of the abscissa
     std::vector<std::pair<double, double>> points;  ///< abscissa, ordinate in g
 };

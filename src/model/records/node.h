@@ -1,5 +1,6 @@
 #pragma once
 
+#include "model/records/record_order.h"
 #include "model/records/text_fields.h"
 #include "tools/jx_point.h"
 
@@ -9,21 +10,23 @@ enum Dof : int { kX = 0, kY, kZ, kOX, kOY, kOZ, kDofCount };
 /// Names of the degrees of freedom in messages.
 inline constexpr const wchar_t* kDofNames[kDofCount] = {L"X", L"Y", L"Z", L"OX", L"OY", L"OZ"};
 
-/// One node.
+/// One node. The order of the nodes is the host's means of controlling the band of a skyline.
 struct jxNd
 {
     int id = 0;
     int no = 0;                   ///< 1-based position in the node vector
     unsigned char bSelected = 0;  ///< bit 0 selected, bit 1 hidden
     double x = 0;                 ///< [length]
-    double y = 0;
-    double z = 0;
+    double y = 0;                 ///< [length]
+    double z = 0;                 ///< [length]
 
+    /// Its place as a vector from the origin.
     jxPoint Point() const { return {x, y, z}; }
     static const wchar_t* name() { return L"node"; }
 };
 
-/// Support of one node.
+/// Support of one node. '1' holds the DOF by a spring penaltyFactor times as stiff as the stiffest term of the model and
+/// has a reaction; '2' takes the equation out, exactly and without a reaction.
 struct jxSupt
 {
     int id = 0;  ///< node id
@@ -35,20 +38,21 @@ struct jxSupt
     static const wchar_t* name() { return L"support"; }
 };
 
-/// Linear relation factor[0] * u(node[0], dof[0]) = factor[1] * u(node[1], dof[1]).
+/// Linear relation between two DOFs, held by a penalty spring:
+/// factor[0] * u(node[0], dof[0]) = factor[1] * u(node[1], dof[1]).
 struct jxMultiDofConstraint
 {
     int id = 0;
     int no = 0;  ///< 1-based position, used in solver tables
     unsigned char bSelected = 0;
-    int node[2] = {};
-    int dof[2] = {};
-    double factor[2] = {1, 1};
+    int node[2] = {};           ///< node ids
+    int dof[2] = {};            ///< a Dof each
+    double factor[2] = {1, 1};  ///< of u at node[0], node[1]
 
     static const wchar_t* name() { return L"multi-DOF constraint"; }
 };
 
-/// Rigid diaphragm.
+/// Rigid diaphragm: the nodes in its plane keep their distances in that plane and are free out of it.
 struct jxDiaphragm
 {
     int id = 0;
@@ -61,36 +65,15 @@ struct jxDiaphragm
     static const wchar_t* name() { return L"diaphragm"; }
 };
 
-/// Generated rigid link of a diaphragm.
+/// Generated rigid link of a diaphragm: a bar stiff against shortening and against bending about the normal.
 struct jxLink
 {
     int id = -1;
     int no = 0;
     unsigned char bSelected = 0;
-    int node1 = 0;
+    int node1 = 0;  ///< node ids
     int node2 = 0;
-    jxPoint normal;  ///< normal of the diaphragm's plane
+    jxPoint normal;  ///< of the diaphragm's plane, unit vector
 
     static const wchar_t* name() { return L"link"; }
 };
-
-inline bool operator<(const jxNd& a, const jxNd& b)
-{
-    return a.id < b.id;
-}
-inline bool operator<(const jxSupt& a, const jxSupt& b)
-{
-    return a.id < b.id;
-}
-inline bool operator<(const jxMultiDofConstraint& a, const jxMultiDofConstraint& b)
-{
-    return a.id < b.id;
-}
-inline bool operator<(const jxDiaphragm& a, const jxDiaphragm& b)
-{
-    return a.id < b.id;
-}
-inline bool operator<(const jxLink& a, const jxLink& b)
-{
-    return a.id < b.id;
-}

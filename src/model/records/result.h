@@ -2,14 +2,16 @@
 
 #include <vector>
 
-/// Six values in DOF order belonging to the node, member or shell id.
+#include "model/records/record_order.h"
+
+/// Six values in DOF order belonging to the node, member or shell id: displacements, or reactions, global axes.
 struct jxResult6Val
 {
     int id = 0;
-    double value[6] = {};
+    double value[6] = {};  ///< [translation x 3, rad x 3] or [force x 3, moment x 3], springs per length or area
 };
 
-/// Forces of a multi-DOF constraint on its two ends.
+/// Forces of a multi-DOF constraint on its two ends; id, nodes and DOFs are those of the constraint.
 struct jxMultiDofConstraintForce
 {
     int id = 0;
@@ -18,7 +20,9 @@ struct jxMultiDofConstraintForce
     double force[2] = {};  ///< [force] or [moment] by dof
 };
 
-/// Station of a member curve: forces and deflections in local axes.
+/// Station of a member curve: forces [force], moments [moment] and deflections [translation] in local axes. Fx is positive
+/// in tension, Mz where the -y face is in tension, My where the -z face is; the normal stress at (y, z) of the section is
+/// Fx / A - Mz y / Iz - My z / Iy. Fy and Fz at the start are those that the node exerts.
 struct jxVMD
 {
     double x = 0;  ///< fraction of the length from the start
@@ -29,10 +33,10 @@ struct jxVMD
     double My = 0;
     double Mz = 0;
     double Dy = 0;  ///< from the chord through the deflected ends
-    double Dz = 0;
+    double Dz = 0;  ///< likewise
 };
 
-/// Member curve.
+/// Member curve, stations ascending from 0 to 1.
 struct jxBmVMD
 {
     int id = 0;
@@ -51,16 +55,16 @@ struct jxBmEndVMD
 struct jxBmLoadVector
 {
     int id = 0;
-    double value[12] = {};
+    double value[12] = {};  ///< in DOF order at the start, then at the end, as they act on the nodes
 };
 
-/// Normal stresses of one member station.
+/// Normal stresses of one member station, tension positive [stress].
 struct jxSectionStress
 {
-    double x = 0;
+    double x = 0;                ///< fraction of the length from the start
     std::vector<double> values;  ///< at the section's stress points
-    double minNegative = 0;
-    double maxPositive = 0;
+    double minNegative = 0;      ///< largest compression, 0 without
+    double maxPositive = 0;      ///< largest tension, 0 without
 };
 
 /// Normal stresses along a member.
@@ -69,20 +73,3 @@ struct jxBmStress
     int id = 0;
     std::vector<jxSectionStress> stress;
 };
-
-inline bool operator<(const jxResult6Val& a, const jxResult6Val& b)
-{
-    return a.id < b.id;
-}
-inline bool operator<(const jxBmLoadVector& a, const jxBmLoadVector& b)
-{
-    return a.id < b.id;
-}
-inline bool operator<(const jxBmEndVMD& a, const jxBmEndVMD& b)
-{
-    return a.id < b.id;
-}
-inline bool operator<(const jxBmVMD& a, const jxBmVMD& b)
-{
-    return a.id < b.id;
-}

@@ -2,7 +2,8 @@
 
 #include "platform/export.h"
 
-/// The 18 physical quantities, in the order of the columns of jxUnit.
+/// The 18 physical quantities, in the order of the columns of jxUnit. Length is of coordinates and distances, dimension
+/// of sections and thicknesses: a model may have its frame in feet and its sections in inches.
 enum Quantity : int {
     kLength = 0,
     kDimension,
@@ -28,6 +29,7 @@ enum Quantity : int {
 /// Units and number formats of a model. Default: the internal set of the solver (inch, pound, radian, degree F).
 struct QVXFEM_API jxUnit
 {
+    /// The internal set, one number format for all, flags 0.
     jxUnit();
 
     int unit[kQuantityCount];    ///< index into the unit name table, per quantity
