@@ -19,6 +19,14 @@ constexpr double kRelativeTolerance = 5e-7;
     throw jxException(text);
 }
 
+template <qvx::Number Real>
+void CopyTo(Real k[12][12], const qvx::Matrix12<Real>& matrix)
+{
+    for (int i = 0; i < 12; ++i)
+        for (int j = 0; j < 12; ++j)
+            k[i][j] = matrix(i, j);
+}
+
 }  // namespace
 
 qvxDiaphragm::~qvxDiaphragm() = default;
@@ -63,4 +71,26 @@ void qvxDiaphragm::GatherNodesInside(const jxPlane& plane, double tolerance)
         inPlane.z = 0;
         nodes_.push_back(inPlane);
     }
+}
+
+void qvxDiaphragm::GetLinkStiffness(double k[12][12], const jxLink& link)
+{
+    CopyTo(k, qvx::LocalStiffness(qvx::LinkParts<double>(qvx::PropertiesOf(*model_, stock_, link))));
+}
+
+void qvxDiaphragm::GetLinkStiffness128(qvx::double128 k[12][12], const jxLink& link)
+{
+    CopyTo(k, qvx::LocalStiffness(qvx::LinkParts<qvx::double128>(qvx::PropertiesOf(*model_, stock_, link))));
+}
+
+void qvxDiaphragm::AssembleStiffness(jxSolutionData& data)
+{
+    ChooseProperties();
+    qvx::AddLinkStiffness(*model_, data, stock_);
+}
+
+void CjxStruct::ProcessDiaphragmStiffness(jxSolutionData& data)
+{
+    if (bRigidDiaphragms != 0)
+        qvxDiaphragm(this).AssembleStiffness(data);
 }

@@ -202,63 +202,6 @@ TEST_F(Diaphragms, AnImpossibleFootprintThrows)
     EXPECT_EQ(TextOfFailure(), L"Invalid diaphragm defined by node (1, 2, 3, 6): diaphragm area not coplanar");
 }
 
-template <class Real>
-class LinkStiffnessOf : public testing::Test
-{
-};
-using NumberTypes = testing::Types<double, double128>;
-TYPED_TEST_SUITE(LinkStiffnessOf, NumberTypes);
-
-constexpr LinkProperties kLink{.E = 3e4, .A = 12, .I = 300, .factor = 1e4, .L = 120};
-
-template <class Real>
-double LargestForce(const Matrix12<Real>& k, const std::array<double, 12>& u)
-{
-    double largest = 0;
-    for (int i = 0; i < 12; ++i) {
-        Real sum(0);
-        for (int j = 0; j < 12; ++j)
-            sum += k(i, j) * Real(u[static_cast<std::size_t>(j)]);
-        largest = std::max(largest, std::fabs(static_cast<double>(sum)));
-    }
-    return largest;
-}
-
-// A link holds the shape of the floor in its plane (x, z and the rotation about y) and leaves all else free.
-TYPED_TEST(LinkStiffnessOf, ARigidMotionInThePlaneAndAnyMotionOutOfItCostNothing)
-{
-    using Real = TypeParam;
-    const auto k = LinkStiffness<Real>(kLink);
-    const double L = kLink.L;
-    const double scale = 12 * kLink.E * kLink.I * kLink.factor / L;
-    const std::array<double, 12> motions[] = {
-        {1, 0, 0, 0, 0, 0, 1, 0, 0, 0, 0, 0},  {0, 0, 1, 0, 0, 0, 0, 0, 1, 0, 0, 0},
-        {0, 0, 0, 0, 1, 0, 0, 0, -L, 0, 1, 0},  // about y: x turns towards -z
-        {0, 1, 0, 0, 0, 0, 0, -3, 0, 0, 0, 0}, {0, 0, 0, 2, 0, 0, 0, 0, 0, -1, 0, 0},
-        {0, 0, 0, 0, 0, 1, 0, 0, 0, 0, 0, 5},
-    };
-    for (const auto& u : motions)
-        EXPECT_LE(LargestForce(k, u), static_cast<double>(RoundOff(Real(scale), 20)));
-    for (int i = 0; i < 12; ++i)
-        for (int j = 0; j < i; ++j)
-            EXPECT_EQ(static_cast<double>(k(i, j)), static_cast<double>(k(j, i)));
-}
-
-// Held at its start, a bar gives E A / L under axial force and 3 E I / L^3 under a transverse force at its tip.
-TYPED_TEST(LinkStiffnessOf, ACantileverHasTheStiffnessOfItsClosedForm)
-{
-    using Real = TypeParam;
-    const auto k = LinkStiffness<Real>(kLink);
-    const Real L = kLink.L;
-    const Real EI = Real(kLink.E) * Real(kLink.I) * Real(kLink.factor);
-    const Real tip = k(8, 8) - k(8, 10) * k(10, 8) / k(10, 10);
-    const Real bending = Real(3) * EI / (L * L * L);
-    const Real axial = Real(kLink.E) * Real(kLink.A) * Real(kLink.factor) / L;
-    EXPECT_WITHIN(tip, bending, RoundOff(bending, 20));
-    EXPECT_WITHIN(k(6, 6), axial, RoundOff(axial, 4));
-    EXPECT_WITHIN(k(6, 0), -axial, RoundOff(axial, 4));
-}
-
 TEST(LinkStiffnessOfAModel, TakesTheStiffestMaterialAndSection)
 {
     RecordingHost host;

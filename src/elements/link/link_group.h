@@ -1,0 +1,26 @@
+#pragma once
+
+#include "elements/link/link_stiffness.h"
+#include "model/jx_struct.h"
+#include "model/solution_data.h"
+
+namespace qvx {
+
+/// What all links of a model are made of: its own stiffest stock, so that diaphragmStiffnessFactor times that is stiff
+/// beside everything in it.
+struct LinkStock
+{
+    jxMat material;  ///< of the largest E, the first of equals; the default record when none has a positive E
+    jxSect section;  ///< of the largest Iz or Iy, the first of equals; the default record when none has a positive one
+};
+LinkStock StockOf(const CjxStruct& model);
+
+/// Properties of one link; I is the larger second moment of the section, whichever way it lies.
+/// @throws jxException "error finding node <id>"
+LinkProperties PropertiesOf(const CjxStruct& model, const LinkStock& stock, const jxLink& link);
+
+/// Adds the stiffness of all links to the global stiffness, in the order of the links, by the rows of data.lmLinks.
+/// @throws jxException "error finding node <id>"
+void AddLinkStiffness(const CjxStruct& model, jxSolutionData& data, const LinkStock& stock);
+
+}  // namespace qvx
