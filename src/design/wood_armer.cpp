@@ -1,5 +1,7 @@
 #include "tools/wood_armer.h"
 
+#include <cassert>
+
 #include "model/find_record.h"
 #include "model/jx_struct.h"
 
@@ -15,6 +17,7 @@ void Widen(jxWoodArmer& record, const jxShellStress& shell, int comb)
         CalcPlateBotMu1(moments[2], moments[3], P[0], P[1], P[2]);
         for (int k = 0; k < 4; ++k) {
             double& stored = record.moments[point][k];
+            assert((k < 2 ? !(moments[k] < 0) : !(moments[k] > 0)) && "tops resist positive, bottoms negative moments");
             if (k < 2 ? moments[k] > stored : moments[k] < stored) {
                 stored = moments[k];
                 record.combs[point][k] = comb;
@@ -41,6 +44,7 @@ void CjxStruct::CalcRcWoodArmerMoment()
     woodArmer.clear();
     if (combResults.empty() || combResults.front().shell4Stresses.empty())
         return;
+    assert(combResults.size() <= loadCombs.size() && "results belong to combinations");
     woodArmer.reserve(shell4s.size());
     for (const jxShell4& shell : shell4s) {
         jxWoodArmer record;

@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <cassert>
 #include <set>
 #include <vector>
 
@@ -52,6 +53,9 @@ std::vector<jxMaxVMD> EnvelopeOf(const std::vector<EnvelopedCurve>& curves)
         for (const jxVMD& station : *curve.stations)
             places.insert(station.x);
 
+    assert(std::is_sorted(curves.begin(), curves.end(),
+                          [](const EnvelopedCurve& a, const EnvelopedCurve& b) { return a.comb < b.comb; }) &&
+           "of equal values the earlier combination stays");
     std::vector<jxMaxVMD> envelope;
     envelope.reserve(places.size());
     for (const double x : places) {
@@ -93,6 +97,7 @@ jxMaxVMD CjxStruct::GetMaxVMD_At(const std::vector<jxMaxVMD>& curve, double x) c
     const auto right = std::find_if(curve.begin() + 1, curve.end(), [x](const jxMaxVMD& s) { return x <= s.x; });
     if (right == curve.end())
         return {};
+    assert((right - 1)->x <= x && x <= right->x);
     const jxMaxVMD& a = *(right - 1);
     const jxMaxVMD& b = *right;
     const double t = (x - a.x) / (b.x - a.x);

@@ -10,6 +10,8 @@
 #include "model/jx_struct.h"
 #include "quad/double128.h"
 
+// How loads get from elements to equations and displacements back: every element group gathers and adds through this.
+
 namespace qvx {
 
 /// A vector of the run, one value per equation from 1, reached by node and direction: loads before a solution,
@@ -26,12 +28,14 @@ public:
         assert(values.size() == static_cast<std::size_t>(model.numberOfEquations) + 1 && "one value per equation");
     }
 
+    /// Value of one direction of one node; 0 where it has no equation.
     double128 At(int position, int dof) const
     {
         const int equation = EquationOf(position, dof);
         return equation > 0 ? values_[static_cast<std::size_t>(equation)] : double128(0);
     }
 
+    /// Adds to one direction of one node; nothing where it has no equation. Directions that share an equation add up.
     void Add(int position, int dof, const double128& value) const requires(!std::is_const_v<Values>)
     {
         if (const int equation = EquationOf(position, dof); equation > 0)
@@ -51,7 +55,8 @@ public:
         return gathered;
     }
 
-    /// Adds the values of an element, laid out as Gather returns them.
+    /// Adds the values of an element, laid out as Gather returns them and in the order of their places: sums of several
+    /// elements at one equation repeat bit for bit when the elements come in one order.
     template <Number Real, std::size_t N, std::size_t Nodes>
     void AddAll(const std::array<int, Nodes>& positions, const std::array<Real, N>& values) const
     {
@@ -61,6 +66,7 @@ public:
     }
 
 private:
+    // 0 or below where there is none: suppressed, taken out by a support of '2', or never connected.
     int EquationOf(int position, int dof) const
     {
         assert(position >= 1 && static_cast<std::size_t>(position) <= model_.nodes.size() && "positions count from 1");

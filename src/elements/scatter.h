@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cassert>
+
 #include "elements/stiffness_sink.h"
 #include "tools/parallel.h"
 
@@ -15,6 +17,7 @@ namespace qvx {
 template <class Sink, Number Real>
 void ScatterInto(const Sink& sink, const int* loc, int n, const Real* k, Share share = {})
 {
+    assert(n > 0 && loc != nullptr && "an element has its row of equations");
     if constexpr (requires { sink.AddElement(loc, n, k, share); }) {
         sink.AddElement(loc, n, k, share);
         return;

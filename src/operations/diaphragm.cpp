@@ -1,8 +1,10 @@
 #include "operations/diaphragm.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cmath>
 
+#include "elements/invariants.h"
 #include "model/find_record.h"
 #include "tools/geometry.h"
 
@@ -53,6 +55,7 @@ void qvxDiaphragm::SetDiaphragm(const jxDiaphragm& diaphragm)
     const double tolerance = std::sqrt(area_) * kRelativeTolerance;
     if (plane.distance(p[3]) >= tolerance)
         ThrowInvalid(diaphragm, L"diaphragm area not coplanar");
+    assert(qvx::IsRotation(qvx::RotationMatrix<double>(cosines_)) && "axes of a footprint are orthonormal");
     GatherNodesInside(plane, std::max(tolerance, model_->mergeTolerance));
 }
 

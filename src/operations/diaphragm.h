@@ -8,7 +8,8 @@
 #include "quad/double128.h"
 #include "tools/plane.h"
 
-/// Rigid diaphragm: one floor while its links are made, all links while their stiffness is added.
+/// Rigid diaphragm: one floor while its links are made, all links while their stiffness is added. Lives on the stack of
+/// one operation; the model outlives it.
 class QVXFEM_API qvxDiaphragm
 {
 public:

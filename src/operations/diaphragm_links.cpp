@@ -1,6 +1,8 @@
 // The web of links that stands for the rigid diaphragms of a model.
 
 #include <algorithm>
+#include <cassert>
+#include <cmath>
 
 #include "model/find_record.h"
 #include "operations/diaphragm.h"
@@ -46,6 +48,7 @@ void CjxStruct::CreateDiaphragmLinks()
 // translations in the plane, and the third tie makes up for one of the others running along the same line.
 void CjxStruct::CreateLinks(const std::vector<jxNd>& levelNodes, int& count, const jxPoint& normal)
 {
+    assert(std::fabs(dot(normal, normal) - 1) < 1e-9 && "the normal of a floor is a unit vector");
     const std::size_t n = levelNodes.size();
     if (n < 2)
         return;
@@ -56,6 +59,7 @@ void CjxStruct::CreateLinks(const std::vector<jxNd>& levelNodes, int& count, con
             link.node1 = levelNodes[i].id;
             link.node2 = levelNodes[j].id;
             link.normal = normal;
+            assert(link.node1 != link.node2 && "a link joins two nodes");
         }
 }
 
@@ -76,6 +80,7 @@ void CjxStruct::GetRegularDiaphragmNodes(std::vector<jxNd>& levelNodes, jxNd& re
     default:
         break;  // of unknown type: the axis stays as it is
     }
+    assert(axis >= 0 && axis <= 2);
     levelNodes.clear();
     const double level = Coordinate(reference, axis);
     std::copy_if(nodes.begin(), nodes.end(), std::back_inserter(levelNodes),

@@ -1,6 +1,7 @@
 // The reserved section by which a host marks members as rigid links.
 
 #include <algorithm>
+#include <cassert>
 
 #include "model/jx_struct.h"
 
@@ -30,6 +31,7 @@ jxSect CjxStruct::GetRigidLinkSection() const
         largestI = std::max({largestI, s.Iz, s.Iy});
         largestA = std::max(largestA, s.A);
     }
+    assert(largestA >= 0 && largestI >= 0);
     rigid.A = rigid.Ay = rigid.Az = largestA * kStiffening;
     rigid.Iz = rigid.Iy = rigid.J = largestI * kStiffening;
     return rigid;

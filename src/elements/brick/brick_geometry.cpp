@@ -1,5 +1,6 @@
 #include "elements/brick/brick_geometry.h"
 
+#include <cassert>
 #include <cmath>
 
 namespace qvx {
@@ -156,6 +157,8 @@ std::array<Real, 8> BrickShapeFunctions(const BrickPoint<Real>& at)
     std::array<Real, 8> N;
     for (std::size_t i = 0; i < 8; ++i)
         N[i] = (1 + kSigns[i][0] * at.r) * (1 + kSigns[i][1] * at.s) * (1 + kSigns[i][2] * at.t) / 8;
+    assert(!(std::fabs(static_cast<double>(N[0] + N[1] + N[2] + N[3] + N[4] + N[5] + N[6] + N[7]) - 1) > 1e-12) &&
+           "shape functions share a load out whole");
     return N;
 }
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cassert>
 #include <vector>
 
 #include "elements/brick/brick_loads.h"
@@ -130,6 +131,7 @@ void Recover(const CjxStruct& model, const jxBrick& brick, int comb, double S[9]
     const GatheredBrick g = Gather(model, brick);
     const auto u = NodalVectorOf(model, comb).Gather<24, Real>(g.nodePositions);
     const double strain = ThermalStrain(TermsOf(model, comb), &jxCaseLoad::brickThermalLoads, brick.id, g.material.Tc);
+    assert(!model.idTable[0].empty() && "equations are numbered");
     const BrickElement<Real> element = Form<Real>(model, g);
     const auto stresses = BrickStresses(element, u, Real(strain));
     const std::array<Real, 24> forces = BrickNodalForces(element, u);

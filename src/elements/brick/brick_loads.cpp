@@ -1,6 +1,9 @@
 #include "elements/brick/brick_loads.h"
 
+#include <cassert>
+
 #include "elements/brick/brick_stress.h"
+#include "elements/invariants.h"
 
 namespace qvx {
 
@@ -32,6 +35,7 @@ std::array<Real, 24> BrickThermalForces(const BrickCorners& corners, const Solid
             f[3 * i + 2] += weight * g.z[i];
         }
     }
+    assert(IsBalanced(f, 3) && "heat moves nothing as a whole");
     return f;
 }
 

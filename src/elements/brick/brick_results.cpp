@@ -1,6 +1,8 @@
 // Stresses of all bricks of a combination, per brick or averaged at the nodes.
 
+#include <algorithm>
 #include <array>
+#include <cassert>
 #include <vector>
 
 #include "elements/brick/brick_group.h"
@@ -88,6 +90,8 @@ void CjxStruct::AverageBrickStresses(CjxBrickGroup& group, int comb)
         std::array<const NodeMean*, 8> corners;
         for (std::size_t corner = 0; corner < 8; ++corner)
             corners[corner] = &meanAt(bricks[i].node[corner]);
+        assert(std::all_of(corners.begin(), corners.end(), [](const NodeMean* m) { return m->count > 0; }) &&
+               "a brick counts in the means of its own nodes");
         TakeMeans(results[i], corners);
     }
 }

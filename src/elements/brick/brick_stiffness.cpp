@@ -1,5 +1,8 @@
 #include "elements/brick/brick_stiffness.h"
 
+#include <cassert>
+
+#include "elements/invariants.h"
 #include "tools/crout_lu.h"
 
 namespace qvx {
@@ -172,11 +175,27 @@ void CondenseModes(BrickElement<Real>& e, const GradientIntegrals<Real>& p)
             e.amplitudes(a, j) = -e.amplitudes(a, j);
 }
 
+// The solid as a whole moved along a diagonal and turned about each axis through its first corner: u = d + w x r.
+template <Number Real>
+[[maybe_unused]] std::array<Real, 24> RigidMotion(const BrickCorners& corners)
+{
+    std::array<Real, 24> u;
+    const jxPoint d = corners[6] - corners[0];
+    for (std::size_t i = 0; i < kNodes; ++i) {
+        const jxPoint r = corners[i] - corners[0];
+        u[3 * i] = Real(d.x) + 2 * Real(r.z) - 3 * Real(r.y);
+        u[3 * i + 1] = Real(d.y) + 3 * Real(r.x) - 1 * Real(r.z);
+        u[3 * i + 2] = Real(d.z) + 1 * Real(r.y) - 2 * Real(r.x);
+    }
+    return u;
+}
+
 }  // namespace
 
 template <Number Real>
 SolidElasticity<Real> SolidElasticityOf(double E, double nu)
 {
+    assert(nu > -1 && nu < 0.5 && "an elastic material that can be compressed");
     const Real v(nu);
     const Real A = Real(E) / ((1 - 2 * v) * (1 + v));
     return {.direct = (1 - v) * A, .coupling = v * A, .shear = (Real(1) / 2 - v) * A};
@@ -200,6 +219,8 @@ BrickElement<Real> FormBrick(const BrickCorners& corners, const SolidElasticity<
     if (isIncompatible)
         CondenseModes(e, integrals);
     MirrorUpper(e.stiffness);
+    assert(IsSymmetric(e.stiffness));
+    assert(StrainsNothing(e.stiffness, RigidMotion<Real>(corners)) && "a rigid motion does no work");
     return e;
 }
 

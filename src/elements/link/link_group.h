@@ -13,6 +13,7 @@ struct LinkStock
     jxMat material;  ///< of the largest E, the first of equals; the default record when none has a positive E
     jxSect section;  ///< of the largest Iz or Iy, the first of equals; the default record when none has a positive one
 };
+/// Walks all materials and sections in their order.
 LinkStock StockOf(const CjxStruct& model);
 
 /// Properties of one link; I is the larger second moment of the section, whichever way it lies.

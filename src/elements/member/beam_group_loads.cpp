@@ -2,10 +2,12 @@
 
 #include <algorithm>
 #include <array>
+#include <cassert>
 #include <cmath>
 #include <utility>
 
 #include "elements/combination_terms.h"
+#include "elements/invariants.h"
 #include "elements/member/beam_group.h"
 #include "elements/member/load_values.h"
 #include "elements/member/member_fixed_end.h"
@@ -104,6 +106,7 @@ void Globalize(std::vector<Load>& loads, int nDirections, AxisOf axisOf)
         }
     }
     std::stable_sort(global.begin(), global.end());
+    assert(global.size() <= 3 * loads.size() && "three components at most");
     loads.swap(global);
 }
 
@@ -147,6 +150,7 @@ void CjxBmGroup::ProcessElemLoads(int comb)
             throw jxException(L"zero member length encountered");
         double c[3][3];
         calc_cos(c, member.localAxis);
+        assert(qvx::IsRotation(qvx::RotationMatrix<double>(c)) && "local axes are orthonormal");
         vectors.push_back(EquivalentLoads(loads, member, c, model_->bStiffnessFactors != 0));
         const std::array<double, 12> local = std::to_array(vectors.back().value);
         loadVector.AddAll(qvx::PositionsOf<2>(*model_, {beam.node1, beam.node2}),

@@ -1,5 +1,8 @@
 // Stiffness of all members and the end forces that follow from it.
 
+#include <cassert>
+
+#include "elements/invariants.h"
 #include "elements/member/beam_group.h"
 #include "elements/member/member_releases.h"
 #include "elements/member/member_stiffness.h"
@@ -98,6 +101,7 @@ bool SwitchOff(CjxStruct& model, jxBm& beam, int comb)
 template <Number Real, class Sink>
 void AssembleMembers(CjxStruct& model, const jxSolutionData& data, int comb, const Sink& sink)
 {
+    assert(comb < static_cast<int>(model.loadCombs.size()) && "-1, or one of the combinations");
     qvx::PercentCounter progress(model, model.beams.size());
     jxBmEx member;
     for (std::size_t i = 0; i < model.beams.size(); ++i) {
@@ -130,6 +134,7 @@ void EndForces(double forces[12], const CjxStruct& model, const jxBmEx& member, 
 {
     const auto k = qvx::LocalStiffness(PartsOf(Gather<Real>(member, model, comb)));
     const auto local = qvx::ToLocalAxes(RelativeDisplacements<Real>(model, member, comb), Cosines<Real>(member));
+    assert(qvx::IsSymmetric(k) && "a stiffness is symmetric");
     const auto f = k * local;
     const auto& loads = model.combResults[static_cast<std::size_t>(comb)].beamLoadVectors;
     const jxBmLoadVector* load = qvx::FindOrNull(loads, member.id);

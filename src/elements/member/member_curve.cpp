@@ -1,5 +1,7 @@
 #include "elements/member/member_curve.h"
 
+#include <cassert>
+
 namespace {
 
 // Where a load across the member acts, and the sense of a moment: a positive moment about local y turns x towards -z,
@@ -13,6 +15,7 @@ struct BendingPlane
 
 BendingPlane PlaneOf(int dir, double f[6])
 {
+    assert(dir == 1 || dir == 2 || dir == 4 || dir == 5);
     const bool isMajor = dir == 1 || dir == 5;
     return isMajor ? BendingPlane{f[1], f[5], +1} : BendingPlane{f[2], f[4], -1};
 }
@@ -33,6 +36,7 @@ struct LoadPart
 
 void AddForcePart(const LoadPart& part, double x1, double x2, double L, double x, const BendingPlane& plane)
 {
+    assert(part.order == 1 || part.order == 2);
     const double W = part.total;
     const double h = L - part.centroid;
     if (x1 >= x) {
@@ -203,6 +207,7 @@ void VMD(std::vector<jxVMD>& out, jxPtLoadIterator firstPoint, jxPtLoadIterator 
         list.reserve(256);
         return list;
     }();
+    assert(L > 0 && n > 0 && "a member with intervals");
     BREAK_POINTS(stations, firstPoint, lastPoint, firstLine, lastLine, L, n, nullptr);
     out.reserve(out.size() + stations.size());
     for (const double x : stations) {

@@ -1,5 +1,7 @@
 #include "elements/member/member_curve.h"
 
+#include <algorithm>
+#include <cassert>
 #include <cstddef>
 
 namespace {
@@ -37,6 +39,7 @@ std::vector<Kink> KinksOf(const std::vector<jxVMD>& curve, double L, double EI, 
 // two running sums serve all stations; they cancel no more than the sum over all intervals does.
 void DeflectSimplySupported(std::vector<jxVMD>& curve, double L, const std::vector<Kink>& kinks, double jxVMD::*D)
 {
+    assert(kinks.size() + 1 == curve.size() && "one kink per interval");
     const double total = L * curve.back().x;
     std::vector<double> right(kinks.size() + 1);
     for (std::size_t i = kinks.size(); i-- > 0;)
@@ -83,6 +86,9 @@ void deflection(std::vector<jxVMD>& curve, double L, double EIz, double EIy, dou
 {
     if (curve.size() < 2)
         return;
+    assert(L > 0 && mode >= kHeldAtBothEnds && mode <= kHeldAtStart);
+    assert(std::is_sorted(curve.begin(), curve.end(), [](const jxVMD& a, const jxVMD& b) { return a.x < b.x; }) &&
+           "stations ascend");
     DeflectPlane(curve, L, KinksOf(curve, L, EIz, GAy, &jxVMD::Mz, &jxVMD::Fy), &jxVMD::Dy, mode);
     DeflectPlane(curve, L, KinksOf(curve, L, EIy, GAz, &jxVMD::My, &jxVMD::Fz), &jxVMD::Dz, mode);
 }

@@ -1,6 +1,7 @@
 #include "elements/member/member_curve.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cmath>
 #include <limits>
 
@@ -13,6 +14,7 @@ constexpr double kJumpOffset = 1e-6;  // of L: a second station on the far side 
 
 void AddRegularStations(std::vector<double>& out, double L, int n)
 {
+    assert(n > 0 && L > 0);
     const int m = std::min(n, kMaxIntervals);
     const double step = L / m;
     for (int i = 0; i <= m; ++i)
@@ -60,6 +62,7 @@ void AddLineLoadStations(std::vector<double>& out, jxLnLoadIterator first, jxLnL
 // Zero of the straight line from (x0, y0) to (x1, y1), y0 and y1 of opposite signs; never outside the interval.
 double ZeroOfLine(double x0, double y0, double x1, double y1)
 {
+    assert(x0 <= x1 && y0 * y1 < 0 && "a change of sign");
     return std::clamp(x0 + (x1 - x0) * (y0 / (y0 - y1)), x0, x1);
 }
 
@@ -114,5 +117,6 @@ int BREAK_POINTS(std::vector<double>& out, jxPtLoadIterator firstPoint, jxPtLoad
         AddZerosAndExtremes(out, *previous, L);
     std::sort(out.begin(), out.end());
     out.erase(std::unique(out.begin(), out.end()), out.end());
+    assert(std::is_sorted(out.begin(), out.end()) && out.size() >= 2 && "both ends at least");
     return static_cast<int>(out.size());
 }

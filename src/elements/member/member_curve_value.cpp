@@ -1,6 +1,7 @@
 #include "elements/member/member_curve_value.h"
 
 #include <algorithm>
+#include <cassert>
 #include <iterator>
 
 #include "tools/jx_exception.h"
@@ -18,6 +19,8 @@ jxVMD CurveValueAt(const std::vector<jxVMD>& curve, double x)
 {
     if (curve.empty() || x > curve.back().x)
         throw jxException(L"Invalid distance in GetVMD_At()");
+    assert(std::is_sorted(curve.begin(), curve.end(), [](const jxVMD& a, const jxVMD& b) { return a.x < b.x; }) &&
+           "stations ascend");
     const auto it =
         std::lower_bound(curve.begin(), curve.end(), x, [](const jxVMD& station, double at) { return station.x < at; });
     if (it->x == x || it == curve.begin())

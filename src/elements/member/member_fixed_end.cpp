@@ -49,6 +49,7 @@ Ends EndsOf(const wchar_t rels[2][7], int dof)
 // end, the cubic Hermite polynomials when both ends are fixed.
 EndActions UnitForce(double a, double L, Ends ends)
 {
+    assert(L > 0);
     const double b = L - a;
     switch (ends) {
     case Ends::FixedFixed:
@@ -162,6 +163,7 @@ struct AxialShares
 // An end that is released leaves the whole load to the other one; only '1' at the start outranks what the end says.
 void AddAxial(double fem[2][6], int dir, const wchar_t rels[2][7], double total, const AxialShares& shares)
 {
+    assert((dir == kX || dir == kOX) && "along or about the axis");
     const bool bStartReleased = rels[0][dir] == L'1';
     const bool bEndReleased = rels[1][dir] == L'1';
     if (bStartReleased && bEndReleased)

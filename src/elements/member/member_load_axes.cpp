@@ -1,6 +1,7 @@
 #include "elements/member/member_load_axes.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cmath>
 
 #include "elements/member/load_values.h"
@@ -36,6 +37,7 @@ void Localize(std::vector<Load>& loads, const double (*T)[6])
             local.push_back(load);
             continue;
         }
+        assert(load.dir >= 0 && load.dir < kDofCount && "columns of T");
         SpreadOverMember(load, T);
         const int firstDof = load.dir < 3 ? kX : kOX;
         for (int axis = 0; axis < 3; ++axis) {

@@ -1,8 +1,10 @@
 #include "elements/member/member_releases.h"
 
+#include <cassert>
 #include <cwchar>
 #include <limits>
 
+#include "elements/invariants.h"
 #include "tools/crout_lu.h"
 
 namespace qvx {
@@ -54,6 +56,7 @@ FixedMatrix<Real, N, N> ReleasedMotion(const FixedMatrix<Real, N, N>& k, const R
     for (int i = 0; i < m; ++i)
         for (int j = 0; j < m; ++j)
             lu[i * m + j] = k(released.index[i], released.index[j]);
+    assert(m >= 1 && m <= N);
     const CroutLu<Real> factors(lu, rowOf, column, m);
     FixedMatrix<Real, N, N> inverse;
     for (int j = 0; j < m; ++j) {
@@ -88,6 +91,7 @@ void CondensePart(FixedMatrix<Real, N, N>& k, const MemberDofSet& released, cons
             k(row, column) = IsRoundOff(rest, full(row, row), full(column, column)) ? Real(0) : rest;
         }
     MirrorUpper(k);
+    assert(IsSymmetric(k) && "what is left is a stiffness");
 }
 
 }  // namespace

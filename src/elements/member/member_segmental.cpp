@@ -1,6 +1,7 @@
 // Member curves of a solved combination: stations where the engineer wants them, values from a fine curve.
 
 #include <algorithm>
+#include <cassert>
 
 #include "elements/member/beam_group.h"
 #include "elements/member/member_curve.h"
@@ -54,6 +55,7 @@ std::vector<jxVMD> FinalCurve(const CjxStruct& model, const jxBmEx& member, int 
     const MemberLoads loads = LocalLoads(model, member, comb);
     const std::vector<jxVMD> fine = FineCurve(model, member, loads);
 
+    assert(!fine.empty() && "a member has two ends at least");
     thread_local std::vector<double> stations;
     const int count = BREAK_POINTS(stations, loads.pts.begin(), loads.pts.end(), loads.lines.begin(), loads.lines.end(),
                                    member.length, model.numberOfSegments, &fine);

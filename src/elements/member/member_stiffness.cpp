@@ -2,6 +2,8 @@
 
 #include <cassert>
 
+#include "elements/invariants.h"
+
 namespace qvx {
 
 namespace {
@@ -40,6 +42,7 @@ FixedMatrix<Real, 4, 4> Bending(const BendingTerms<Real>& t)
     for (int i = 0; i < 4; ++i)
         for (int j = 0; j < 4; ++j)
             k(i, j) = block[i][j];
+    assert(IsSymmetric(k));
     return k;
 }
 
@@ -99,6 +102,7 @@ MemberTerms<Real> operator+(const MemberTerms<Real>& a, const MemberTerms<Real>&
 template <Number Real>
 BendingTerms<Real> MemberBendingTerms(const Real& EI, const Real& GAs, const Real& L)
 {
+    assert(!(EI < Real(0)) && "a member resists bending");
     const Real phi = GAs > Real(0) ? 12 * EI / (GAs * L * L) : Real(0);  // shear over bending flexibility
     const Real b = EI / L / (1 + phi);
     return {.force = 12 * b / (L * L), .couple = 6 * b / L, .sameEnd = (4 + phi) * b, .otherEnd = (2 - phi) * b};
@@ -162,6 +166,7 @@ Matrix12<Real> LocalStiffness(const MemberParts<Real>& parts)
 template <Number Real>
 Matrix12<Real> GlobalStiffness(const MemberParts<Real>& parts, const Matrix3<Real>& c)
 {
+    assert(IsRotation(c) && "local axes are orthonormal");
     const AxisProducts<Real> axes(c);
     const auto& xy = parts.inXy;
     const auto& xz = parts.inXz;
@@ -185,6 +190,7 @@ Matrix12<Real> GlobalStiffness(const MemberParts<Real>& parts, const Matrix3<Rea
         for (int j = 0; j < 3; ++j)
             k(kRx1 + i, kUx2 + j) = k(kUx2 + j, kRx1 + i);
     MirrorUpper(k);
+    assert(IsSymmetric(k));
     return k;
 }
 

@@ -39,6 +39,7 @@ struct MemberTerms
     BendingTerms<Real> inXz;  ///< uz, and the rotation towards it: ry turns x towards -z, so that is -ry
 };
 
+/// Terms of two stiffnesses of one member, elastic and geometric, added.
 template <Number Real>
 MemberTerms<Real> operator+(const MemberTerms<Real>& a, const MemberTerms<Real>& b);
 
@@ -73,7 +74,7 @@ struct MemberParts
     FixedMatrix<Real, 4, 4> inXz;
 };
 
-/// The parts of a member without releases.
+/// The parts of a member without releases, from the terms at its start: the member as a whole is in equilibrium.
 template <Number Real>
 MemberParts<Real> PartsOf(const MemberTerms<Real>& terms);
 
@@ -81,7 +82,9 @@ MemberParts<Real> PartsOf(const MemberTerms<Real>& terms);
 template <Number Real>
 Matrix12<Real> LocalStiffness(const MemberParts<Real>& parts);
 
-/// The same in global axes, T^t K T with local = c * global, written from the parts.
+/// The same in global axes, T^t K T with local = c * global, written from the parts: with the rows x, y, z of c a block of
+/// translations or rotations is kx x x^t + ky y y^t + kz z z^t, and one of both kinds k y z^t or k z y^t.
+/// @param c  orthonormal rows, right-handed
 template <Number Real>
 Matrix12<Real> GlobalStiffness(const MemberParts<Real>& parts, const Matrix3<Real>& c);
 

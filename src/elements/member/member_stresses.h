@@ -14,6 +14,7 @@ namespace qvx {
 class MemberStressCalculator
 {
 public:
+    /// Reads the timber table and the conversion of the model's units once.
     explicit MemberStressCalculator(const CjxStruct& model);
 
     /// Stresses at the stations of a member's curve, in the model's units; nothing when its section is neither regular

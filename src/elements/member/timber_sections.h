@@ -5,7 +5,7 @@
 #include "platform/cstring.h"
 #include "platform/export.h"
 
-/// Sawn lumber section, dressed on four sides [in].
+/// Sawn lumber section, dressed on four sides [in]: what a section record named by a nominal size stands for.
 struct jxSect_NDS
 {
     wchar_t label[128] = {};  ///< nominal size: "2x4"

@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <array>
+#include <cassert>
 #include <utility>
 #include <vector>
 
@@ -71,6 +72,7 @@ void Fold(CornerMean& mean, const CornerForces& next)
     for (std::size_t i = 0; i < next.size(); ++i)
         mean.forces[i] = (mean.count * mean.forces[i] + next[i]) / (mean.count + 1);
     ++mean.count;
+    assert(mean.count >= 2 && "the first corner starts a mean");
 }
 
 // Corners, four a shell, by node; those of a node stay in their order.
@@ -89,6 +91,7 @@ std::vector<std::pair<int, std::size_t>> CornersByNode(const std::vector<jxShell
 // to common axes first. Axes that are not numbers are equal to none: such a corner is its own mean.
 CornerMeans MeansOf(const CjxStruct& model, const std::vector<jxShellStress>& stresses)
 {
+    assert(stresses.size() == model.shell4s.size() && "one record per shell, in their order");
     std::vector<Axes> axes;
     axes.reserve(stresses.size());
     for (const jxShell4& shell : model.shell4s)
@@ -120,6 +123,7 @@ void TakeMeans(jxShellStress& s, const CornerMeans& corners, std::size_t shell)
 {
     std::fill_n(s.F[0], 3, 0.0);
     std::fill_n(s.P[0], 5, 0.0);
+    assert(4 * shell + 3 < corners.meanOf.size() && "four corners a shell");
     for (std::size_t corner = 0; corner < 4; ++corner) {
         const CornerForces& mean = corners.means[corners.meanOf[4 * shell + corner]].forces;
         std::copy_n(mean.begin(), 3, s.F[corner + 1]);

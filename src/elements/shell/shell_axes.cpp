@@ -1,7 +1,10 @@
 #include "elements/shell/shell_axes.h"
 
+#include <cassert>
 #include <cmath>
 #include <concepts>
+
+#include "elements/invariants.h"
 
 namespace qvx {
 
@@ -64,6 +67,7 @@ Matrix3<Real> RotationOf(const QuadCorners& p, const std::array<jxPoint, 3>& axe
         c(1, k) = y[static_cast<std::size_t>(k)];
         c(2, k) = z[static_cast<std::size_t>(k)];
     }
+    assert(IsRotation(c, 1e-12) && "axes of a shell are orthonormal, however its x axis leans");
     return c;
 }
 

@@ -1,9 +1,11 @@
 #include "elements/shell/shell_drilling.h"
 
 #include <algorithm>
+#include <cassert>
 #include <type_traits>
 
 #include "elements/accounting_sink.h"
+#include "elements/invariants.h"
 #include "elements/stiffness_sink.h"
 #include "model/find_record.h"
 #include "tools/quad_axes.h"
@@ -95,6 +97,7 @@ std::vector<bool> NodesThatDrillFreely(const CjxStruct& model)
     }
     std::vector<bool> free(normals.size());
     bool isAny = false;
+    assert(free.size() == model.nodes.size() + 1 && "one mark per node position, from 1");
     for (std::size_t i = 1; i < normals.size(); ++i) {
         free[i] = normals[i].DrillsFreely();
         isAny = isAny || free[i];
@@ -121,6 +124,10 @@ ShellElement<double128> InExactAxes(const QuadCorners& corners, const ShellEleme
 void ScatterShellWithAccount(jxSolutionData& data, int solverType, const int* loc, const Matrix24<double128>& k,
                              const std::array<int, 4>& nodes, const std::vector<bool>& drillsFreely)
 {
+    assert(IsSymmetric(k) && "only the upper triangle is read");
+    assert(std::all_of(nodes.begin(), nodes.end(),
+                       [&](int node) { return node >= 1 && static_cast<std::size_t>(node) < drillsFreely.size(); }) &&
+           "positions of nodes count from 1");
     const auto add = [&](const auto& plain, const auto& accounting) {
         for (int p = 0; p < 24; ++p)
             for (int q = 0; q < 24; ++q) {

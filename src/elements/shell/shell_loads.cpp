@@ -1,7 +1,9 @@
 #include "elements/shell/shell_loads.h"
 
+#include <cassert>
 #include <cmath>
 
+#include "elements/invariants.h"
 #include "elements/shell/shell_membrane.h"
 #include "tools/geometry.h"
 
@@ -41,7 +43,9 @@ std::array<Real, 24> ShellThermalForces(const ShellFrame<Real>& frame, const She
         f[6 * node] = inPlane[2 * node];
         f[6 * node + 1] = inPlane[2 * node + 1];
     }
-    return ToGlobalAxes(f, frame.c);
+    const std::array<Real, 24> global = ToGlobalAxes(f, frame.c);
+    assert(IsBalanced(global, 6) && "heat moves nothing as a whole");
+    return global;
 }
 
 template std::array<double, 24> ShellThermalForces<double>(const ShellFrame<double>&, const ShellRigidity<double>&,

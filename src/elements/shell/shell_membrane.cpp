@@ -1,5 +1,8 @@
 #include "elements/shell/shell_membrane.h"
 
+#include <cassert>
+
+#include "elements/invariants.h"
 #include "tools/crout_lu.h"
 
 namespace qvx {
@@ -132,6 +135,18 @@ void CondenseModes(MembraneElement<Real>& e, ModeStiffness<Real>& modes)
             e.amplitudes(a, j) = -e.amplitudes(a, j);
 }
 
+// The disk as a whole moved by (a, b) and turned by 1 about its first corner, a and b its own size.
+template <Number Real>
+[[maybe_unused]] std::array<Real, 8> MotionInPlane(const PlaneQuad<Real>& q)
+{
+    std::array<Real, 8> u;
+    for (std::size_t i = 0; i < 4; ++i) {
+        u[2 * i] = q.x[2] - q.x[0] - (q.y[i] - q.y[0]);
+        u[2 * i + 1] = q.y[2] - q.y[0] + (q.x[i] - q.x[0]);
+    }
+    return u;
+}
+
 }  // namespace
 
 template <Number Real>
@@ -155,6 +170,8 @@ MembraneElement<Real> FormMembrane(const GaussGeometry<Real>& geometry, const Pl
             atPoint[m] = {atPoint[m].x - e.meanGradients[m].x, atPoint[m].y - e.meanGradients[m].y};
     ModeStiffness<Real> stiffness = ModeStiffnessOf(geometry, modes, rigidity);
     CondenseModes(e, stiffness);
+    assert(IsSymmetric(e.stiffness));
+    assert(StrainsNothing(e.stiffness, MotionInPlane(geometry.corners)) && "a rigid motion does no work");
     return e;
 }
 
@@ -199,6 +216,7 @@ std::array<Real, 8> MembraneThermalForces(const PlaneQuad<Real>& corners, const 
             f[2 * i + 1] += J.det * N[i].y * force;
         }
     }
+    assert(IsBalanced(f, 2) && "a free element keeps its place");
     return f;
 }
 

@@ -1,6 +1,9 @@
 #include "elements/shell/shell_mitc4.h"
 
+#include <cassert>
 #include <cmath>
+
+#include "elements/invariants.h"
 
 namespace qvx {
 
@@ -154,6 +157,19 @@ void AddTiedShearStiffness(Matrix12<Real>& k, const FixedMatrix<Real, 4, 12>& e,
     }
 }
 
+// The plate as a whole moved along its normal by its size and turned: w = 1 + a x + b y, thx = b, thy = -a.
+template <Number Real>
+[[maybe_unused]] std::array<Real, 12> MotionOutOfPlane(const PlaneQuad<Real>& q)
+{
+    std::array<Real, 12> u;
+    for (std::size_t i = 0; i < 4; ++i) {
+        u[3 * i] = q.x[2] - q.x[0] + 2 * (q.x[i] - q.x[0]) + 3 * (q.y[i] - q.y[0]);
+        u[3 * i + 1] = Real(3);
+        u[3 * i + 2] = Real(-2);
+    }
+    return u;
+}
+
 }  // namespace
 
 template <Number Real>
@@ -171,6 +187,7 @@ Matrix12<Real> Mitc4Stiffness(const GaussGeometry<Real>& geometry, const ShellRi
     }
     AddTiedShearStiffness(k, TiedShears(geometry.corners), W);
     MirrorUpper(k);
+    assert(StrainsNothing(k, MotionOutOfPlane(geometry.corners)) && "a rigid motion does no work");
     return k;
 }
 

@@ -4,6 +4,10 @@
 
 #include "quad/double128.h"
 
+// The bilinear quadrilateral in its plane: what membrane, MITC4 plate and thermal forces are integrated with. Tangents,
+// gradients and the 2 x 2 rule are made once per shell and shared.
+// Source: Zienkiewicz & Taylor, The Finite Element Method, 5th ed. (2000), vol. 1, ch. 8 and 9.
+
 namespace qvx {
 
 /// Corners of a quadrilateral in its plane, counterclockwise [length].
@@ -57,10 +61,12 @@ struct BilinearPoint
     }
 
     NaturalPoint<Real> at;
-    std::array<Real, 4> Nr;
+    std::array<Real, 4> Nr;  ///< they depend on the point only, so that a rule keeps them for all elements
     std::array<Real, 4> Ns;
 };
 
+/// Tangents and area at a point. The area is negative on a quadrilateral that runs clockwise, and of both signs on one with
+/// a reentrant corner; nothing is refused here (see CjxShell4Group::IsGoodQuadShape).
 template <Number Real>
 Jacobian<Real> JacobianAt(const PlaneQuad<Real>& q, const BilinearPoint<Real>& point)
 {
@@ -102,7 +108,7 @@ const std::array<BilinearPoint<Real>, 4>& GaussPoints2x2()
 }
 
 /// Integrals of Ni,x Nj,x, of Ni,x Nj,y and of Ni,y Nj,y over the element. Every term of a plane stress or bending
-/// stiffness is a combination of these.
+/// stiffness is a combination of these, e.g. D11 xx + D33 yy of ux with ux: 48 sums instead of the products of B^t D B.
 template <Number Real>
 struct GradientProducts
 {
@@ -127,11 +133,13 @@ struct GaussGeometry
     }
 
     PlaneQuad<Real> corners;
-    std::array<Jacobian<Real>, 4> J;
-    std::array<std::array<Gradient<Real>, 4>, 4> N;
+    std::array<Jacobian<Real>, 4> J;                 ///< per Gauss point
+    std::array<std::array<Gradient<Real>, 4>, 4> N;  ///< per Gauss point, per corner [1/length]
     GradientProducts<Real> products;
 
 private:
+    // Row i of the three integrals. The sums run over the points in their order, so that both halves of a symmetric matrix
+    // come out the same.
     void AddProducts(std::size_t i)
     {
         std::array<Gradient<Real>, 4> weighted;
@@ -151,7 +159,8 @@ private:
     }
 };
 
-/// Where results are given: the centre, then the corners 1 to 4.
+/// Where results are given: the centre, then the corners 1 to 4. Values at the corners are those of the interpolation
+/// there, not extrapolated from the Gauss points.
 template <Number Real>
 const std::array<BilinearPoint<Real>, 5>& ResultPoints()
 {

@@ -1,5 +1,7 @@
 #include "elements/shell/shell_rigidity.h"
 
+#include <cassert>
+
 namespace qvx {
 
 namespace {
@@ -16,6 +18,7 @@ PlaneRigidity<Real> Isotropic(const Real& direct, const Real& nu, double fDirect
 template <Number Real>
 ShellRigidity<Real> ShellRigidityOf(double E, double nu, double t, const ShellFactors& f)
 {
+    assert(nu > -1 && nu <= 0.5 && "an elastic material");
     const Real ratio = nu;
     const Real thickness = t;
     const Real membrane = thickness * E / (1 - ratio * ratio);

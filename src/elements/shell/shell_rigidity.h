@@ -4,7 +4,8 @@
 
 namespace qvx {
 
-/// Rigidity of a plate or a disk, [[direct, coupling, 0], [coupling, direct, 0], [0, 0, shear]].
+/// Rigidity of a plate or a disk, [[direct, coupling, 0], [coupling, direct, 0], [0, 0, shear]], against the strains ex,
+/// ey, gxy or the curvatures w,xx, w,yy, 2 w,xy.
 template <Number Real>
 struct PlaneRigidity
 {
@@ -23,7 +24,7 @@ struct ShellRigidity
     Real shearY;
 };
 
-/// Factors on the rigidities of one shell. fxx scales both direct terms of the membrane and fyy its coupling term; mxx
+/// Factors on the rigidities of one shell, 1 where the model's bStiffnessFactors is off. fxx scales both direct terms of the membrane and fyy its coupling term; mxx
 /// and myy do the same in bending.
 struct ShellFactors
 {

@@ -1,6 +1,9 @@
 #include "elements/shell/shell_stiffness.h"
 
+#include <cassert>
 #include <cmath>
+
+#include "elements/invariants.h"
 
 namespace qvx {
 
@@ -95,6 +98,16 @@ void PutNodePair(Matrix24<Real>& k, const BlockRotation<Real>& turn, const Shell
         PutMirrored(k, column, row + 3, turn.Coupling(p[12], p[24]));
 }
 
+// All four nodes moved by 1 along global X.
+template <Number Real>
+[[maybe_unused]] std::array<Real, 24> AllAlongX()
+{
+    std::array<Real, 24> u{};
+    for (std::size_t node = 0; node < 4; ++node)
+        u[6 * node] = Real(1);
+    return u;
+}
+
 }  // namespace
 
 template <Number Real>
@@ -140,6 +153,8 @@ Matrix24<Real> ShellStiffness(const ShellElement<Real>& element, double ozFactor
     for (int i = 0; i < 4; ++i)
         for (int j = i; j < 4; ++j)
             PutNodePair(k, turn, element, i, j, drilling);
+    assert(IsSymmetric(k));
+    assert(StrainsNothing(k, AllAlongX<Real>()) && "a translation does no work");
     return k;
 }
 

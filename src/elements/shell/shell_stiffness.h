@@ -24,13 +24,16 @@ struct ShellElement
     double referenceAngle;   ///< of stiffness x from user x at angle 0 [rad]
     ShellRigidity<Real> rigidity;
     ShearDirections shearDirections;
-    MembraneElement<Real> membrane;
-    Matrix12<Real> plate;  ///< stiffness, order w, thx, thy per node
+    MembraneElement<Real> membrane;  ///< ux, uy per node
+    Matrix12<Real> plate;            ///< stiffness, order w, thx, thy per node
     bool isThinPlate;
     Real a;  ///< sides of a thin plate along local x and y, else 0 [length]
     Real b;
 };
 
+/// Forms both parts of a shell in its stiffness axes.
+/// @param corners  four corners around the shell; a double one or three in line gives numbers that are no numbers
+/// @throws jxException "Singular matrix in routine ludcmp" when the incompatible modes have no stiffness
 template <Number Real>
 ShellElement<Real> FormShell(const QuadCorners& corners, const ShellRigidity<Real>& rigidity,
                              const ShellOptions& options);

@@ -20,6 +20,7 @@ PlateForces<Real> PlateForcesAt(const ShellElement<Real>& e, const std::array<Re
 template <Number Real>
 void TurnTensor(Real* t, double phi)
 {
+    // Both means below are the same point of the circle, so that the first invariant xx + yy stays as it is.
     const Real mean = (t[0] + t[1]) * 0.5;
     const Real half = (t[0] - t[1]) * 0.5;
     const Real c = std::cos(2 * phi);

@@ -1,5 +1,8 @@
 #include "elements/shell/shell_thin_plate.h"
 
+#include <cassert>
+
+#include "elements/invariants.h"
 #include "tools/crout_lu.h"
 
 namespace qvx {
@@ -110,6 +113,7 @@ void AddCurvatureEnergy(Matrix12<Real>& k, const FixedMatrix<Real, 3, kTerms>& B
 template <Number Real>
 Matrix12<Real> ThinPlateStiffness(const Real& a, const Real& b, const PlaneRigidity<Real>& bending)
 {
+    assert(a > Real(0) && b > Real(0) && "a rectangle");
     const FixedMatrix<Real, kTerms, kTerms> coefficients = Coefficients(a, b);
     Matrix12<Real> k;
     for (const BilinearPoint<Real>& point : GaussPoints2x2<Real>())
@@ -118,6 +122,9 @@ Matrix12<Real> ThinPlateStiffness(const Real& a, const Real& b, const PlaneRigid
     for (int i = 0; i < kTerms; ++i)
         for (int j = 0; j < i; ++j)
             k(j, i) = k(i, j);
+    const Real z(0);
+    assert(StrainsNothing(k, std::array<Real, 12>{1, z, z, 1, z, z, 1, z, z, 1, z, z}) && "a lift does no work");
+    assert(StrainsNothing(k, std::array<Real, 12>{z, z, -1, a, z, -1, a, z, -1, z, z, -1}) && "nor a turn about y");
     return k;
 }
 
