@@ -70,14 +70,21 @@ void JsonWriter::BeginObject(Layout layout)
 {
     BeginValue();
     buffer_ += '{';
-    levels_.push_back({layout, true});
+    Open(layout);
 }
 
 void JsonWriter::BeginArray(Layout layout)
 {
     BeginValue();
     buffer_ += '[';
-    levels_.push_back({layout, true});
+    Open(layout);
+}
+
+// What stands in one line is not broken within.
+void JsonWriter::Open(Layout layout)
+{
+    const bool isInLine = !levels_.empty() && levels_.back().layout == Layout::Line;
+    levels_.push_back({isInLine ? Layout::Line : layout, true});
 }
 
 void JsonWriter::End(char bracket)

@@ -7,7 +7,8 @@
 
 namespace qvx {
 
-/// How the elements of an array or object are laid out: in one line, or each on a line of its own.
+/// How the elements of an array or object are laid out: in one line, or each on a line of its own. What stands within one
+/// line has no lines of its own.
 enum class Layout { Line, Lines };
 
 /// Writes JSON text piece by piece; only a buffer stands in memory, whatever the size of the file.
@@ -53,6 +54,7 @@ private:
     void Put(const Value* values, int count);
     [[noreturn]] void ThrowNotFinite() const;
     void BeginValue();
+    void Open(Layout layout);
     void End(char bracket);
     void BreakLine();
     void FlushWhenFull();

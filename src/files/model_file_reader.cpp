@@ -6,9 +6,9 @@
 #include <system_error>
 
 #include "files/model_file.h"
-#include "files/model_lists.h"
 #include "files/model_references.h"
 #include "files/record_reader.h"
+#include "model/struct_fields.h"
 #include "model/units.h"
 
 namespace qvx {
@@ -70,7 +70,7 @@ void ReadFormats(const Json& value, const JsonPath& path, jxUnit& units)
 bool ReadSetting(const std::string& key, const Json& value, const JsonPath& path, CjxStruct& model)
 {
     return ReadMember(key, value, path, kAnalysisSettings, model) ||
-           ReadMember(key, value, path, kDesignSettings, model.design);
+           ReadMember(key, value, path, FieldsOf<jxDesignSettings>::list, model.design);
 }
 
 void ReadSettings(const Json& value, const JsonPath& path, CjxStruct& model)
@@ -110,7 +110,7 @@ public:
         values_["settings"] = [this](const Json& value, const JsonPath& path) { ReadSettings(value, path, model_); };
         AddFields(kDocumentFields);
         AddFields(kClosingFields);
-        std::apply([this](const auto&... list) { (AddList(list), ...); }, kModelLists);
+        ForEachField(kModelLists, [this](const auto& list) { AddList(list); });
     }
 
     void BeginMember(const std::string& key) override
@@ -152,11 +152,11 @@ private:
         });
     }
 
-    template <class Record>
-    void AddList(const RecordList<Record>& list)
+    template <class List>
+    void AddList(const List& list)
     {
         elements_[std::string(list.key)] = [this, list](const Json& value, const JsonPath& path) {
-            ReadValue(value, path, ValueRule{}, (model_.*list.records).emplace_back());
+            ReadValue(value, path, ValueRule{}, (model_.*list.member).emplace_back());
         };
     }
 
@@ -166,31 +166,18 @@ private:
     bool isFormatNamed_ = false;
 };
 
-template <class Record>
-void SortById(std::vector<Record>& records)
+// Sorts the lists whose records are looked up by id; records of one id keep their order.
+template <class Record, class Lists>
+void SortLists(Record& record, const Lists& lists)
 {
-    std::stable_sort(records.begin(), records.end(), [](const Record& a, const Record& b) { return a.id < b.id; });
-}
-
-void SortLoads(jxCaseLoad& loads)
-{
-    SortById(loads.ndLoads);
-    SortById(loads.ptLoads);
-    SortById(loads.lnLoads);
-    SortById(loads.bmThermalLoads);
-    SortById(loads.shell4ThermalLoads);
-    SortById(loads.brickThermalLoads);
-    SortById(loads.shell3SurfaceLoads);
-    SortById(loads.shell4SurfaceLoads);
-}
-
-template <class Record>
-void SortList(CjxStruct& model, const RecordList<Record>& list)
-{
-    if constexpr (requires(Record record) { record.id; }) {
-        if (list.order == Order::ById)
-            SortById(model.*list.records);
-    }
+    ForEachField(lists, [&](const auto& list) {
+        auto& records = record.*list.member;
+        if constexpr (requires { records.front().id; }) {
+            if (list.rule.isSortedById)
+                std::stable_sort(records.begin(), records.end(),
+                                 [](const auto& a, const auto& b) { return a.id < b.id; });
+        }
+    });
 }
 
 // Loads pair with load cases by position; cases at the end may have none.
@@ -210,9 +197,9 @@ void ReadFresh(std::string_view text, CjxStruct& fresh)
     receiver.Finish();
     PairLoadsWithCases(fresh);
     CheckModelReferences(fresh);
-    std::apply([&](const auto&... list) { (SortList(fresh, list), ...); }, kModelLists);
+    SortLists(fresh, kModelLists);
     for (jxCaseLoad& loads : fresh.caseLoads)
-        SortLoads(loads);
+        SortLists(loads, FieldsOf<jxCaseLoad>::list);
 }
 
 void ReadNamedText(std::string_view fileName, std::string_view text, CjxStruct& model)

@@ -1,7 +1,7 @@
 #include "files/json_output.h"
 #include "files/model_file.h"
-#include "files/model_lists.h"
 #include "files/record_writer.h"
+#include "model/struct_fields.h"
 #include "model/units.h"
 
 namespace qvx {
@@ -44,7 +44,7 @@ void WriteSettings(JsonWriter& out, const CjxStruct& model)
     out.Key("settings");
     out.BeginObject(Layout::Lines);
     WriteMembers(out, model, model, kAnalysisSettings);
-    WriteMembers(out, model.design, model.design, kDesignSettings);
+    WriteMembers(out, model.design, model.design, FieldsOf<jxDesignSettings>::list);
     out.EndObject();
 }
 
@@ -58,8 +58,7 @@ void WriteModel(JsonWriter& out, const CjxStruct& model)
     WriteMembers(out, model, model, kDocumentFields);
     WriteUnits(out, model.units);
     WriteSettings(out, model);
-    std::apply([&](const auto&... list) { ((out.Key(list.key), WriteValue(out, model.*list.records)), ...); },
-               kModelLists);
+    WriteMembers(out, model, model, kModelLists);
     WriteMembers(out, model, model, kClosingFields);
     out.EndObject();
     out.Finish();

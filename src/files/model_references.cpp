@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "files/json_document.h"
-#include "files/model_lists.h"
+#include "model/struct_fields.h"
 
 namespace qvx {
 namespace {
@@ -40,14 +40,11 @@ void Require(const Ids& ids, int id, const char* what, const JsonPath& path)
 
 void CheckValue(int id, Reference reference, const ModelIds& ids, const JsonPath& path)
 {
+    if (reference == Reference::NodeOrNone && id == 0)
+        return;
     switch (reference) {
-    case Reference::None:
-        return;
-    case Reference::NodeOrNone:
-        if (id != 0)
-            Require(ids.nodes, id, "node", path);
-        return;
     case Reference::Node:
+    case Reference::NodeOrNone:
         return Require(ids.nodes, id, "node", path);
     case Reference::Material:
         return Require(ids.materials, id, "material", path);
@@ -55,6 +52,8 @@ void CheckValue(int id, Reference reference, const ModelIds& ids, const JsonPath
         return Require(ids.sections, id, "section", path);
     case Reference::Thickness:
         return Require(ids.thicknesses, id, "thickness", path);
+    default:
+        return;  // may name nothing
     }
 }
 
@@ -109,17 +108,17 @@ void CheckUnique(const std::vector<Record>& records, const JsonPath& list)
                         "the id " + std::to_string(records[first].id) + " is taken already");
 }
 
-template <class Record>
-void CheckList(const CjxStruct& model, const RecordList<Record>& list, const ModelIds& ids)
+template <class List>
+void CheckList(const CjxStruct& model, const List& list, const ModelIds& ids)
 {
     const JsonPath path{nullptr, list.key, -1};
-    const std::vector<Record>& records = model.*list.records;
-    if constexpr (requires(Record record) { record.id; }) {
-        if (list.sameIds == SameIds::Refused)
+    const auto& records = model.*list.member;
+    if constexpr (requires { records.front().id; }) {
+        if (!list.rule.mayRepeatIds)
             CheckUnique(records, path);
         for (std::size_t i = 0; i < records.size(); ++i) {
             const JsonPath place = path.Element(i);
-            CheckField(records[i].id, list.idRefersTo, ids, place.Member("id"));
+            CheckField(records[i].id, list.rule.idRefersTo, ids, place.Member("id"));
         }
     }
     CheckField(records, Reference::None, ids, path);
@@ -133,7 +132,7 @@ void CheckModelReferences(const CjxStruct& model)
                        .materials = IdsOf(model.materials),
                        .sections = IdsOf(model.sections),
                        .thicknesses = IdsOf(model.thicknesses)};
-    std::apply([&](const auto&... list) { (CheckList(model, list, ids), ...); }, kModelLists);
+    ForEachField(kModelLists, [&](const auto& list) { CheckList(model, list, ids); });
 }
 
 }  // namespace qvx

@@ -76,14 +76,6 @@ void ReadValue(const Json& value, const JsonPath& path, const ValueRule& rule, w
     out = text[0];
 }
 
-void ReadValue(const Json& value, const JsonPath& path, const ValueRule& rule, jxPoint& out)
-{
-    ExpectArray(value, path, 3);
-    double* const coordinates[3] = {&out.x, &out.y, &out.z};
-    for (std::size_t i = 0; i < 3; ++i)
-        ReadValue(value[i], path.Element(i), rule, *coordinates[i]);
-}
-
 void ReadValue(const Json& value, const JsonPath& path, const ValueRule& rule, std::pair<double, double>& out)
 {
     ExpectArray(value, path, 2);

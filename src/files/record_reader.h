@@ -8,7 +8,6 @@
 #include "files/json_document.h"
 #include "model/fields/record_fields.h"
 #include "platform/cstring.h"
-#include "tools/jx_point.h"
 
 // Reading of single values and of whole records by their lists of fields. Every function throws JsonFault with the
 // path of the value that is not what it should be.
@@ -22,8 +21,6 @@ void ReadValue(const Json& value, const JsonPath& path, const ValueRule& rule, s
 void ReadValue(const Json& value, const JsonPath& path, const ValueRule& rule, CString& out);
 /// A code of one letter.
 void ReadValue(const Json& value, const JsonPath& path, const ValueRule& rule, wchar_t& out);
-/// [x, y, z].
-void ReadValue(const Json& value, const JsonPath& path, const ValueRule& rule, jxPoint& out);
 /// Abscissa and ordinate, [x, y].
 void ReadValue(const Json& value, const JsonPath& path, const ValueRule& rule, std::pair<double, double>& out);
 
@@ -83,10 +80,24 @@ bool ReadMember(const std::string& key, const Json& value, const JsonPath& path,
     return VisitField(list, key, [&](const auto& field) { ReadValue(value, path, field.rule, out.*field.member); });
 }
 
+/// A record from its row of numbers.
+template <RowRecord Record>
+void ReadRow(const Json& value, const JsonPath& path, Record& out)
+{
+    ExpectArray(value, path, std::tuple_size_v<decltype(FieldsOf<Record>::list)>);
+    std::size_t column = 0;
+    ForEachField(FieldsOf<Record>::list, [&](const auto& field) {
+        ReadValue(value[column], path.Element(column), field.rule, out.*field.member);
+        ++column;
+    });
+}
+
 /// A record from its JSON object: fields that are left out keep their defaults, unknown keys are refused.
 template <Described Record>
 void ReadValue(const Json& value, const JsonPath& path, const ValueRule&, Record& out)
 {
+    if constexpr (RowRecord<Record>)
+        return ReadRow(value, path, out);
     ExpectObject(value, path);
     for (const auto& [key, member] : value.template get_ref<const Json::object_t&>()) {
         const JsonPath place = path.Member(key);

@@ -1,5 +1,8 @@
 #pragma once
 
+#include <algorithm>
+#include <array>
+#include <cassert>
 #include <set>
 #include <string>
 #include <type_traits>
@@ -9,7 +12,6 @@
 #include "files/json_writer.h"
 #include "model/fields/record_fields.h"
 #include "platform/cstring.h"
-#include "tools/jx_point.h"
 
 // Writing of single values and of whole records by the lists of fields that reading goes by.
 
@@ -18,6 +20,10 @@ namespace qvx {
 inline void WriteValue(JsonWriter& out, int value)
 {
     out.Number(value);
+}
+inline void WriteValue(JsonWriter& out, bool value)
+{
+    out.Bool(value);
 }
 inline void WriteValue(JsonWriter& out, unsigned char value)
 {
@@ -39,11 +45,6 @@ inline void WriteValue(JsonWriter& out, const CString& value)
 {
     out.Text(std::wstring_view(value.Text()));
 }
-inline void WriteValue(JsonWriter& out, const jxPoint& value)
-{
-    const double coordinates[3] = {value.x, value.y, value.z};
-    out.Numbers(coordinates, 3);
-}
 inline void WriteValue(JsonWriter& out, const std::pair<double, double>& value)
 {
     const double numbers[2] = {value.first, value.second};
@@ -53,37 +54,62 @@ inline void WriteValue(JsonWriter& out, const std::pair<double, double>& value)
 template <Described Record>
 void WriteValue(JsonWriter& out, const Record& record);
 
+/// Whether records of this type stand on lines of their own.
+template <class Record>
+inline constexpr bool kTakesLines = Described<Record> && !RowRecord<Record>;
+
+template <class Element>
+inline constexpr Layout kLayoutOfList = kTakesLines<typename ElementOf<Element>::Type> ? Layout::Lines : Layout::Line;
+
 template <std::size_t N>
 void WriteValue(JsonWriter& out, const wchar_t (&value)[N])
 {
     out.Text(std::wstring_view(value));
 }
 
+template <std::size_t N>
+void WriteValue(JsonWriter& out, const double (&values)[N])
+{
+    out.Numbers(values, N);
+}
+
+template <std::size_t N>
+void WriteValue(JsonWriter& out, const int (&values)[N])
+{
+    out.Numbers(values, N);
+}
+
+inline void WriteValue(JsonWriter& out, const std::vector<double>& values)
+{
+    out.Numbers(values.data(), static_cast<int>(values.size()));
+}
+
+/// The elements of an array, a vector or a set.
+template <class List>
+void WriteElements(JsonWriter& out, const List& values, Layout layout)
+{
+    out.BeginArray(layout);
+    for (const auto& value : values)
+        WriteValue(out, value);
+    out.EndArray();
+}
+
 template <class Element, std::size_t N>
 void WriteValue(JsonWriter& out, const Element (&values)[N])
 {
-    out.BeginArray(Layout::Line);
-    for (const Element& value : values)
-        WriteValue(out, value);
-    out.EndArray();
+    WriteElements(out, values, kLayoutOfList<Element>);
 }
 
 template <class Element>
 void WriteValue(JsonWriter& out, const std::vector<Element>& values)
 {
-    out.BeginArray(Described<Element> ? Layout::Lines : Layout::Line);
-    for (const Element& value : values)
-        WriteValue(out, value);
-    out.EndArray();
+    WriteElements(out, values, kLayoutOfList<Element>);
 }
 
 template <class Element, class Less>
 void WriteValue(JsonWriter& out, const std::set<Element, Less>& values)
 {
-    out.BeginArray(Layout::Line);
-    for (const Element& value : values)
-        WriteValue(out, value);
-    out.EndArray();
+    WriteElements(out, values, Layout::Line);
 }
 
 /// Whether two fields hold the same, whatever their type.
@@ -101,31 +127,69 @@ bool IsSame(const Element (&a)[N], const Element (&b)[N])
     return true;
 }
 
+/// A record as a row of its numbers, or the columns of it that a rule names.
+template <RowRecord Record>
+void WriteRow(JsonWriter& out, const Record& record, const ValueRule& rule)
+{
+    const auto numbers =
+        std::apply([&](const auto&... field) { return std::array{record.*field.member...}; }, FieldsOf<Record>::list);
+    const int nColumns = static_cast<int>(numbers.size());
+    assert(rule.firstColumn < nColumns);
+    out.Numbers(numbers.data() + rule.firstColumn, std::min(rule.nColumns, nColumns - rule.firstColumn));
+}
+
+template <class Field>
+void WriteMember(JsonWriter& out, const Field& field, const typename Field::Record& record)
+{
+    out.Key(field.key);
+    if constexpr (RowRecord<typename Field::Value>)
+        WriteRow(out, record.*field.member, field.rule);
+    else
+        WriteValue(out, record.*field.member);
+}
+
 /// The members of an object: fields that are always written, and those that differ from the default record.
 template <class Record, class List>
 void WriteMembers(JsonWriter& out, const Record& record, const Record& defaults, const List& list)
 {
     ForEachField(list, [&](const auto& field) {
-        if constexpr (std::remove_cvref_t<decltype(field)>::presence == Presence::WhenUnusual) {
-            if (IsSame(record.*field.member, defaults.*field.member))
-                return;
+        constexpr Presence presence = std::remove_cvref_t<decltype(field)>::presence;
+        if constexpr (presence == Presence::Always) {
+            WriteMember(out, field, record);
+        } else if constexpr (presence == Presence::WhenUnusual) {
+            if (!IsSame(record.*field.member, defaults.*field.member))
+                WriteMember(out, field, record);
         }
-        out.Key(field.key);
-        WriteValue(out, record.*field.member);
     });
+}
+
+/// A record stands in one line. One without an id that holds lists of records gives each of its members a line.
+template <class Record>
+constexpr Layout LayoutOfRecord()
+{
+    constexpr bool hasLists = std::apply(
+        [](const auto&... field) {
+            return (kTakesLines<typename std::remove_cvref_t<decltype(field)>::Element> || ...);
+        },
+        FieldsOf<Record>::list);
+    return hasLists && !requires(Record record)
+    {
+        record.id;
+    }
+    ? Layout::Lines : Layout::Line;
 }
 
 template <Described Record>
 void WriteValue(JsonWriter& out, const Record& record)
 {
-    static const Record defaults{};
-    // A record stands in one line, unless it holds lists of records itself.
-    constexpr bool hasLists = std::apply(
-        [](const auto&... field) { return (Described<typename std::remove_cvref_t<decltype(field)>::Element> || ...); },
-        FieldsOf<Record>::list);
-    out.BeginObject(hasLists ? Layout::Lines : Layout::Line);
-    WriteMembers(out, record, defaults, FieldsOf<Record>::list);
-    out.EndObject();
+    if constexpr (RowRecord<Record>) {
+        WriteRow(out, record, {});
+    } else {
+        static const Record defaults{};
+        out.BeginObject(LayoutOfRecord<Record>());
+        WriteMembers(out, record, defaults, FieldsOf<Record>::list);
+        out.EndObject();
+    }
 }
 
 }  // namespace qvx

@@ -2,15 +2,37 @@
 
 #include <functional>
 #include <string_view>
+#include <type_traits>
 #include <utility>
 
-#include "files/combination_results.h"
 #include "files/json_output.h"
 #include "files/json_writer.h"
+#include "files/record_writer.h"
+#include "files/results_records.h"
+#include "model/struct_fields.h"
 #include "model/units.h"
 
 namespace qvx {
 namespace {
+
+std::wstring_view CourseInWords(CombEnd end)
+{
+    switch (end) {
+    case CombEnd::NotSolved:
+        return L"not solved";
+    case CombEnd::Linear:
+        return L"linear";
+    case CombEnd::Converged:
+        return L"converged";
+    case CombEnd::Limit:
+        return L"stopped at maximum iterations";
+    case CombEnd::NoLoad:
+        return L"no load";
+    case CombEnd::Failed:
+        return L"failed";
+    }
+    return L"";
+}
 
 void WriteUnits(JsonWriter& out, const jxUnit& units)
 {
@@ -23,6 +45,22 @@ void WriteUnits(JsonWriter& out, const jxUnit& units)
     out.EndObject();
 }
 
+// The object of a combination: some of its members stand in the summary, some in the results.
+void WriteCombination(JsonWriter& out, const CombinationSummary& summary, const jxCombResult& result)
+{
+    static const jxCombResult kNoResult;
+    static const CombinationSummary kNoSummary;
+    out.BeginObject(Layout::Lines);
+    ForEachField(kCombinationFields, [&](const auto& field) {
+        using Record = typename std::remove_cvref_t<decltype(field)>::Record;
+        if constexpr (std::is_same_v<Record, jxCombResult>)
+            WriteMember(out, field, summary.isSolved ? result : kNoResult);
+        else
+            WriteMembers(out, summary, kNoSummary, std::make_tuple(field));
+    });
+    out.EndObject();
+}
+
 void WriteCombinations(JsonWriter& out, const CjxStruct& model)
 {
     static const jxCombResult kNoResult;
@@ -32,9 +70,10 @@ void WriteCombinations(JsonWriter& out, const CjxStruct& model)
     for (std::size_t i = 0; i < model.loadCombs.size(); ++i) {
         const jxCombResult& result = i < model.combResults.size() ? model.combResults[i] : kNoResult;
         const jxCombOutcome& outcome = i < model.combOutcomes.size() ? model.combOutcomes[i] : kNoOutcome;
-        const bool hasCurves = !result.beamCurves.empty() && outcome.end != CombEnd::Failed;
-        WriteCombination(out, model.loadCombs[i].label, outcome, result,
-                         hasCurves ? model.GetBeamStresses(static_cast<int>(i)) : std::vector<jxBmStress>());
+        CombinationSummary summary = Summarize(model.loadCombs[i].label, outcome, result);
+        if (summary.isSolved && !result.beamCurves.empty())
+            summary.beamStresses = model.GetBeamStresses(static_cast<int>(i));
+        WriteCombination(out, summary, result);
     }
     out.EndArray();
 }
@@ -46,134 +85,7 @@ void WriteModal(JsonWriter& out, const CjxStruct& model)
         return out.Null();
     jxCombOutcome outcome;
     outcome.end = CombEnd::Linear;
-    WriteCombination(out, L"modal", outcome, model.modalResult, {});
-}
-
-void WriteEigen(JsonWriter& out, const CjxStruct& model)
-{
-    out.Key("eigen");
-    out.BeginArray(Layout::Lines);
-    for (const jxEigenResult& mode : model.eigenResults) {
-        out.BeginObject(Layout::Lines);
-        out.Key("eigenvalue");
-        out.Number(mode.eigenvalue);
-        out.Key("errorMeasure");
-        out.Number(mode.errorMeasure);
-        out.Key("shape");
-        WriteSixValues(out, mode.shape);
-        out.EndObject();
-    }
-    out.EndArray();
-}
-
-void WriteDerivedMasses(JsonWriter& out, const CjxStruct& model)
-{
-    out.Key("derivedMasses");
-    out.BeginArray(Layout::Lines);
-    for (const jxNdLoad& mass : model.derivedMasses) {
-        out.BeginObject(Layout::Line);
-        out.Key("id");
-        out.Number(mass.id);
-        out.Key("dof");
-        out.Number(mass.dof);
-        out.Key("value");
-        out.Number(mass.value);
-        out.EndObject();
-    }
-    out.EndArray();
-}
-
-void WriteDirections(JsonWriter& out, std::string_view key, const std::vector<jxResult6Val> (&values)[3])
-{
-    out.Key(key);
-    out.BeginArray(Layout::Lines);
-    for (const std::vector<jxResult6Val>& direction : values)
-        WriteSixValues(out, direction);
-    out.EndArray();
-}
-
-void WriteSpectrumResponse(JsonWriter& out, const CjxStruct& model)
-{
-    out.Key("responseSpectrum");
-    out.BeginArray(Layout::Lines);
-    for (const jxResponseSpectrumResult& mode : model.spectrumResults) {
-        out.BeginObject(Layout::Lines);
-        out.Key("eigenvalue");
-        out.Number(mode.eigenvalue);
-        out.Key("participation");
-        out.Numbers(mode.participation, 3);
-        WriteDirections(out, "displacements", mode.displacements);
-        WriteDirections(out, "forces", mode.forces);
-        out.EndObject();
-    }
-    out.EndArray();
-}
-
-void WriteEnvelopeStation(JsonWriter& out, const jxMaxVMD& station)
-{
-    out.BeginObject(Layout::Line);
-    out.Key("x");
-    out.Number(station.x);
-    out.Key("max");
-    out.Numbers(station.max, 6);
-    out.Key("min");
-    out.Numbers(station.min, 6);
-    out.Key("maxComb");
-    out.Numbers(station.maxComb, 6);
-    out.Key("minComb");
-    out.Numbers(station.minComb, 6);
-    out.EndObject();
-}
-
-void WriteEnvelope(JsonWriter& out, const CjxStruct& model)
-{
-    out.Key("concreteEnvelope");
-    out.BeginArray(Layout::Lines);
-    for (const jxMaxBmVMD& member : model.concreteEnvelope) {
-        out.BeginObject(Layout::Line);
-        out.Key("id");
-        out.Number(member.id);
-        out.Key("stations");
-        out.BeginArray(Layout::Lines);
-        for (const jxMaxVMD& station : member.vmd)
-            WriteEnvelopeStation(out, station);
-        out.EndArray();
-        out.EndObject();
-    }
-    out.EndArray();
-}
-
-void WriteWoodArmer(JsonWriter& out, const CjxStruct& model)
-{
-    out.Key("woodArmer");
-    out.BeginArray(Layout::Lines);
-    for (const jxWoodArmer& shell : model.woodArmer) {
-        out.BeginObject(Layout::Line);
-        out.Key("id");
-        out.Number(shell.id);
-        out.Key("moments");
-        out.BeginArray(Layout::Line);
-        for (const auto& location : shell.moments)
-            out.Numbers(location, 4);
-        out.EndArray();
-        out.Key("combs");
-        out.BeginArray(Layout::Line);
-        for (const auto& location : shell.combs)
-            out.Numbers(location, 4);
-        out.EndArray();
-        out.EndObject();
-    }
-    out.EndArray();
-}
-
-// No run fills design results yet: their lists are empty.
-void WriteDesign(JsonWriter& out)
-{
-    for (const char* list : {"concreteBeams", "concreteColumns", "concreteShear", "concretePlates", "steel"}) {
-        out.Key(list);
-        out.BeginArray(Layout::Line);
-        out.EndArray();
-    }
+    WriteCombination(out, Summarize(L"modal", outcome, model.modalResult), model.modalResult);
 }
 
 void WriteResults(JsonWriter& out, const CjxStruct& model)
@@ -188,17 +100,25 @@ void WriteResults(JsonWriter& out, const CjxStruct& model)
     WriteUnits(out, model.units);
     WriteCombinations(out, model);
     WriteModal(out, model);
-    WriteEigen(out, model);
-    WriteDerivedMasses(out, model);
-    WriteSpectrumResponse(out, model);
-    WriteEnvelope(out, model);
-    WriteWoodArmer(out, model);
-    WriteDesign(out);
+    WriteMembers(out, model, model, kResultLists);
     out.EndObject();
     out.Finish();
 }
 
 }  // namespace
+
+CombinationSummary Summarize(const wchar_t* label, const jxCombOutcome& outcome, const jxCombResult& result)
+{
+    CombinationSummary summary;
+    summary.label = label;
+    summary.isSolved = !result.displacements.empty() && outcome.end != CombEnd::Failed;
+    summary.isConverged = summary.isSolved && outcome.end != CombEnd::Limit;
+    summary.course = CourseInWords(outcome.end);
+    summary.iterations = outcome.iterations;
+    summary.isBuckled = outcome.bBuckled;
+    summary.failure = outcome.text;
+    return summary;
+}
 
 void WriteResultsFile(const std::filesystem::path& path, const CjxStruct& model, const std::function<void()>& onPiece)
 {

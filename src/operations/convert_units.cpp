@@ -1,11 +1,16 @@
-#include "operations/convert_units.h"
+#include <cassert>
+#include <type_traits>
+#include <vector>
 
-#include "model/jx_struct.h"
+#include "model/struct_fields.h"
 #include "model/units.h"
 #include "tools/list_text.h"
 
 namespace qvx {
 namespace {
+
+/// Factors of a conversion, indexed by Quantity: value in to-units = f[quantity] * value in from-units.
+using ConversionFactors = const double (&)[kQuantityCount];
 
 double Power(double base, int exponent)
 {
@@ -15,64 +20,101 @@ double Power(double base, int exponent)
     return result;
 }
 
-template <class Records>
-void ConvertAll(Records& records, ConversionFactors f)
+// What turns a number of one unit into the new set. A unit that is per quantity alone divides: the reciprocal would be
+// rounded once more.
+class UnitFactor
 {
-    for (auto& record : records)
-        ConvertRecord(record, f);
-}
-
-void ConvertNodes(std::vector<jxNd>& nodes, ConversionFactors f)
-{
-    for (jxNd& node : nodes) {
-        node.x *= f[kLength];
-        node.y *= f[kLength];
-        node.z *= f[kLength];
+public:
+    UnitFactor(const QuantityUnit& unit, ConversionFactors f) : divides_(unit.of == kQuantityCount && !unit.IsPlain())
+    {
+        if (unit.IsPlain())
+            return;
+        factor_ = divides_ ? f[unit.per] : Power(f[unit.of], unit.power);
+        if (unit.times != kQuantityCount)
+            factor_ *= f[unit.times];
+        if (!divides_ && unit.per != kQuantityCount)
+            factor_ /= f[unit.per];
     }
-}
 
-void ConvertSupports(std::vector<jxSupt>& supports, ConversionFactors f)
+    void Convert(double& number) const { number = divides_ ? number / factor_ : number * factor_; }
+
+private:
+    bool divides_;
+    double factor_ = 1;
+};
+
+// Directions 0 to 2 are translations or forces along the axes, 3 to 5 rotations or moments about them.
+template <class Record>
+bool IsOfTranslation(const Record& record, [[maybe_unused]] int number)
 {
-    for (jxSupt& support : supports)
-        for (int dof = 0; dof < kDofCount; ++dof)
-            support.value[dof] *= f[dof <= kZ ? kTranslationalDisplacement : kRotationalDisplacement];
+    if constexpr (requires { record.dir; })
+        return record.dir <= kZ;
+    else if constexpr (requires { record.dof[0]; })
+        return record.dof[number] <= kZ;
+    else if constexpr (requires { record.dof; })
+        return record.dof <= kZ;
+    assert(false && "a record whose units go by its direction has dir or dof");
+    return true;
 }
 
-void ConvertNodalSprings(std::vector<jxSpring>& springs, ConversionFactors f)
+// Unit of term `number` of an upper triangle over the six DOF, counted row by row.
+const QuantityUnit& UnitOfTerm(const Measure& measure, int number)
 {
-    for (jxSpring& spring : springs)
-        for (int dof = 0; dof < kDofCount; ++dof)
-            spring.k[dof] *= f[dof <= kZ ? kNodalTranslationalSpring : kNodalRotationalSpring];
+    int row = kX;
+    for (int first = 0; first + kDofCount - row <= number; ++row)
+        first += kDofCount - row;
+    const int column = number - row * kDofCount + row * (row + 1) / 2;
+    assert(row <= column && column < kDofCount);
+    if ((row <= kZ) != (column <= kZ))
+        return measure.units[2];
+    return measure.units[row <= kZ ? 0 : 1];
 }
 
-// Springs along members and under shells resist translations only.
-void ConvertElementSprings(std::vector<jxSpring>& springs, double factor)
+template <class Record>
+QuantityUnit UnitOf(const Measure& measure, const Record& record, int number)
 {
-    for (jxSpring& spring : springs)
-        for (int dof = kX; dof <= kZ; ++dof)
-            spring.k[dof] *= factor;
+    switch (measure.rule) {
+    case UnitRule::Plain:
+        return {};
+    case UnitRule::Same:
+    case UnitRule::ListText:
+        return measure.units[0];
+    case UnitRule::Periodic:
+        return measure.units[number % measure.period < measure.nFirst ? 0 : 1];
+    case UnitRule::ByDof:
+        return measure.units[IsOfTranslation(record, number) ? 0 : 1];
+    case UnitRule::OfAbsolute:
+        if constexpr (requires { record.bAbsoluteDistance; })
+            return record.bAbsoluteDistance != 0 ? measure.units[0] : QuantityUnit{};
+        break;
+    case UnitRule::SpringMatrix:
+        return UnitOfTerm(measure, number);
+    case UnitRule::PerPosition:
+        return measure.units.at(static_cast<std::size_t>(number));
+    case UnitRule::OfTheList:
+        break;
+    }
+    assert(false && "the list of such records says the unit");
+    return {};
 }
 
-// Masses are weights over the acceleration of gravity: force s^2 / length, rotational ones force s^2 length. Derived
-// masses are stored per translation alone.
-void ConvertMasses(std::vector<jxNdLoad>& derived, std::vector<jxNdLoad>& additional, ConversionFactors f)
+template <class Record>
+void ConvertNumbers(double* numbers, int count, const Measure& measure, const Record& record, ConversionFactors f)
 {
-    for (jxNdLoad& mass : derived)
-        mass.value *= f[kForce] / f[kLength];
-    for (jxNdLoad& mass : additional)
-        mass.value *= mass.dof <= kZ ? f[kForce] / f[kLength] : f[kForce] * f[kLength];
+    if (measure.rule == UnitRule::Plain)
+        return;
+    if (measure.rule == UnitRule::Same) {
+        const UnitFactor factor(measure.units[0], f);
+        for (int i = 0; i < count; ++i)
+            factor.Convert(numbers[i]);
+        return;
+    }
+    for (int i = 0; i < count; ++i)
+        UnitFactor(UnitOf(measure, record, i), f).Convert(numbers[i]);
 }
 
-}  // namespace
-
-void ConvertCoordinates(jxPoint& point, ConversionFactors f)
-{
-    point.x *= f[kLength];
-    point.y *= f[kLength];
-    point.z *= f[kLength];
-}
-
-void ConvertListText(CString& text, ConversionFactors f)
+// Distances of grid lines: rebuilt with three decimals. A text that is no list stays as it is.
+void ConvertListText(CString& text, const UnitFactor& factor)
 {
     std::vector<int> counts;
     std::vector<double> values;
@@ -84,136 +126,79 @@ void ConvertListText(CString& text, ConversionFactors f)
             rebuilt += L",";
         if (counts[i] > 0)
             rebuilt.AppendFormat(L"%d@", counts[i]);
-        rebuilt.AppendFormat(L"%.3f", values[i] * f[kLength]);
+        factor.Convert(values[i]);
+        rebuilt.AppendFormat(L"%.3f", values[i]);
     }
     text = rebuilt;
 }
 
-void ConvertRecord(jxMat& material, ConversionFactors f)
+template <Described Value>
+void ConvertRecord(Value& value, const Measure& ofTheList, ConversionFactors f);
+
+double* FirstNumber(double& number)
 {
-    material.E *= f[kModulus];
-    material.fc *= f[kModulus];
-    material.fy *= f[kModulus];
-    material.fys *= f[kModulus];
-    material.Wc *= f[kWeightDensity];
-    material.Tc /= f[kTemperature];  // per degree: a larger degree makes a larger coefficient
+    return &number;
+}
+template <class Element, std::size_t N>
+double* FirstNumber(Element (&numbers)[N])
+{
+    return FirstNumber(numbers[0]);
 }
 
-void ConvertRecord(jxSect& section, ConversionFactors f)
+// The value of one field: numbers by the measure of the field, records by their own fields. What holds neither has no
+// unit.
+template <class Value, class Record>
+void ConvertValue(Value& value, const Measure& measure, const Record& record, ConversionFactors f)
 {
-    const double area = Power(f[kDimension], 2);
-    const double inertia = Power(f[kDimension], 4);
-    section.A *= area;
-    section.Ay *= area;
-    section.Az *= area;
-    section.Iz *= inertia;
-    section.Iy *= inertia;
-    section.J *= inertia;
-    section.Cw *= Power(f[kDimension], 6);
-    for (double& dimension : section.dim)
-        dimension *= f[kDimension];
+    using Number = std::remove_all_extents_t<Value>;
+    using Element = typename ElementOf<Value>::Type;
+    if constexpr (std::is_same_v<Number, double>) {
+        ConvertNumbers(FirstNumber(value), sizeof(Value) / sizeof(double), measure, record, f);
+    } else if constexpr (std::is_same_v<Value, std::vector<double>>) {
+        ConvertNumbers(value.data(), static_cast<int>(value.size()), measure, record, f);
+    } else if constexpr (std::is_same_v<Value, CString>) {
+        if (measure.rule == UnitRule::ListText)
+            ConvertListText(value, UnitFactor(measure.units[0], f));
+    } else if constexpr (Described<Value>) {
+        ConvertRecord(value, measure, f);
+    } else if constexpr (Described<Element> || std::is_same_v<Number, CString>) {
+        for (auto& element : value)
+            ConvertValue(element, measure, record, f);
+    } else {
+        assert(measure.rule == UnitRule::Plain && "only numbers, grid lists and records are converted");
+    }
 }
 
-// The energy of a spring is k u v / 2: force per translation, moment per rotation, and force per rotation (which is
-// moment per translation) where the two meet.
-void ConvertRecord(jxCoupledSpring& spring, ConversionFactors f)
+template <Described Value>
+void ConvertRecord(Value& value, const Measure& ofTheList, ConversionFactors f)
 {
-    double* term = spring.k;
-    for (int row = kX; row < kDofCount; ++row)
-        for (int column = row; column < kDofCount; ++column) {
-            const bool bRowTranslates = row <= kZ;
-            const bool bColumnTranslates = column <= kZ;
-            if (bRowTranslates != bColumnTranslates)
-                *term *= f[kForce] / f[kRotationalDisplacement];
-            else
-                *term *= f[bRowTranslates ? kNodalTranslationalSpring : kNodalRotationalSpring];
-            ++term;
-        }
+    ForEachField(FieldsOf<Value>::list, [&](const auto& field) {
+        const Measure& measure = field.rule.measure;
+        ConvertValue(value.*field.member, measure.rule == UnitRule::OfTheList ? ofTheList : measure, value, f);
+    });
 }
 
-void ConvertRecord(jxBmRcCrit& criterion, ConversionFactors f)
+// Displacements by equation. A run converts back after its solves: by then each load vector has become the displacements
+// it causes.
+void ConvertDisplacements(std::vector<double128>& byEquation, const std::vector<int> (&idTable)[6], ConversionFactors f)
 {
-    criterion.topCover *= f[kDimension];
-    criterion.bottomCover *= f[kDimension];
+    for (int dof = 0; dof < kDofCount; ++dof) {
+        const double128 factor = f[dof <= kZ ? kTranslationalDisplacement : kRotationalDisplacement];
+        for (const int equation : idTable[dof])
+            if (equation > 0 && static_cast<std::size_t>(equation) < byEquation.size())
+                byEquation[static_cast<std::size_t>(equation)] *= factor;
+    }
 }
 
-void ConvertRecord(jxColRcCrit& criterion, ConversionFactors f)
-{
-    criterion.lu3 *= f[kLength];
-    criterion.lu2 *= f[kLength];
-    criterion.cover *= f[kDimension];
-}
-
-void ConvertRecord(jxPlateRcCrit& criterion, ConversionFactors f)
-{
-    criterion.topCoverX *= f[kDimension];
-    criterion.topCoverY *= f[kDimension];
-    criterion.bottomCoverX *= f[kDimension];
-    criterion.bottomCoverY *= f[kDimension];
-}
-
-void ConvertRecord(jxSteelCrit& criterion, ConversionFactors f)
-{
-    criterion.L3 *= f[kLength];
-    criterion.L2 *= f[kLength];
-    criterion.Lz *= f[kLength];
-    criterion.Lb *= f[kLength];
-}
-
+}  // namespace
 }  // namespace qvx
 
 void CjxStruct::ConvertUnits(const jxUnit& from, const jxUnit& to)
 {
     double f[kQuantityCount];
     GetConversionFactors(f, from, to);
-
-    // Drawing grid and settings
-    qvx::ConvertCoordinates(origin, f);
-    for (CString& list : gridLists)
-        qvx::ConvertListText(list, f);
-    qvx::ConvertNodes(gridNodes, f);
-    mergeTolerance *= f[kLength];
-
-    // Properties and criteria
-    qvx::ConvertAll(materials, f);
-    qvx::ConvertAll(sections, f);
-    for (jxThick& thickness : thicknesses)
-        thickness.t *= f[kDimension];
-    for (jxThick& length : namedLengths)
-        length.t *= f[kLength];
-    qvx::ConvertSupports(supports, f);
-    qvx::ConvertAll(beamRcCriteria, f);
-    qvx::ConvertAll(columnRcCriteria, f);
-    qvx::ConvertAll(plateRcCriteria, f);
-    design.connectorDistance *= f[kLength];
-    qvx::ConvertAll(steelCriteria, f);
-
-    // Nodes, members, springs
-    qvx::ConvertNodes(nodes, f);
-    for (jxBm& beam : beams)
-        beam.axialForce *= f[kForce];
-    qvx::ConvertNodalSprings(nodalSprings, f);
-    qvx::ConvertAll(coupledSprings, f);
-    qvx::ConvertElementSprings(beamSprings, f[kLineTranslationalSpring]);
-    qvx::ConvertElementSprings(shell3Springs, f[kSurfaceTranslationalSpring]);
-    qvx::ConvertElementSprings(shell4Springs, f[kSurfaceTranslationalSpring]);
-
-    // Loads and masses; spectra are in g over seconds or hertz
-    for (jxCaseLoad& loads : caseLoads)
-        qvx::ConvertLoads(loads, f);
-    qvx::ConvertMasses(derivedMasses, additionalMasses, f);
-    mesh.size *= f[kLength];
-
-    // Results
-    for (jxCombResult& result : combResults)
-        qvx::ConvertResults(result, f);
-    for (jxMaxBmVMD& envelope : concreteEnvelope)
-        qvx::ConvertResults(envelope, f);
-    for (jxWoodArmer& moments : woodArmer)
-        qvx::ConvertResults(moments, f);
-    for (jxResponseSpectrumResult& mode : spectrumResults)
-        qvx::ConvertResults(mode, f);
-    qvx::ConvertResults(modalResult, f);
+    qvx::ForEachField(qvx::kConverted,
+                      [&](const auto& field) { qvx::ConvertValue(this->*field.member, field.rule.measure, *this, f); });
     for (std::vector<qvx::double128>& vector : loadVectors)
         qvx::ConvertDisplacements(vector, idTable, f);
 }

@@ -44,6 +44,20 @@ TEST(JsonWriter, LaysOutLinesAndNestedLines)
     EXPECT_EQ(text, "{\n \"id\": 7,\n \"rows\": [\n  [0.5, -3],\n  [0.5, -3]\n ],\n \"empty\": []\n}\n");
 }
 
+TEST(JsonWriter, BreaksNoLineWithinALine)
+{
+    const std::string text = Written([](JsonWriter& out) {
+        out.BeginObject(Layout::Line);
+        out.Key("rows");
+        out.BeginArray(Layout::Lines);
+        out.Number(1);
+        out.Number(2);
+        out.EndArray();
+        out.EndObject();
+    });
+    EXPECT_EQ(text, "{\"rows\": [1, 2]}\n");
+}
+
 TEST(JsonWriter, TextComesBackWhateverItsCharacters)
 {
     const std::wstring wide = L"a\"b\\c\nd\te\x01\x1f \u00e9 \u6881 \U0001F3D7";

@@ -83,6 +83,10 @@ TEST_F(ModelFileError, WrongValuesAreToldByTheirPath)
         {R"("nodes": [{"id": 1, "id": 2}])", "nodes[0].id: the key stands twice in one object"},
         {R"("nodes": [], "nodes": [])", "nodes: the key stands twice in the file"},
         {R"("nodes": [{"id": 4}, {"id": 3}, {"id": 4}])", "nodes[2].id: the id 4 is taken already"},
+        // Of several ids taken twice, the record that comes first in the file is named.
+        {R"("nodes": [{"id": 3}, {"id": 5}, {"id": 5}, {"id": 3}])", "nodes[2].id: the id 5 is taken already"},
+        {R"("nodes": [{"id": 5}, {"id": 3}, {"id": 3}, {"id": 5}])", "nodes[2].id: the id 3 is taken already"},
+        {R"("nodes": [{"id": 7}, {"id": 7}, {"id": 7}])", "nodes[1].id: the id 7 is taken already"},
         {R"("loadCases": [{"id": 1}, {"id": 1}])", "loadCases[1].id: the id 1 is taken already"},
         {R"("nodes": [{"id": 1}], "supports": [{"id": 1, "flag": "11111"}])",
          "supports[0].flag: expected 6 letters of \"012\""},

@@ -87,6 +87,17 @@ TEST_F(ResultsFile, TellsTheCourseOfEachCombination)
     EXPECT_TRUE(second["displacements"].empty());
 }
 
+// What the iteration limit cut off is a result, but an unproven one.
+TEST_F(ResultsFile, AnIterationAtItsLimitIsSolvedAndNotConverged)
+{
+    model_.combOutcomes[0].end = CombEnd::Limit;
+    const json first = json::parse(WriteResultsText(model_))["combinations"][0];
+    EXPECT_EQ(first["solved"], true);
+    EXPECT_EQ(first["converged"], false);
+    EXPECT_EQ(first["course"], "stopped at maximum iterations");
+    EXPECT_FALSE(first.contains("failure"));
+}
+
 TEST_F(ResultsFile, WritesMemberShellAndBrickRecords)
 {
     jxCombResult& result = model_.combResults[0];

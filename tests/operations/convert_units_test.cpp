@@ -60,6 +60,8 @@ public:
         FillShells("combResults.", model.combResults[0]);
         FillEnvelopes();
         FillModes();
+        FillConcreteDesign();
+        FillSteelDesign();
         GiveDistinctValues();
     }
 
@@ -363,6 +365,60 @@ private:
                    f[kTranslationalDisplacement], f[kRotationalDisplacement]);
             AddSix("jxResponseSpectrumResult.forces", One(mode.forces[direction]).value, f[kForce], f[kMoment]);
         }
+    }
+
+    void FillConcreteDesign()
+    {
+        const double area = f[kReinforcementArea];
+        jxBmRcStation& beam = One(One(model.concreteBeams).stations);
+        Add("concreteBeams.distance", beam.distance, 1);
+        Add("concreteBeams.momentNeg", beam.momentNeg, f[kMoment]);
+        Add("concreteBeams.momentPos", beam.momentPos, f[kMoment]);
+        Add("concreteBeams.asTop", beam.asTop, area);
+        Add("concreteBeams.asBottom", beam.asBottom, area);
+        jxColRcResult& column = One(model.concreteColumns);
+        Add("concreteColumns.P", column.P, f[kForce]);
+        Add("concreteColumns.M3", column.M3, f[kMoment]);
+        Add("concreteColumns.M2", column.M2, f[kMoment]);
+        for (double* ratio :
+             {&column.ratio, &column.distance, &column.delta3, &column.delta2, &column.betaD, &column.Cm3, &column.Cm2})
+            Add("concreteColumns.ratios", *ratio, 1);
+        jxRcShearStation& shear = One(One(model.concreteShear).stations);
+        Add("concreteShear.distance", shear.distance, 1);
+        Add("concreteShear.spacing", shear.spacing, f[kDimension]);
+        Add("concreteShear.reqAv", shear.reqAv, area / f[kDimension]);
+        Add("concreteShear.V", shear.V, f[kForce]);
+        Add("concreteShear.N", shear.N, f[kForce]);
+        Add("concreteShear.comb", shear.comb, 1);
+        Add("concreteShear.reserved", shear.reserved, 1);
+        for (auto& location : One(model.concretePlates).as)
+            Add("concretePlates.as", location, area / f[kDimension]);
+    }
+
+    void FillSteelDesign()
+    {
+        jxSteelResult& member = One(model.steelResults);
+        for (double* length : {&member.length, &member.connectorDistance, &member.Lb})
+            Add("steel.lengths", *length, f[kLength]);
+        Add("steel.Lu", member.Lu, f[kLength]);
+        Add("steel.fy", member.fy, f[kModulus]);
+        Add("steel.K", member.K, 1);
+        for (double* ratio : {&member.Cb, &member.totalLoadDeflectionRatio, &member.liveLoadDeflectionRatio})
+            Add("steel.ratios", *ratio, 1);
+        jxSteelSectionResult& section = One(member.sections);
+        for (double* force : {&section.P, &section.V2, &section.V3})
+            Add("steel.sections.forces", *force, f[kForce]);
+        for (double* moment : {&section.M3, &section.M2})
+            Add("steel.sections.moments", *moment, f[kMoment]);
+        for (double* deflection : {&section.Dy, &section.Dz, &section.limitTotal, &section.limitLive})
+            Add("steel.sections.deflections", *deflection, f[kTranslationalDisplacement]);
+        for (double* ratio : {&section.ratio, &section.distance, &section.Cm3, &section.Cm2, &section.Cb,
+                              &section.deflectionRatioTotal, &section.deflectionRatioLive})
+            Add("steel.sections.ratios", *ratio, 1);
+        // Pc, Mc3, Mc2, Vc2, Vc3, KL/r, interaction, shear
+        const double factors[8] = {f[kForce], f[kMoment], f[kMoment], f[kForce], f[kForce], 1, 1, 1};
+        for (std::size_t i = 0; i < 8; ++i)
+            Add("steel.sections.results", section.results[i], factors[i]);
     }
 
     void GiveDistinctValues()
