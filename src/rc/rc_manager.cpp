@@ -1,79 +1,90 @@
 #include "rc/rc_manager.h"
 
-#include <optional>
+#include <algorithm>
+#include <fstream>
+#include <iterator>
 #include <string>
+#include <utility>
 
-#include "model/records/text_fields.h"
 #include "platform/cstring.h"
-#include "platform/ini_file.h"
 #include "platform/wide_path.h"
-#include "tools/list_text.h"
+#include "rc/bar_file.h"
+#include "tools/parallel.h"
 
-namespace {
-
-using qvx::CompareNoCase;
-using qvx::IniEntry;
-using qvx::IniSection;
-
-constexpr const wchar_t* kHeadSection = L"RcSections";
-
-// "size = diameter, area"; nothing when it is not that.
-std::optional<jxBar> ReadBar(const IniEntry& entry)
+void CjxRcManager::SetCallbacks(Message status, ListMessage list)
 {
-    std::vector<int> counts;
-    std::vector<double> numbers;
-    if (!ParseList(counts, numbers, entry.value.c_str()) || numbers.size() != 2 || !(numbers[0] > 0) ||
-        !(numbers[1] > 0))
-        return std::nullopt;
-    jxBar bar;
-    SetText(bar.size, entry.key);
-    bar.diameter = numbers[0];
-    bar.area = numbers[1];
-    return bar;
+    status_ = std::move(status);
+    list_ = std::move(list);
 }
 
-std::optional<jxBarDatabase> ReadDatabase(const IniSection& section)
+void CjxRcManager::SetSolverSteps(int angleSteps, int upperSteps, int lowerSteps)
 {
-    jxBarDatabase database;
-    database.name = section.name;
-    for (const IniEntry& entry : section.entries) {
-        if (CompareNoCase(entry.key.c_str(), L"unit") == 0) {
-            database.unit = entry.value;
+    rules_.steps[0] = angleSteps;
+    rules_.steps[1] = upperSteps;
+    rules_.steps[2] = lowerSteps;
+}
+
+void CjxRcManager::SetCurrentBarDatabase(int current, const std::vector<jxBarDatabase>& databases)
+{
+    bars_ = databases.at(static_cast<std::size_t>(current));
+}
+
+void CjxRcManager::TakeBarAreas()
+{
+    for (jxConcreteSection& section : sections_) {
+        const auto bar = std::find_if(bars_.bars.begin(), bars_.bars.end(),
+                                      [&](const jxBar& b) { return b.size == section.barSize; });
+        if (bar == bars_.bars.end())
             continue;
-        }
-        const std::optional<jxBar> bar = ReadBar(entry);
-        if (!bar)
-            return std::nullopt;
-        database.bars.push_back(*bar);
+        section.barArea = bar->area;
+        section.steelArea = section.barCount * bar->area;
     }
-    const bool isKnownUnit = database.unit == L"in" || database.unit == L"mm";
-    return isKnownUnit && !database.bars.empty() ? std::optional(database) : std::nullopt;
 }
 
-}  // namespace
+void CjxRcManager::Execute()
+{
+    const auto told = [&](const wchar_t* outcome) {
+        if (list_)
+            list_(L"FORMING COLUMN INTERACTION SURFACES", outcome);
+    };
+    told(L"...");
+    TakeBarAreas();
+    surfaces_.assign(sections_.size(), {});
+    // Short batches: a wish to stop is heard within a fraction of a second.
+    constexpr std::size_t kBatch = 256;
+    for (std::size_t first = 0; first < sections_.size(); first += kBatch) {
+        const std::size_t last = std::min(first + kBatch, sections_.size());
+        if (status_) {
+            CString text;
+            text.Format(L"Interaction surface %d of %d", static_cast<int>(first + 1),
+                        static_cast<int>(sections_.size()));
+            status_(text);
+        }
+        const qvx::ParallelFault fault = qvx::ForEachInParallel(first, last, threads_, [&](std::size_t i) {
+            surfaces_[i] = qvx::InteractionSurface(sections_[i], rules_);
+        });
+        if (fault)
+            std::rethrow_exception(fault.what);
+    }
+    told(L"OK");
+}
+
+bool CjxRcManager::CheckCapacity(double& ratio, const std::vector<P_M_Int>& surface, const jxSectionLoad& load)
+{
+    ratio = qvx::CapacityRatio(surface, load);
+    return ratio <= 1;
+}
 
 bool CjxRcManager::bLoadBarDatabase(std::vector<jxBarDatabase>& databases, int& current, const wchar_t* path)
 {
-    const auto sections = qvx::ReadIniFile(qvx::PathOf(path));
-    if (!sections)
+    std::ifstream file(qvx::PathOf(path), std::ios::binary);
+    if (!file)
         return false;
-    const IniSection* head = qvx::FindSection(*sections, kHeadSection);
-    const std::wstring* named = head == nullptr ? nullptr : head->Find(L"current");
-    std::vector<jxBarDatabase> read;
-    int index = 0;
-    for (const IniSection& section : *sections) {
-        if (&section == head)
-            continue;
-        const std::optional<jxBarDatabase> database = ReadDatabase(section);
-        if (!database)
-            return false;
-        if (named != nullptr && CompareNoCase(named->c_str(), section.name.c_str()) == 0)
-            index = static_cast<int>(read.size());
-        read.push_back(*database);
-    }
-    if (read.empty())
+    const std::string text{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+    std::optional<qvx::BarTables> tables = file.bad() ? std::nullopt : qvx::ReadBarTables(text);
+    if (!tables)
         return false;
-    databases = std::move(read);
-    current = index;
+    databases = std::move(tables->databases);
+    current = tables->current;
     return true;
 }

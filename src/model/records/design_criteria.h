@@ -10,16 +10,15 @@
 /// One reinforcing bar of a database, named by its size ("#5", "16").
 struct jxBar
 {
-    wchar_t size[32] = {};
-    double diameter = 0;  ///< in the unit of its database
-    double area = 0;      ///< in the square of that unit
+    int size = 0;         ///< size id, as it is called: 8 for a No. 8, 25 for a 25M
+    double diameter = 0;  ///< [in]
+    double area = 0;      ///< [in^2]
 };
 
-/// A table of reinforcing bars.
+/// A table of reinforcing bars, ascending by size. Always in inches, whatever the units of the model.
 struct jxBarDatabase
 {
     std::wstring name;
-    std::wstring unit = L"in";  ///< "in" or "mm"
     std::vector<jxBar> bars;
 };
 

@@ -1,0 +1,10 @@
+#pragma once
+
+#include <string_view>
+
+namespace qvx {
+
+/// Text of data/RcSections.ini, compiled in.
+std::string_view BuiltInBarFile();
+
+}  // namespace qvx

@@ -1,0 +1,150 @@
+#include <algorithm>
+#include <array>
+#include <cassert>
+#include <cmath>
+#include <optional>
+
+#include "rc/interaction_surface.h"
+
+namespace qvx {
+namespace {
+
+using Vector = std::array<double, 3>;  // P, M3, M2
+
+Vector VectorOf(const P_M_Point& p)
+{
+    return {p.P, p.M3, p.M2};
+}
+
+double Dot(const Vector& a, const Vector& b)
+{
+    return a[0] * b[0] + a[1] * b[1] + a[2] * b[2];
+}
+
+Vector Cross(const Vector& a, const Vector& b)
+{
+    return {a[1] * b[2] - a[2] * b[1], a[2] * b[0] - a[0] * b[2], a[0] * b[1] - a[1] * b[0]};
+}
+
+/// How many times the ray reaches the triangle A, B, C; nothing when it passes beside it or runs the other way.
+///
+/// wA A + wB B + wC C = V ray for the triple products wA = ray (B x C) and so on and V = A (B x C): the weights of the
+/// corners but for their sum, whatever the scales of force and moment.
+std::optional<double> Reach(const Vector& ray, const Vector& A, const Vector& B, const Vector& C)
+{
+    constexpr double kInside = -1e-9;  // of the sum: on an edge, but for rounding
+    const Vector BxC = Cross(B, C);
+    const double weights[3] = {Dot(ray, BxC), Dot(ray, Cross(C, A)), Dot(ray, Cross(A, B))};
+    const double sum = weights[0] + weights[1] + weights[2];
+    if (sum ==
+        0)  // along the plane of the triangle, or no triangle: the curves meet where tension or compression is pure
+        return std::nullopt;
+    for (const double weight : weights)
+        if (!(weight / sum >= kInside))
+            return std::nullopt;
+    const double reach = Dot(A, BxC) / sum;
+    return reach > 0 ? std::optional(reach) : std::nullopt;
+}
+
+/// The two curves of a strip of patches.
+struct Strip
+{
+    const std::vector<P_M_Point>& left;
+    const std::vector<P_M_Point>& right;
+
+    std::size_t PatchCount() const { return left.size() - 1; }
+};
+
+std::optional<double> ReachOfPatch(const Vector& ray, const Strip& strip, std::size_t i)
+{
+    const std::array<Vector, 4> corners = {VectorOf(strip.left[i]), VectorOf(strip.right[i]),
+                                           VectorOf(strip.right[i + 1]), VectorOf(strip.left[i + 1])};
+    Vector mean{};
+    for (const Vector& corner : corners)
+        for (std::size_t j = 0; j < 3; ++j)
+            mean[j] += corner[j] / 4;
+    for (std::size_t j = 0; j < 4; ++j)
+        if (const auto reach = Reach(ray, corners[j], corners[(j + 1) % 4], mean))
+            return reach;
+    return std::nullopt;
+}
+
+bool IsIn(const Vector& unitRay, const RayCone& cone)
+{
+    return unitRay[0] * cone.axis[0] + unitRay[1] * cone.axis[1] + unitRay[2] * cone.axis[2] >= cone.leastCosine;
+}
+
+/// Cone of the patches `first` to `last` of a strip. The mean of four corners lies in every cone that holds them.
+RayCone ConeOf(const Strip& strip, std::size_t first, std::size_t last)
+{
+    constexpr double kSlack = 1e-7;  // far above rounding and the tolerance of a triangle's edges
+    std::vector<Vector> directions;
+    Vector axis{};
+    for (std::size_t i = first; i <= last; ++i)
+        for (const std::vector<P_M_Point>* curve : {&strip.left, &strip.right}) {
+            Vector direction = VectorOf((*curve)[i]);
+            const double length = std::sqrt(Dot(direction, direction));
+            if (!(length > 0))
+                return {};
+            for (std::size_t j = 0; j < 3; ++j) {
+                direction[j] /= length;
+                axis[j] += direction[j];
+            }
+            directions.push_back(direction);
+        }
+    const double length = std::sqrt(Dot(axis, axis));
+    double cosine = 1;
+    for (const Vector& direction : directions)
+        cosine = std::min(cosine, Dot(direction, axis) / length);
+    if (!(cosine > kSlack))  // wider than a half space: not a cone that tells anything
+        return {};
+    RayCone cone{.leastCosine = cosine - kSlack};
+    for (std::size_t j = 0; j < 3; ++j)
+        cone.axis[j] = axis[j] / length;
+    return cone;
+}
+
+std::optional<double> ReachOfStrip(const Vector& ray, const Vector& unitRay, const Strip& strip,
+                                   const std::vector<RayCone>& cones)
+{
+    const std::size_t patches = strip.PatchCount();
+    for (std::size_t first = 0; first < patches; first += kPatchesPerCone) {
+        const std::size_t group = first / kPatchesPerCone;
+        if (group < cones.size() && !IsIn(unitRay, cones[group]))
+            continue;
+        for (std::size_t i = first; i < std::min(first + kPatchesPerCone, patches); ++i)
+            if (const auto reach = ReachOfPatch(ray, strip, i))
+                return reach;
+    }
+    return std::nullopt;
+}
+
+}  // namespace
+
+void FormCones(std::vector<P_M_Int>& curves)
+{
+    for (std::size_t k = 0; k < curves.size(); ++k) {
+        const Strip strip{curves[k].points, curves[(k + 1) % curves.size()].points};
+        curves[k].cones.clear();
+        for (std::size_t first = 0; first < strip.PatchCount(); first += kPatchesPerCone)
+            curves[k].cones.push_back(ConeOf(strip, first, std::min(first + kPatchesPerCone, strip.PatchCount())));
+    }
+}
+
+double CapacityRatio(const std::vector<P_M_Int>& curves, const jxSectionLoad& load)
+{
+    const Vector ray = {load.P, load.M3, load.M2};
+    const double length = std::sqrt(Dot(ray, ray));
+    if (length == 0)
+        return 0;
+    const Vector unitRay = {ray[0] / length, ray[1] / length, ray[2] / length};
+    for (std::size_t k = 0; k < curves.size(); ++k) {
+        const Strip strip{curves[k].points, curves[(k + 1) % curves.size()].points};
+        assert(strip.left.size() == strip.right.size() && strip.left.size() > 1);
+        if (const auto reach = ReachOfStrip(ray, unitRay, strip, curves[k].cones))
+            return load.P > 0 ? std::max(1 / *reach, load.P / curves[k].cap) : 1 / *reach;
+    }
+    return kNoCapacity;
+}
+
+}  // namespace qvx
