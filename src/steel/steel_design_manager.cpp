@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 
+#include "steel/aisc_design.h"
 #include "steel/shape_table_reader.h"
 
 namespace {
@@ -98,4 +99,16 @@ void CSteelDesignManager::GenerateSections(std::vector<jxSect_AISC>& out, const 
             out.push_back(shape);
     }
     std::sort(out.begin(), out.end(), IsLighter);
+}
+
+CAiscDesign* CSteelDesignManager::CreateAiscDesign(int code, const wchar_t* name) const
+{
+    const jxSect_AISC* shape = Find(name);
+    const bool isKnown = code >= qvx::kAisc05 && code <= qvx::kAisc16;
+    return shape != nullptr && isKnown ? new CAiscDesign(code, *shape) : nullptr;
+}
+
+void CSteelDesignManager::DeleteAiscDesign(CAiscDesign* design) const
+{
+    delete design;
 }

@@ -6,6 +6,8 @@
 #include "platform/export.h"
 #include "steel/jx_sect_aisc.h"
 
+class CAiscDesign;
+
 /// Table of rolled steel shapes of the process; it stands compiled into the library and is read on first use.
 /// Labels and families are looked up without regard to case and outer blanks.
 class QVXFEM_API CSteelDesignManager
@@ -24,6 +26,11 @@ public:
     ///                "HSS_ROUND", "PIPE"), "HSS" for its three kinds, or a label or its start up to an "X": "W14",
     ///                "HSS8X8", "2L4X3-1/2X3/8"
     void GenerateSections(std::vector<jxSect_AISC>& out, const CString& family) const;
+    /// Check of a shape; the caller returns it to DeleteAiscDesign.
+    /// @param code  steelCode: 0 AISC 360-05, 1 360-10, 2 360-16
+    /// @return      null for a code or a name that does not exist
+    CAiscDesign* CreateAiscDesign(int code, const wchar_t* name) const;
+    void DeleteAiscDesign(CAiscDesign* design) const;
     /// All shapes in the order of the table.
     const std::vector<jxSect_AISC>& Shapes() const { return shapes_; }
 
