@@ -90,7 +90,7 @@ void Factorize(benchmark::State& state, int n, int band)
 {
     const double tolerance = std::same_as<Real, double> ? 1e-14 : 1e-30;
     MeasureFactorization<double128, Real>(state, n, band, tolerance, [](BandMatrix<Real>& k) {
-        FactorizeSkyline(k.a.data(), k.maxa.data(), k.n, false, [](int) {});
+        FactorizeSkyline(k.a.data(), k.maxa.data(), k.n, Pivots::Positive, [](int) {});
     });
 }
 
@@ -108,7 +108,7 @@ void Substitute(benchmark::State& state, int n, int band)
 {
     BandMatrix<Real> matrix(n, band);
     BandMatrix<Real> factors = matrix;
-    FactorizeSkyline(factors.a.data(), factors.maxa.data(), n, false, [](int) {});
+    FactorizeSkyline(factors.a.data(), factors.maxa.data(), n, Pivots::Positive, [](int) {});
     std::vector<double128> x(static_cast<std::size_t>(n) + 1), load(x.size()), v;
     for (std::size_t i = 1; i < x.size(); ++i)
         x[i] = double128(static_cast<double>(i % 17) - 8);

@@ -8,7 +8,7 @@
 #include "elements/member/beam_group.h"
 #include "elements/shell/shell4_group.h"
 #include "platform/host_services.h"
-#include "solver/sparse_system.h"
+#include "solver/sparse_stages.h"
 #include "sparse/direct_solver.h"
 
 namespace qvx::bench {
@@ -55,7 +55,7 @@ struct AssembledModel
     CjxShell4Group shells{&model};
     CjxBrickGroup bricks{&model};
     jxSolutionData data;
-    SparseSystem system{model, data};
+    SparseStages system{model.Context(), data};
 
 private:
     int nTerms_ = 0;

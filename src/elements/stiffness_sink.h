@@ -4,11 +4,14 @@
 #include <cassert>
 #include <cstddef>
 #include <span>
+#include <type_traits>
 #include <vector>
 
 #include "model/jx_struct.h"
+#include "model/number_type.h"
 #include "model/solution_data.h"
 #include "quad/double128.h"
+#include "skyline/skyline_store.h"
 
 namespace qvx {
 
@@ -51,26 +54,10 @@ public:
         return terms_[At(maxa_[At(column)] + column - row)];
     }
 
-    /// product += K v with K symmetric, in double128; vectors by equation from 1, slot 0 unused. Columns in whose rows v
-    /// is zero are not looked at.
+    /// product += K v; vectors by equation from 1.
     void AddProduct(const std::vector<double128>& v, std::vector<double128>& product) const
     {
-        assert(v.size() == product.size() && v.size() <= maxa_.size() && "both by equation");
-        int lastNonzero = 0;
-        for (int column = 1; column < static_cast<int>(v.size()); ++column) {
-            const int diagonal = maxa_[At(column)];
-            const int top = column - (maxa_[At(column) + 1] - diagonal) + 1;
-            if (!(v[At(column)] == double128(0)))
-                lastNonzero = column;
-            if (lastNonzero < top)
-                continue;
-            for (int row = top; row < column; ++row) {
-                const double128 term(Term(row, column));
-                product[At(row)] += term * v[At(column)];
-                product[At(column)] += term * v[At(row)];
-            }
-            product[At(column)] += double128(Diagonal(column)) * v[At(column)];
-        }
+        SkylineStore<Store>(maxa_, terms_).AddProduct(v, product);
     }
 
 private:
@@ -102,17 +89,7 @@ public:
     /// product += K v; vectors by equation from 1.
     void AddProduct(const std::vector<double128>& v, std::vector<double128>& product) const
     {
-        assert(v.size() == product.size() && "both by equation");
-        const std::vector<int>& rowStart = store_.RowStart();
-        for (std::size_t row = 1; row < v.size(); ++row) {
-            for (int at = rowStart[row - 1] - 1; at < rowStart[row] - 1; ++at) {
-                const double128 term = store_.Value()[static_cast<std::size_t>(at)];
-                const auto column = static_cast<std::size_t>(store_.Column()[static_cast<std::size_t>(at)]);
-                product[row] += term * v[column];
-                if (column != row)
-                    product[column] += term * v[row];
-            }
-        }
+        store_.AddProduct(v, product);
     }
 
     /// The terms of a whole element, n x n row-major, by its location row (slots 1 to n).
@@ -127,6 +104,26 @@ private:
     SparseStiffness& store_;
 };
 
+/// Terms of the skyline in a number type, by address.
+template <Number Store>
+std::vector<Store>& TermsOfSkyline(jxSolutionData& data)
+{
+    if constexpr (std::is_same_v<Store, double>)
+        return data.K;
+    else
+        return data.KQ;
+}
+
+/// Diagonals from before the factorization, by equation; empty in a sparse run, whose solver keeps the factor to itself.
+template <Number Store>
+std::vector<Store>& DiagonalsOfSkyline(jxSolutionData& data)
+{
+    if constexpr (std::is_same_v<Store, double>)
+        return data.origDiag;
+    else
+        return data.origDiagQ;
+}
+
 /// Calls use(sink) with the store into which a run of this solver type assembles: the one place that picks it.
 ///
 /// Solver type 2 assembles sparse, unless bForceSkyline keeps it on the skyline; then, as with solver type 1, the terms
@@ -135,11 +132,11 @@ template <class Use>
 void WithStiffnessSink(jxSolutionData& data, int solverType, Use&& use)
 {
     if (solverType == DoubleSparse && data.bForceSkyline == 0)
-        use(SparseSink(data.sparseK));
-    else if (solverType == DoubleSkyline)
-        use(SkylineSink<double>(data.maxa, data.K));
-    else
-        use(SkylineSink<double128>(data.maxa, data.KQ));
+        return use(SparseSink(data.sparseK));
+    WithSkylineNumber(solverType, [&](auto tag) {
+        using Store = typename decltype(tag)::Real;
+        use(SkylineSink<Store>(data.maxa, TermsOfSkyline<Store>(data)));
+    });
 }
 
 }  // namespace qvx

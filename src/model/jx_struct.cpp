@@ -1,5 +1,6 @@
 #include "model/jx_struct.h"
 
+#include "model/solver_window.h"
 #include "platform/cwin_app.h"
 #include "platform/host_services.h"
 #include "rc/rc_manager.h"
@@ -29,7 +30,7 @@ bool LoadBars(std::vector<jxBarDatabase>& databases, int& current)
 
 }  // namespace
 
-CjxStruct::CjxStruct()
+CjxStruct::CjxStruct() : window_(std::make_unique<qvx::SolverWindow>())
 {
     if (AfxGetApp().GetProfileInt(L"Preferences", L"bUseZAsVertical", 0) != 0) {
         selfWeightDir = 2;

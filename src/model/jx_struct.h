@@ -1,9 +1,7 @@
 #pragma once
 
 #include <fstream>
-#include <map>
 #include <memory>
-#include <mutex>
 #include <vector>
 
 #include "model/records/comb_result.h"
@@ -30,9 +28,8 @@ class CjxBrickGroup;
 struct jxSolutionData;
 namespace qvx {
 class DirectSolver;
-class MessageRecorder;
-class StaticRun;
-struct RecordedMessage;
+class SolverWindow;
+struct RunContext;
 }  // namespace qvx
 
 /// Codes of CjxStruct::solverType.
@@ -323,6 +320,9 @@ public:
     // they are. comb is a combination index, -1 for the linear stage, which all linear combinations share. Equations,
     // load vectors and skyline arrays count from 1. Each may throw jxException "error finding <record> <id>".
 
+    /// What the driver of a run gets of the model's inside (model/run_context.h). It refers to this model: not beyond it.
+    qvx::RunContext Context();
+
     /// Positions (no, from 1) of nodes and elements in the order of their vectors; nothing is moved.
     void AutoRenumberNodesAndElements();
     /// Numbers the equations and builds location tables, column heights and diagonal addresses of data.
@@ -434,8 +434,6 @@ public:
     int pardiso_factorize(jxSolutionData& data, int n, double* a, int* ia, int* ja);
     /// Replaces the load vector by the displacements. Returns 0. After a jxException the vector is as it was.
     int pardiso_substitution(double* a, int* ia, int* ja, qvx::double128* load);
-    /// The same for several load vectors at once.
-    int pardiso_substitution_many(double* a, int* ia, int* ja, const std::vector<qvx::double128*>& loads);
     int pardiso_delete(int* ia, int* ja);        ///< frees the factor; returns 0, without one too
     CString get_pardiso_error(int error) const;  ///< text of an error number of the solver
 
@@ -454,24 +452,9 @@ protected:
 
 private:
     friend class ConvertUnitsAccess;  // tests of the conversion alone
-    friend class qvx::StaticRun;
-    friend class qvx::MessageRecorder;
 
-    bool MayPost() const { return solverWindow_ != nullptr && !bAborted_; }
-    bool Record(int kind, const wchar_t* text, const wchar_t* status);
-
-    void WaitForProgressWindow();
-    void PostFactorizationPercent(int percent, int thread);
-    bool IsToGoOn();
-    void ThrowIfAborted() const;
-
-    CWnd* solverWindow_ = nullptr;
-    int messageCounter_ = 0;
-    bool bAborted_ = false;
-    std::mutex counterLock_;
-    std::map<int, std::unique_ptr<CString>> counterStrings_;
+    std::unique_ptr<qvx::SolverWindow> window_;
     std::unique_ptr<CjxStruct> savedInput_;
-    std::vector<qvx::RecordedMessage>* recording_ = nullptr;
     void (*factorizationStarted_)(CjxStruct*) = nullptr;
     int solverThreads_ = 1;
     std::unique_ptr<qvx::DirectSolver> directSolver_;

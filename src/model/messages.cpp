@@ -2,19 +2,14 @@
 
 #include <fmt/chrono.h>
 
-#include "model/message_recorder.h"
+#include "model/jx_struct.h"
+#include "model/run_context.h"
+#include "model/solver_window.h"
 #include "platform/host_services.h"
 
 namespace {
 
-enum SolverMessage : UINT { kListLine = 1124, kStatusLine = 1126 };
-
 constexpr unsigned kYesNoQuestion = qvx::kMbSystemModal | qvx::kMbIconQuestion | qvx::kMbYesNo;
-
-WPARAM TextParameter(const CString* text)
-{
-    return reinterpret_cast<WPARAM>(text->GetString());
-}
 
 bool IsEmpty(const wchar_t* text)
 {
@@ -34,54 +29,31 @@ CString Joined(const wchar_t* text, const wchar_t* separator, const wchar_t* sta
 
 }  // namespace
 
+qvx::RunContext CjxStruct::Context()
+{
+    return {.model = *this,
+            .window = *window_,
+            .threads = solverThreads_,
+            .directSolver = directSolver_,
+            .convertUnits = [this](const jxUnit& from, const jxUnit& to) { ConvertUnits(from, to); },
+            .openProgressWindow =
+                factorizationStarted_ == nullptr ? std::function<void()>() : [this] { factorizationStarted_(this); }};
+}
+
 void CjxStruct::set_solver_wnds(CWnd* window)
 {
-    solverWindow_ = window;
-    {
-        const std::lock_guard guard(counterLock_);
-        messageCounter_ = 0;
-    }
-    bAborted_ = false;
+    window_->Attach(window);
     status_msg(L"");
 }
 
 void CjxStruct::clear_solver_wnds()
 {
-    solverWindow_ = nullptr;
-}
-
-bool CjxStruct::Record(int kind, const wchar_t* text, const wchar_t* status)
-{
-    if (recording_ == nullptr)
-        return false;
-    recording_->push_back({static_cast<qvx::RecordedMessage::Kind>(kind), text == nullptr ? L"" : text,
-                           status == nullptr ? L"" : status});
-    return true;
-}
-
-void qvx::MessageRecorder::Replay(CjxStruct& model, const std::vector<RecordedMessage>& messages)
-{
-    for (const auto& [kind, text, status] : messages) {
-        if (kind == RecordedMessage::ListLine)
-            model.list_msg(text.c_str(), status.c_str());
-        else if (kind == RecordedMessage::StatusLine)
-            model.status_msg(text.c_str());
-        else
-            model.LogLine(text.c_str());
-    }
+    window_->Detach();
 }
 
 void CjxStruct::list_msg(const wchar_t* text, const wchar_t* status)
 {
-    if (Record(qvx::RecordedMessage::ListLine, text, status))
-        return;
-    if (MayPost()) {
-        CString* line = GetNextCounterString();
-        CString* ending = GetNextCounterString();
-        *line = CString(fmt::format("[{:%H:%M:%S}] ", fmt::localtime(std::time(nullptr))).c_str()) + text;
-        *ending = CString(status);
-        solverWindow_->PostMessageW(kListLine, TextParameter(line), static_cast<LPARAM>(TextParameter(ending)));
-    }
+    window_->PostLine(text, status);
     LogLine(Joined(text, L" - ", status));
 }
 
@@ -99,24 +71,18 @@ void CjxStruct::list_msg_and_log(const wchar_t* text, const wchar_t* status)
 
 void CjxStruct::status_msg(const wchar_t* text)
 {
-    if (Record(qvx::RecordedMessage::StatusLine, text, L""))
-        return;
-    if (MayPost()) {
-        CString* line = GetNextCounterString();
-        *line = CString(text);
-        solverWindow_->PostMessageW(kStatusLine, TextParameter(line), 0);
-    }
+    window_->PostStatus(text);
     LogLine(text);
 }
 
 void CjxStruct::peek_msg()
 {
-    if (bAborted_ || !qvx::Host().IsAbortKeyDown())
+    if (window_->IsAborted() || !qvx::Host().IsAbortKeyDown())
         return;
     if (AfxMessageBox(L"Do you want to abort the solution?", kYesNoQuestion) != qvx::kIdYes)
         return;
     constexpr const wchar_t* kAborted = L"SOLUTION ABORTED!";
-    bAborted_ = true;
+    window_->Abort();
     list_msg(kAborted, L"");
     status_msg(kAborted);
     throw jxException(kAborted);
@@ -124,16 +90,12 @@ void CjxStruct::peek_msg()
 
 CString* CjxStruct::GetNextCounterString()
 {
-    const std::lock_guard guard(counterLock_);
-    std::unique_ptr<CString>& text = counterStrings_[++messageCounter_];
-    if (!text)
-        text = std::make_unique<CString>();
-    return text.get();
+    return window_->NextString();
 }
 
 void CjxStruct::ClearCounterString()
 {
-    counterStrings_.clear();
+    window_->ClearStrings();
 }
 
 std::ofstream& CjxStruct::GetFileLog()
@@ -144,8 +106,6 @@ std::ofstream& CjxStruct::GetFileLog()
 
 void CjxStruct::LogLine(const wchar_t* text)
 {
-    if (Record(qvx::RecordedMessage::LogEntry, text, L""))
-        return;
     if (fileLog.is_open())
         GetFileLog() << text << std::endl;
 }

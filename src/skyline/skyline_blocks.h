@@ -7,8 +7,8 @@ namespace qvx {
 
 /// FactorizeSkyline with given inner loops; see there.
 template <Number Real>
-unsigned FactorizeByBlocks(Real* a, const int* maxa, int nEquations, bool allowNonPositivePivot,
-                           const ColumnHook& columnHook, const TileKernels<Real>& tiles);
+unsigned FactorizeByBlocks(Real* a, const int* maxa, int nEquations, Pivots pivots, const ColumnHook& columnHook,
+                           const TileKernels<Real>& tiles);
 
 /// ReduceAndBackSubstitute with given inner loops; see there.
 template <Number Real>

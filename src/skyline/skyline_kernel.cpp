@@ -20,9 +20,9 @@ template <Number Real>
 class BlockedFactorization
 {
 public:
-    BlockedFactorization(const SkylineView<Real>& k, int nEquations, bool allowNonPositivePivot, const ColumnHook& hook,
+    BlockedFactorization(const SkylineView<Real>& k, int nEquations, Pivots pivots, const ColumnHook& hook,
                          const TileKernels<Real>& tiles)
-        : k_(k), nEquations_(nEquations), allowNonPositivePivot_(allowNonPositivePivot), hook_(hook), update_(k, tiles),
+        : k_(k), nEquations_(nEquations), pivots_(pivots), hook_(hook), update_(k, tiles),
           lastReaching_(static_cast<std::size_t>(nEquations) + 1)
     {
         FindLastReachingColumns();
@@ -83,9 +83,11 @@ private:
             if (column > 1)
                 hook_(column);
             FactorizeColumn(k_, column, firstRow);
-            const Real pivot = *k_.Diagonal(column);
+            Real& pivot = *k_.Diagonal(column);
+            if (pivots_ == Pivots::Counted && pivot == Real(0))
+                pivot = Real(kInsteadOfZero);
             if (column > 1 && pivot <= Real(0)) {
-                if (!allowNonPositivePivot_)
+                if (pivots_ == Pivots::Positive)
                     throw column;
                 result_ = 0;
             }
@@ -97,10 +99,11 @@ private:
 
     static constexpr int kSmallestPanel = 16;
     static constexpr int kLargestPanel = 128;
+    static constexpr double kInsteadOfZero = -1e-16;
 
     SkylineView<Real> k_;
     int nEquations_;
-    bool allowNonPositivePivot_;
+    Pivots pivots_;
     const ColumnHook& hook_;
     PanelUpdate<Real> update_;
     std::vector<int> lastReaching_;
@@ -110,25 +113,23 @@ private:
 }  // namespace
 
 template <Number Real>
-unsigned FactorizeByBlocks(Real* a, const int* maxa, int nEquations, bool allowNonPositivePivot,
-                           const ColumnHook& columnHook, const TileKernels<Real>& tiles)
+unsigned FactorizeByBlocks(Real* a, const int* maxa, int nEquations, Pivots pivots, const ColumnHook& columnHook,
+                           const TileKernels<Real>& tiles)
 {
-    return BlockedFactorization<Real>({a, maxa}, nEquations, allowNonPositivePivot, columnHook, tiles).Run();
+    return BlockedFactorization<Real>({a, maxa}, nEquations, pivots, columnHook, tiles).Run();
 }
 
 template <Number Real>
-unsigned FactorizeSkyline(Real* a, const int* maxa, int nEquations, bool allowNonPositivePivot,
-                          const ColumnHook& columnHook)
+unsigned FactorizeSkyline(Real* a, const int* maxa, int nEquations, Pivots pivots, const ColumnHook& columnHook)
 {
-    return FactorizeByBlocks(a, maxa, nEquations, allowNonPositivePivot, columnHook,
-                             *AvailableTileKernels<Real>().front());
+    return FactorizeByBlocks(a, maxa, nEquations, pivots, columnHook, *AvailableTileKernels<Real>().front());
 }
 
-template unsigned FactorizeByBlocks<double>(double*, const int*, int, bool, const ColumnHook&,
+template unsigned FactorizeByBlocks<double>(double*, const int*, int, Pivots, const ColumnHook&,
                                             const TileKernels<double>&);
-template unsigned FactorizeByBlocks<double128>(double128*, const int*, int, bool, const ColumnHook&,
+template unsigned FactorizeByBlocks<double128>(double128*, const int*, int, Pivots, const ColumnHook&,
                                                const TileKernels<double128>&);
-template unsigned FactorizeSkyline<double>(double*, const int*, int, bool, const ColumnHook&);
-template unsigned FactorizeSkyline<double128>(double128*, const int*, int, bool, const ColumnHook&);
+template unsigned FactorizeSkyline<double>(double*, const int*, int, Pivots, const ColumnHook&);
+template unsigned FactorizeSkyline<double128>(double128*, const int*, int, Pivots, const ColumnHook&);
 
 }  // namespace qvx

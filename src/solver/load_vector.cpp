@@ -1,16 +1,31 @@
+#include "solver/load_vector.h"
+
+#include <algorithm>
 #include <vector>
 
-#include "elements/brick/brick_group.h"
 #include "elements/combination_terms.h"
-#include "elements/member/beam_group.h"
 #include "elements/nodal_vector.h"
-#include "elements/shell/shell4_group.h"
 #include "model/find_record.h"
-#include "model/jx_struct.h"
 
 using qvx::double128;
 
 namespace {
+
+enum class LoadFamily { Nodal, Member, Shell, Brick };
+
+void AddLoads(CjxStruct& model, LoadFamily family, int comb, CjxBmGroup& bm, CjxShell4Group& sh, CjxBrickGroup& br)
+{
+    switch (family) {
+    case LoadFamily::Nodal:
+        return model.ProcessNdLoads(comb);
+    case LoadFamily::Member:
+        return bm.ProcessElemLoads(comb);
+    case LoadFamily::Shell:
+        return sh.ProcessElemLoads(comb);
+    case LoadFamily::Brick:
+        return br.ProcessElemLoads(comb);
+    }
+}
 
 /// Sum of a load vector along the translations, for the balance with the reactions.
 void SumAppliedForce(const CjxStruct& model, const std::vector<double128>& load, double sum[3])
@@ -24,31 +39,57 @@ void SumAppliedForce(const CjxStruct& model, const std::vector<double128>& load,
     }
 }
 
+void SumAppliedForce(CjxStruct& model, int comb)
+{
+    const auto c = static_cast<std::size_t>(comb);
+    if (c < model.combOutcomes.size())
+        SumAppliedForce(model, model.loadVectors[c], model.combOutcomes[c].appliedForce);
+}
+
+/// Calls step(text, family) for each family of loads that the model may carry, in the order in which they are added.
+template <class Step>
+void ForEachLoadFamily(const CjxStruct& model, Step&& step)
+{
+    step(L"Processing nodal loads", LoadFamily::Nodal);
+    if (!model.beams.empty())
+        step(L"Processing member loads", LoadFamily::Member);
+    if (!model.shell4s.empty())
+        step(L"Processing shell surface loads", LoadFamily::Shell);
+    if (!model.bricks.empty())
+        step(L"Processing brick loads", LoadFamily::Brick);
+}
+
 }  // namespace
 
 void CjxStruct::ProcessNodalAndElementLoads(int comb, CjxBmGroup& bm, CjxShell4Group& sh, CjxBrickGroup& br)
 {
-    list_msg(L"Processing nodal loads", L"...");
-    ProcessNdLoads(comb);
-    list_msg0(L"Processing nodal loads", L"OK");
-    if (!beams.empty()) {
-        list_msg(L"Processing member loads", L"...");
-        bm.ProcessElemLoads(comb);
-        list_msg0(L"Processing member loads", L"OK");
-    }
-    if (!shell4s.empty()) {
-        list_msg(L"Processing shell surface loads", L"...");
-        sh.ProcessElemLoads(comb);
-        list_msg0(L"Processing shell surface loads", L"OK");
-    }
-    if (!bricks.empty()) {
-        list_msg(L"Processing brick loads", L"...");
-        br.ProcessElemLoads(comb);
-        list_msg0(L"Processing brick loads", L"OK");
-    }
-    const auto c = static_cast<std::size_t>(comb);
-    if (c < combOutcomes.size())
-        SumAppliedForce(*this, loadVectors[c], combOutcomes[c].appliedForce);
+    ForEachLoadFamily(*this, [&](const wchar_t* text, LoadFamily family) {
+        list_msg(text, L"...");
+        AddLoads(*this, family, comb, bm, sh, br);
+        list_msg0(text, L"OK");
+    });
+    SumAppliedForce(*this, comb);
+}
+
+void qvx::FormLoadVector(CjxStruct& model, int comb, ElementGroups& groups)
+{
+    ForEachLoadFamily(model, [&](const wchar_t*, LoadFamily family) {
+        AddLoads(model, family, comb, groups.members, groups.shells, groups.bricks);
+    });
+    SumAppliedForce(model, comb);
+}
+
+void qvx::TellLoadVector(CjxStruct& model)
+{
+    ForEachLoadFamily(model, [&](const wchar_t* text, LoadFamily) {
+        model.list_msg(text, L"...");
+        model.list_msg0(text, L"OK");
+    });
+}
+
+bool qvx::IsZeroLoad(const std::vector<double128>& load)
+{
+    return std::all_of(load.begin() + 1, load.end(), [](const double128& force) { return force == double128(0); });
 }
 
 void CjxStruct::ProcessNdLoads(int comb)
@@ -64,6 +105,6 @@ bool CjxStruct::CheckNonzeroLoadVector(double128* load)
     for (int e = 1; e <= numberOfEquations; ++e)
         if (!(load[e] == double128(0)))
             return false;
-    list_msg(L"Zero load vector", L"WARNING");
+    list_msg(qvx::kZeroLoad, L"WARNING");
     return true;
 }

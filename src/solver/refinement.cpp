@@ -35,7 +35,7 @@ void AddRoundedProduct(const std::vector<RoundedTerm>& rounded, const std::vecto
 /// Corrections are measured by their energy: it has one unit where translations and rotations have two.
 void Refine(const std::vector<RoundedTerm>& rounded, const std::vector<double128>& load, std::vector<double128>& u,
             const std::function<void(const std::vector<double128>& v, std::vector<double128>& product)>& addProduct,
-            const std::function<void(std::vector<double128>& v)>& solve)
+            const std::function<bool(std::vector<double128>& v)>& solve)
 {
     constexpr int kMostSteps = 20;     // two are the rule; more where the factor knows a soft motion by one digit
     constexpr double kShrinks = 0.25;  // a correction that is not half of the one before comes from no good factor
@@ -49,7 +49,8 @@ void Refine(const std::vector<RoundedTerm>& rounded, const std::vector<double128
         for (std::size_t e = 1; e < u.size(); ++e)
             residual[e] = load[e] - residual[e];
         std::vector<double128> correction = residual;
-        solve(correction);
+        if (!solve(correction))
+            return;
         const double energy = Work(residual, correction);
         if (!(energy < kShrinks * before))
             return;

@@ -25,9 +25,9 @@ void AddRoundedProduct(const std::vector<RoundedTerm>& rounded, const std::vecto
 
 /// Improves u, the solution of the rounded matrix under the load, while corrections shrink.
 /// @param addProduct  product += K v with the stored matrix
-/// @param solve       v := K^-1 v by the factor at hand
+/// @param solve       v := K^-1 v by the factor at hand; false when it could not
 void Refine(const std::vector<RoundedTerm>& rounded, const std::vector<double128>& load, std::vector<double128>& u,
             const std::function<void(const std::vector<double128>& v, std::vector<double128>& product)>& addProduct,
-            const std::function<void(std::vector<double128>& v)>& solve);
+            const std::function<bool(std::vector<double128>& v)>& solve);
 
 }  // namespace qvx

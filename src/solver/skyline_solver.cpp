@@ -3,30 +3,34 @@
 #include <cstdint>
 
 #include "model/jx_struct.h"
-#include "skyline/skyline_kernel.h"
 
 namespace qvx {
 
-template <Number Real>
-unsigned SolveSkyline(CjxStruct* model, Real* a, double128* v, const int* maxa, int nEquations, int /*spare*/, int mode,
-                      bool allowNonPositivePivot)
+ColumnHook TellColumns(CjxStruct& model, int nEquations)
 {
-    if (mode != Factorize) {
-        model->status_msg(L"reducing load vector");
-        ReduceAndBackSubstitute(a, maxa, nEquations, v);
-        return 1;
-    }
-    int shown = -1;
-    return FactorizeSkyline(a, maxa, nEquations, allowNonPositivePivot, [&](int column) {
-        model->peek_msg();
+    return [&model, nEquations, shown = -1](int column) mutable {
+        model.peek_msg();
         const int percent = static_cast<int>(std::int64_t{column} * 100 / nEquations);
         if (percent == shown)
             return;
         shown = percent;
         CString text;
         text.Format(L"%d%%", percent);
-        model->status_msg(text);
-    });
+        model.status_msg(text);
+    };
+}
+
+template <Number Real>
+unsigned SolveSkyline(CjxStruct* model, Real* a, double128* v, const int* maxa, int nEquations, int /*spare*/, int mode,
+                      bool allowNonPositivePivot)
+{
+    if (mode != Factorize) {
+        model->status_msg(kReducing);
+        ReduceAndBackSubstitute(a, maxa, nEquations, v);
+        return 1;
+    }
+    return FactorizeSkyline(a, maxa, nEquations, allowNonPositivePivot ? Pivots::Any : Pivots::Positive,
+                            TellColumns(*model, nEquations));
 }
 
 template unsigned SolveSkyline<double>(CjxStruct*, double*, double128*, const int*, int, int, int, bool);

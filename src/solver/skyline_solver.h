@@ -1,12 +1,21 @@
 #pragma once
 
 #include "quad/double128.h"
+#include "skyline/skyline_kernel.h"
 
 class CjxStruct;
 
 namespace qvx {
 
 enum SkylineMode : int { Factorize = 1, Substitute = 2 };  ///< any value but 1 substitutes
+
+/// Status line of a substitution.
+inline constexpr wchar_t kReducing[] = L"reducing load vector";
+
+/// Hook of one factorization on behalf of a model: the abort key at every column, and "%d%%" by status_msg at every
+/// whole percent of the columns.
+/// @throws jxException "SOLUTION ABORTED!" from peek_msg
+ColumnHook TellColumns(CjxStruct& model, int nEquations);
 
 /// The skyline kernels on behalf of a model, which is asked for the abort key and told the progress.
 ///

@@ -1,112 +1,152 @@
 #include "solver/skyline_system.h"
 
-#include <algorithm>
+#include <cassert>
+#include <cmath>
+#include <utility>
 
 #include "elements/stiffness_sink.h"
-#include "skyline/skyline_kernel.h"
-#include "solver/free_motion.h"
-#include "solver/instability.h"
-#include "solver/refinement.h"
-#include "solver/settlement.h"
-#include "solver/skyline_solver.h"
-#include "solver/static_stages.h"
+#include "model/number_type.h"
+#include "tools/softest_motion.h"
 
 namespace qvx {
 
 namespace {
 
-unsigned RunSkyline(CjxStruct& model, jxSolutionData& data, double128* v, SkylineMode mode, bool bTolerant)
+/// What counts as rounding, and what is looked at, for one number type.
+struct Limits
 {
-    const int* maxa = data.maxa.data();
-    const int n = model.numberOfEquations;
-    if (model.solverType == DoubleSkyline)
-        return SolveSkyline<double>(&model, data.K.data(), v, maxa, n, 0, mode, bTolerant);
-    return SolveSkyline<double128>(&model, data.KQ.data(), v, maxa, n, 0, mode, bTolerant);
+    int digitsLost;   ///< by a pivot, from which the softest motion is looked at
+    double rounding;  ///< energy of a free motion
+};
+
+// Eight roundings of a double. In double128 the geometry of oblique members, which is double, adds the square of its
+// own rounding, and the product of many; what is left below 1e-25 no structure has.
+constexpr Limits LimitsOf(NumberTag<double>)
+{
+    return {6, 0x1p-49};
+}
+constexpr Limits LimitsOf(NumberTag<double128>)
+{
+    return {15, 1e-25};
 }
 
-void RefineDisplacements(const jxSolutionData& data, std::vector<double>& stored, const std::vector<double128>& force,
-                         std::vector<double128>& displacements)
+/// The search on a factor in place of its matrix: the energy is the work x^t f of the forces that hold the motion, and
+/// stands beside x^t D x, what each degree of freedom would take by itself.
+template <Number Real>
+MotionSearch<double128> SearchOf(const SkylineStore<Real>& factor, const std::vector<Real>& diagonals)
 {
-    const SkylineSink<double> stiffness(data.maxa, stored);
-    Refine(
-        data.rounded, force, displacements,
-        [&](const std::vector<double128>& v, std::vector<double128>& product) { stiffness.AddProduct(v, product); },
-        [&](std::vector<double128>& v) {
-            ReduceAndBackSubstitute(data.K.data(), data.maxa.data(), static_cast<int>(v.size()) - 1, v.data());
-        });
-}
-
-[[noreturn]] void ThrowUnstable(CjxStruct& model, int equation)
-{
-    int node = 0;
-    int dof = 1;
-    model.FindDof(node, dof, static_cast<int>(model.nodes.size()), equation);
-    model.LogLine(InstabilityText(node, dof) + L" during solution");
-    model.list_msg0(L"FACTORIZATION", L"NOT OK");
-    throw jxException(kUnstableText);
+    const auto n = static_cast<std::size_t>(factor.Equations());
+    std::vector<double128> root(n + 1);
+    for (std::size_t e = 1; e <= n; ++e)
+        root[e] = double128(std::sqrt(static_cast<double>(diagonals[e])));
+    return {.rootOfDiagonal = std::move(root),
+            .solve =
+                [&factor](std::vector<double128>& x) {
+                    factor.Substitute(x);
+                    return true;
+                },
+            .energy =
+                [&diagonals](const std::vector<double128>& x, const std::vector<double128>& force) {
+                    double128 work(0), size(0);
+                    for (std::size_t e = 1; e < x.size(); ++e) {
+                        work += x[e] * force[e];
+                        size += x[e] * x[e] * double128(diagonals[e]);
+                    }
+                    return static_cast<double>(work / size);
+                }};
 }
 
 }  // namespace
 
-void SkylineSystem::Allocate(int nTerms)
+template <Number Real>
+SkylineStore<Real> SkylineSystem<Real>::Store() const
 {
-    model_.AllocateStiffnessMemory(data_, 0, nTerms);
+    return {data_.maxa, TermsOfSkyline<Real>(data_)};
 }
 
-void SkylineSystem::Clear()
+template <Number Real>
+void SkylineSystem<Real>::Clear()
 {
-    std::fill(data_.K.begin(), data_.K.end(), 0.0);
-    std::fill(data_.KQ.begin(), data_.KQ.end(), double128());
+    Store().SetZero();
+    kept_.clear();
+    isFactor_ = false;
 }
 
-void SkylineSystem::AddBoundary(int comb)
+template <Number Real>
+void SkylineSystem<Real>::AddProduct(const std::vector<double128>& v, std::vector<double128>& product) const
 {
-    model_.list_msg(L"Processing boundary conditions", L"...");
-    model_.penaltyStiffness = double128(model_.ComputeMaxStiffnessTerm(data_)) * double128(model_.penaltyFactor);
-    model_.ProcessBoundary(data_, model_.penaltyStiffness, comb);
-    if (comb >= 0)
-        model_.ProcessForcedDisplacements(data_, model_.penaltyStiffness, comb);
-    model_.CheckDiagonalStiffnessTerm(data_);
+    assert((!isFactor_ || !kept_.empty()) && "the matrix was not kept");
+    AddSkylineProduct<Real>(data_.maxa, isFactor_ ? kept_ : TermsOfSkyline<Real>(data_), v, product);
 }
 
-bool SkylineSystem::Factorize(bool bAllowNonPositivePivot)
+/// Puts the matrix of this factorization where its factor will stand.
+template <Number Real>
+void SkylineSystem<Real>::PrepareMatrix(const FactorWish& wish)
 {
-    model_.list_msg(L"FACTORIZATION", L"...");
-    if (!data_.rounded.empty())
-        stored_ = data_.K;
+    std::vector<Real>& terms = TermsOfSkyline<Real>(data_);
+    assert((!isFactor_ || !kept_.empty()) && "the matrix was not kept");
+    if (isFactor_)
+        terms = kept_;
+    else if (wish.keepsMatrix)
+        kept_ = terms;
+    isFactor_ = true;
+    if (wish.shift.factor != 0)
+        Store().SubtractDiagonal(wish.shift.factor, wish.shift.masses);
+}
+
+template <Number Real>
+FactorOutcome SkylineSystem<Real>::FactorizeMatrix(const FactorWish& wish)
+{
+    PrepareMatrix(wish);
     try {
-        if (RunSkyline(model_, data_, nullptr, SkylineMode::Factorize, bAllowNonPositivePivot) == 0)
-            return false;
-        const int freeEquation = FindFreeEquation(model_, data_);
-        if (freeEquation != 0 && !bAllowNonPositivePivot)
-            throw freeEquation;
-        return freeEquation == 0;
+        if (Store().Factorize(wish.pivots, wish.atColumn) == 0)
+            return {.isPositive = false};
     } catch (int equation) {
-        ThrowUnstable(model_, equation);
+        return {.isPositive = false, .isWhole = false, .equation = equation};
     }
+    const int equation = wish.shift.factor != 0 ? 0 : FreeEquation(wish.digitsLeftToUser);
+    return {.isPositive = equation == 0, .equation = equation};
 }
 
-void SkylineSystem::AnnounceFactor(bool bPositive)
+/// @return  the equation that takes the largest part in a motion without resistance; 0 when every motion meets one
+template <Number Real>
+int SkylineSystem<Real>::FreeEquation(int digitsLeftToUser) const
 {
-    model_.list_msg0(L"FACTORIZATION", bPositive ? L"OK" : L"WARNING");
+    constexpr Limits kLimits = LimitsOf(NumberTag<Real>{});
+    const std::vector<Real>& diagonals = DiagonalsOfSkyline<Real>(data_);
+    const SkylineStore<Real> factor = Store();
+    const int lost = factor.DigitsLost(diagonals);
+    if (lost < kLimits.digitsLost || lost >= digitsLeftToUser)
+        return 0;
+    const SoftestMotion motion = FindSoftestMotion(SearchOf(factor, diagonals));
+    return motion.isFound && motion.energy <= kLimits.rounding ? static_cast<int>(motion.place) : 0;
 }
 
-void SkylineSystem::CheckStability()
+template <Number Real>
+int SkylineSystem<Real>::Substitute(std::span<std::vector<double128>* const> vectors)
 {
-    model_.CheckSolutionStability(data_);
+    assert(isFactor_ && "factorize first");
+    for (std::vector<double128>* v : vectors)
+        Store().Substitute(*v);
+    return 0;
 }
 
-void SkylineSystem::Solve(std::vector<double128>& load)
+template <Number Real>
+void SkylineSystem<Real>::Release()
 {
-    model_.list_msg(L"REDUCTION AND BACK-SUBSTITUTION", L"...");
-    TakeSettlementFromLoad(data_, load);
-    const bool bRefine = !data_.rounded.empty();
-    const std::vector<double128> force = bRefine ? load : std::vector<double128>();
-    RunSkyline(model_, data_, load.data(), SkylineMode::Substitute, false);
-    if (bRefine)
-        RefineDisplacements(data_, stored_, force, load);
-    AddSettlementToDisplacements(data_, load);
-    model_.list_msg0(L"REDUCTION AND BACK-SUBSTITUTION", L"OK");
+    kept_ = {};
+    TermsOfSkyline<Real>(data_) = {};
+    isFactor_ = false;
+}
+
+template class SkylineSystem<double>;
+template class SkylineSystem<double128>;
+
+std::unique_ptr<EquationSolver> MakeSkylineSystem(int solverType, jxSolutionData& data)
+{
+    return WithSkylineNumber(solverType, [&](auto tag) -> std::unique_ptr<EquationSolver> {
+        return std::make_unique<SkylineSystem<typename decltype(tag)::Real>>(data);
+    });
 }
 
 }  // namespace qvx

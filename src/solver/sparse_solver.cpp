@@ -1,22 +1,20 @@
+#include "solver/sparse_solver.h"
+
 #include <algorithm>
 #include <chrono>
 #include <string>
 #include <thread>
 #include <vector>
 
-#include "elements/stiffness_sink.h"
-#include "model/jx_struct.h"
-#include "model/solution_data.h"
+#include "model/window_messages.h"
 #include "platform/cwin_app.h"
 #include "platform/host_services.h"
 #include "solver/out_of_core_file.h"
-#include "sparse/direct_solver.h"
+#include "solver/sparse_system.h"
 
 using qvx::double128;
 
 namespace {
-
-enum ProgressMessage : UINT { kFactorizationPercent = 1124, kProgressActivated = 1125, kStatus = 1126 };
 
 constexpr int kDefaultMaxCore = 2000;  // megabytes
 constexpr int kLeastMaxCore = 20;
@@ -24,6 +22,11 @@ constexpr int kLeastMaxCore = 20;
 int Preference(const wchar_t* key, int defaultValue)
 {
     return AfxGetApp().GetProfileInt(L"Preferences", key, defaultValue);
+}
+
+int MaxCoreMegabytes()
+{
+    return std::max(kLeastMaxCore, Preference(L"OocMaxCore", kDefaultMaxCore));
 }
 
 /// Profile integer SparseBackend: 0 the best that is installed, 1 PARDISO, 2 MUMPS.
@@ -39,12 +42,117 @@ qvx::SparseBackend ChosenBackend()
     }
 }
 
-qvx::SymmetricMatrix View(int n, const double* a, const int* ia, const int* ja)
+/// Posts to the host's progress window, if there is one.
+void PostProgress(const CjxStruct& model, UINT message, int percent = 0, int thread = 0)
 {
-    return {.n = n, .rowStart = ia, .column = ja, .value = a};
+    if (model.progressWindow != nullptr)
+        model.progressWindow->PostMessageW(message, static_cast<WPARAM>(percent), thread);
+}
+
+/// Lets the host's progress window come up. The abort key ends the wait for a window that never does.
+void WaitForProgressWindow(const qvx::RunContext& context)
+{
+    CjxStruct& model = context.model;
+    if (context.openProgressWindow && model.progressWindow == nullptr) {
+        context.openProgressWindow();
+        while (model.progressWindow == nullptr || model.progressWindow->GetSafeHwnd() == nullptr) {
+            std::this_thread::sleep_for(std::chrono::milliseconds(10));
+            model.peek_msg();
+        }
+    }
+    PostProgress(model, qvx::kFactorizationBegins);
+    if (model.progressWindow != nullptr)
+        model.progressWindow->BringWindowToTop();
+}
+
+/// Asked by the solver. No exception may cross it: ThrowIfAborted throws it again behind the solver.
+bool IsToGoOn(const qvx::RunContext& context)
+{
+    try {
+        context.model.peek_msg();
+    } catch (const jxException&) {
+        return false;
+    }
+    return !context.IsAborted();
+}
+
+void ThrowIfAborted(const qvx::RunContext& context)
+{
+    if (context.IsAborted())
+        throw jxException(L"SOLUTION ABORTED!");
+}
+
+void TellBadPivot(CjxStruct& model, int equation)
+{
+    int node = 0;
+    int dof = 1;
+    model.FindDof(node, dof, static_cast<int>(model.nodes.size()), equation);
+    CString text;
+    text.Format(L"Zero or negative pivot at equation number = %d, at node %d, DOF %s", equation, node,
+                kDofNames[dof - 1]);
+    model.list_msg(text, L"NOT OK");
 }
 
 }  // namespace
+
+namespace qvx {
+
+std::unique_ptr<DirectSolver> MakeRunSolver(const RunContext& context)
+{
+    // A solver's other threads call too: only the caller's may post and ask.
+    const auto isCaller = [caller = std::this_thread::get_id()] { return std::this_thread::get_id() == caller; };
+    std::unique_ptr<DirectSolver> solver = MakeDirectSolver(
+        ChosenBackend(), {.isOutOfCore = context.model.bOutOfCore != 0,
+                          .folder = ToUtf8(Host().CurrentFolder()),
+                          .maxCoreMegabytes = MaxCoreMegabytes(),
+                          .threads = context.threads,
+                          .isRefinedByCaller = !context.model.multiDofConstraints.empty(),
+                          .progress =
+                              [context, isCaller](int percent, int thread) {
+                                  if (isCaller())
+                                      PostProgress(context.model, kFactorizationPercent, percent, thread);
+                              },
+                          .isToGoOn = [context, isCaller] { return !isCaller() || IsToGoOn(context); }});
+    if (!solver)
+        throw jxException(L"The sparse solver PARDISO is not installed on this machine. Set the preference "
+                          L"SparseBackend to 0 (automatic) or 2 (MUMPS), or install its runtime library.");
+    return solver;
+}
+
+void TellAndFactorize(const RunContext& context, EquationSolver& solver)
+{
+    CjxStruct& model = context.model;
+    model.list_msg(L"FACTORIZATION", L"...");
+    model.status_msg(L"");
+    WaitForProgressWindow(context);
+
+    const FactorOutcome outcome = solver.Factorize();
+    ThrowIfAborted(context);
+    if (outcome.error != 0) {
+        if (outcome.equation > 0)
+            TellBadPivot(model, outcome.equation);
+        throw jxException(model.get_pardiso_error(outcome.error));
+    }
+
+    model.list_msg0(L"FACTORIZATION", L"OK");
+    CString text;
+    text.Format(model.bOutOfCore ? L"%d MB [Out-Of-Core]" : L"%d MB [In-Core]",
+                static_cast<int>(context.directSolver->PeakKilobytes() / 1024));
+    model.list_msg(L"Peak memory usage", text);
+    PostProgress(model, kFactorizationEnds);
+}
+
+void ThrowSolutionFault(const RunContext& context, int error)
+{
+    ThrowIfAborted(context);
+    if (error == 0)
+        return;
+    CString text;
+    text.Format(L"ERROR [%d] during sparse matrix substitution", error);
+    throw jxException(text);
+}
+
+}  // namespace qvx
 
 void CjxStruct::configure_pardiso()
 {
@@ -53,27 +161,9 @@ void CjxStruct::configure_pardiso()
     CString text;
     text.Format(L"%d (out of %d)", solverThreads_, processors);
     list_msg(L"CPUs available for parallel computing", text);
-    const int maxCore = std::max(kLeastMaxCore, Preference(L"OocMaxCore", kDefaultMaxCore));
     if (bOutOfCore)
-        qvx::OutOfCoreFile::Write(maxCore);
-
-    // A solver's other threads call too: only the caller's may post and ask.
-    const auto isCaller = [caller = std::this_thread::get_id()] { return std::this_thread::get_id() == caller; };
-    directSolver_ =
-        qvx::MakeDirectSolver(ChosenBackend(), {.isOutOfCore = bOutOfCore != 0,
-                                                .folder = qvx::ToUtf8(qvx::Host().CurrentFolder()),
-                                                .maxCoreMegabytes = maxCore,
-                                                .threads = solverThreads_,
-                                                .isRefinedByCaller = !multiDofConstraints.empty(),
-                                                .progress =
-                                                    [this, isCaller](int percent, int thread) {
-                                                        if (isCaller())
-                                                            PostFactorizationPercent(percent, thread);
-                                                    },
-                                                .isToGoOn = [this, isCaller] { return !isCaller() || IsToGoOn(); }});
-    if (!directSolver_)
-        throw jxException(L"The sparse solver PARDISO is not installed on this machine. Set the preference "
-                          L"SparseBackend to 0 (automatic) or 2 (MUMPS), or install its runtime library.");
+        qvx::OutOfCoreFile::Write(MaxCoreMegabytes());
+    directSolver_ = qvx::MakeRunSolver(Context());
 }
 
 double CjxStruct::prepare_pardiso(double*& a, int*& ia, int*& ja, jxSolutionData& data)
@@ -95,106 +185,18 @@ double CjxStruct::prepare_pardiso(double*& a, int*& ia, int*& ja, jxSolutionData
     return largest;
 }
 
-/// Lets the host's progress window come up. The abort key ends the wait for a window that never does.
-void CjxStruct::WaitForProgressWindow()
+int CjxStruct::pardiso_factorize(jxSolutionData& data, int /*n*/, double* /*a*/, int* /*ia*/, int* /*ja*/)
 {
-    if (factorizationStarted_ != nullptr && progressWindow == nullptr) {
-        factorizationStarted_(this);
-        while (progressWindow == nullptr || progressWindow->GetSafeHwnd() == nullptr) {
-            std::this_thread::sleep_for(std::chrono::milliseconds(10));
-            peek_msg();
-        }
-    }
-    if (progressWindow != nullptr) {
-        progressWindow->PostMessageW(kProgressActivated, 0, 0);
-        progressWindow->BringWindowToTop();
-    }
-}
-
-void CjxStruct::PostFactorizationPercent(int percent, int thread)
-{
-    if (progressWindow != nullptr)
-        progressWindow->PostMessageW(kFactorizationPercent, static_cast<WPARAM>(percent), thread);
-}
-
-/// Asked by the solver. No exception may cross it: ThrowIfAborted throws it again behind the solver.
-bool CjxStruct::IsToGoOn()
-{
-    try {
-        peek_msg();
-    } catch (const jxException&) {
-        return false;
-    }
-    return !bAborted_;
-}
-
-void CjxStruct::ThrowIfAborted() const
-{
-    if (bAborted_)
-        throw jxException(L"SOLUTION ABORTED!");
-}
-
-int CjxStruct::pardiso_factorize(jxSolutionData& data, int n, double* a, int* ia, int* ja)
-{
-    list_msg(L"FACTORIZATION", L"...");
-    status_msg(L"");
-    WaitForProgressWindow();
-
-    const qvx::SymmetricMatrix matrix = View(n, a, ia, ja);
-    if (!data.bAnalysed) {
-        const qvx::SparseStatus status = directSolver_->Analyse(matrix);
-        ThrowIfAborted();
-        if (!status)
-            throw jxException(get_pardiso_error(status.error));
-        data.bAnalysed = 1;
-    }
-    const qvx::SparseStatus status = directSolver_->Factorise(matrix);
-    ThrowIfAborted();
-    if (!status) {
-        if (status.equation > 0) {
-            int node = 0;
-            int dof = 1;
-            FindDof(node, dof, static_cast<int>(nodes.size()), status.equation);
-            CString text;
-            text.Format(L"Zero or negative pivot at equation number = %d, at node %d, DOF %s", status.equation, node,
-                        kDofNames[dof - 1]);
-            list_msg(text, L"NOT OK");
-        }
-        throw jxException(get_pardiso_error(status.error));
-    }
-
-    list_msg0(L"FACTORIZATION", L"OK");
-    CString text;
-    text.Format(bOutOfCore ? L"%d MB [Out-Of-Core]" : L"%d MB [In-Core]",
-                static_cast<int>(directSolver_->PeakKilobytes() / 1024));
-    list_msg(L"Peak memory usage", text);
-    if (progressWindow != nullptr)
-        progressWindow->PostMessageW(kStatus, 0, 0);
+    qvx::SparseSystem system(data, *directSolver_);
+    qvx::TellAndFactorize(Context(), system);
     return 0;
 }
 
 int CjxStruct::pardiso_substitution(double* a, int* ia, int* ja, double128* load)
 {
-    return pardiso_substitution_many(a, ia, ja, {load});
-}
-
-int CjxStruct::pardiso_substitution_many(double* a, int* ia, int* ja, const std::vector<double128*>& loads)
-{
-    const auto n = static_cast<std::size_t>(numberOfEquations);
-    std::vector<double> b(n * loads.size()), x(n * loads.size());
-    for (std::size_t k = 0; k < loads.size(); ++k)
-        for (std::size_t i = 0; i < n; ++i)
-            b[k * n + i] = static_cast<double>(loads[k][i + 1]);
-    const qvx::SparseStatus status =
-        directSolver_->Solve(View(numberOfEquations, a, ia, ja), b.data(), x.data(), static_cast<int>(loads.size()));
-    ThrowIfAborted();
-    if (!status) {
-        CString text;
-        text.Format(L"ERROR [%d] during sparse matrix substitution", status.error);
-        throw jxException(text);
-    }
-    for (std::size_t k = 0; k < loads.size(); ++k)
-        std::copy_n(x.begin() + static_cast<std::ptrdiff_t>(k * n), n, loads[k] + 1);
+    double128* const loads[] = {load};
+    const qvx::SymmetricMatrix matrix{.n = numberOfEquations, .rowStart = ia, .column = ja, .value = a};
+    qvx::ThrowSolutionFault(Context(), qvx::SolveInPlace(*directSolver_, matrix, loads).error);
     return 0;
 }
 

@@ -1,138 +1,111 @@
 #include "solver/sparse_system.h"
 
 #include <algorithm>
-
-#include "elements/stiffness_sink.h"
-#include "solver/refinement.h"
-#include "solver/settlement.h"
+#include <cassert>
 
 namespace qvx {
 
 namespace {
 
-/// Node of each equation, both counted from 1.
-std::vector<int> NodeOfEquation(const CjxStruct& model)
+SymmetricMatrix MatrixOf(SparseStiffness& stiffness)
 {
-    std::vector<int> node(static_cast<std::size_t>(model.numberOfEquations) + 1);
-    for (int position = 1; position <= static_cast<int>(model.nodes.size()); ++position)
-        for (int dof = 0; dof < kDofCount; ++dof)
-            if (const int e = model.Equation(position, dof); e > 0)
-                node[static_cast<std::size_t>(e)] = position;
-    return node;
+    return {.n = stiffness.Equations(),
+            .rowStart = stiffness.RowStarts(),
+            .column = stiffness.Columns(),
+            .value = stiffness.Values()};
 }
 
-/// The solver says what is wrong where it finds it; the linear stage is not to say it again.
-template <class Step>
-void TellFaultsOnce(Step&& step)
+/// Takes factor * masses off the diagonal of a store for its lifetime; the diagonal comes back to the last bit.
+class ShiftedDiagonal
 {
-    try {
-        step();
-    } catch (const jxException& fault) {
-        throw SolverFault(fault.GetText());
+public:
+    ShiftedDiagonal(SparseStiffness& stiffness, const Shift& shift) : stiffness_(stiffness)
+    {
+        if (shift.factor == 0)
+            return;
+        assert(shift.masses.size() > static_cast<std::size_t>(stiffness.Equations()) &&
+               "one mass per equation, from 1");
+        for (int e = 1; e <= stiffness.Equations(); ++e) {
+            double& diagonal = stiffness.Diagonal(e);
+            saved_.push_back(diagonal);
+            diagonal -= static_cast<double>(double128(shift.factor) * shift.masses[static_cast<std::size_t>(e)]);
+        }
     }
-}
+    ~ShiftedDiagonal()
+    {
+        int equation = 0;
+        for (const double diagonal : saved_)
+            stiffness_.Diagonal(++equation) = diagonal;
+    }
+    ShiftedDiagonal(const ShiftedDiagonal&) = delete;
+    ShiftedDiagonal& operator=(const ShiftedDiagonal&) = delete;
+
+private:
+    SparseStiffness& stiffness_;
+    std::vector<double> saved_;
+};
 
 }  // namespace
 
-SparseSystem::~SparseSystem()
+SparseStatus SparseSystem::Analyse(bool isPositiveDefinite)
 {
-    Release();
-    model_.pardiso_delete(ia_, ja_);  // waits for what the first call has only begun
-}
-
-void SparseSystem::Allocate(int)
-{
-    if (model_.bOutOfCore)
-        configuration_ = std::make_unique<OutOfCoreFile>();
-    model_.configure_pardiso();
-    const RowTable* tables[] = {&data_.lmBeams,          &data_.lmLinks,   &data_.lmConstraints,
-                                &data_.lmCoupledSprings, &data_.lmShell4s, &data_.lmBricks};
-    data_.sparseK.BuildPattern(NodeOfEquation(model_), tables, model_.SolverThreads());
-}
-
-void SparseSystem::Clear()
-{
-    data_.sparseK.SetZero();
-    solved_.clear();
-}
-
-void SparseSystem::AddBoundary(int comb)
-{
-    double constraintBase = 0;
-    if (!model_.multiDofConstraints.empty())
-        constraintBase = model_.PreProcessMultiDofConstraintStiffness(data_);
-    model_.PreProcessCoupledSpringStiffness(data_);
-    model_.list_msg(L"preparing for sparse solver", L"...");
-    const double largest = model_.prepare_pardiso(a_, ia_, ja_, data_);
-
-    model_.list_msg(L"Processing boundary conditions", L"...");
-    const double base = constraintBase != 0 ? constraintBase : largest;
-    model_.penaltyStiffness = double128(base * model_.penaltyFactor);
-    model_.ProcessBoundarySparse(data_, a_, ia_, static_cast<double>(model_.penaltyStiffness), comb);
-    if (comb >= 0)
-        model_.ProcessForcedDisplacements(data_, model_.penaltyStiffness, comb);
-    model_.CheckDiagonalStiffnessTermSparse(data_, a_, ia_);
-}
-
-bool SparseSystem::Factorize(bool)
-{
-    TellFaultsOnce([&] { model_.pardiso_factorize(data_, model_.numberOfEquations, a_, ia_, ja_); });
-    return true;
-}
-
-void SparseSystem::Solve(std::vector<double128>& load)
-{
-    model_.list_msg(L"REDUCTION AND BACK-SUBSTITUTION", L"...");
-    if (!solved_.contains(&load)) {
-        TakeSettlementFromLoad(data_, load);
-        const std::vector<double128> force = data_.rounded.empty() ? std::vector<double128>() : load;
-        TellFaultsOnce([&] { model_.pardiso_substitution(a_, ia_, ja_, load.data()); });
-        FinishDisplacements(force, load);
+    if (isPositiveDefinite != isPositiveDefinite_) {
+        solver_.Release();
+        solver_.ExpectDefinite(isPositiveDefinite);
+        isPositiveDefinite_ = isPositiveDefinite;
+        data_.bAnalysed = 0;
     }
-    model_.list_msg0(L"REDUCTION AND BACK-SUBSTITUTION", L"OK");
+    if (data_.bAnalysed)
+        return {};
+    const SparseStatus status = solver_.Analyse(MatrixOf(data_.sparseK));
+    data_.bAnalysed = status ? 1 : 0;
+    return status;
 }
 
-void SparseSystem::SolveAll(const std::vector<std::vector<double128>*>& loads)
+FactorOutcome SparseSystem::FactorizeMatrix(const FactorWish& wish)
 {
-    constexpr std::size_t kTogether = 32;  // right-hand sides a call: beyond it the factor is read no more often
-    for (std::size_t first = 0; first < loads.size(); first += kTogether) {
-        const std::size_t count = std::min(kTogether, loads.size() - first);
-        std::vector<double128*> vectors;
-        std::vector<std::vector<double128>> forces(count);
-        for (std::size_t k = 0; k < count; ++k) {
-            TakeSettlementFromLoad(data_, *loads[first + k]);
-            if (!data_.rounded.empty())
-                forces[k] = *loads[first + k];
-            vectors.push_back(loads[first + k]->data());
-        }
-        model_.peek_msg();
-        TellFaultsOnce([&] { model_.pardiso_substitution_many(a_, ia_, ja_, vectors); });
-        for (std::size_t k = 0; k < count; ++k)
-            FinishDisplacements(forces[k], *loads[first + k]);
-    }
-    solved_.insert(loads.begin(), loads.end());
+    const ShiftedDiagonal shifted(data_.sparseK, wish.shift);
+    SparseStatus status = Analyse(wish.pivots == Pivots::Positive);
+    if (status)
+        status = solver_.Factorise(MatrixOf(data_.sparseK));
+    if (!status)
+        return {.isPositive = false, .isWhole = false, .equation = status.equation, .error = status.error};
+    return {.isPositive = wish.pivots == Pivots::Positive || solver_.NegativePivots() == 0};
 }
 
-/// Refines the displacements under the force, where that is called for, and adds the prescribed ones.
-void SparseSystem::FinishDisplacements(const std::vector<double128>& force, std::vector<double128>& displacements)
+int SparseSystem::Substitute(std::span<std::vector<double128>* const> vectors)
 {
-    if (!data_.rounded.empty()) {
-        const SparseSink stiffness(data_.sparseK);
-        Refine(
-            data_.rounded, force, displacements,
-            [&](const std::vector<double128>& v, std::vector<double128>& product) { stiffness.AddProduct(v, product); },
-            [&](std::vector<double128>& v) {
-                TellFaultsOnce([&] { model_.pardiso_substitution(a_, ia_, ja_, v.data()); });
-            });
+    std::vector<double128*> entries;
+    for (std::vector<double128>* v : vectors) {
+        assert(v->size() == static_cast<std::size_t>(data_.sparseK.Equations()) + 1);
+        entries.push_back(v->data());
     }
-    AddSettlementToDisplacements(data_, displacements);
+    return SolveInPlace(solver_, MatrixOf(data_.sparseK), entries).error;
+}
+
+void SparseSystem::AddProduct(const std::vector<double128>& v, std::vector<double128>& product) const
+{
+    data_.sparseK.AddProduct(v, product);
 }
 
 void SparseSystem::Release()
 {
-    model_.pardiso_delete(ia_, ja_);
+    solver_.Release();
     data_.sparseK.Clear();
     data_.bAnalysed = 0;
+}
+
+SparseStatus SolveInPlace(DirectSolver& solver, const SymmetricMatrix& matrix, std::span<double128* const> vectors)
+{
+    const auto n = static_cast<std::size_t>(matrix.n);
+    std::vector<double> b(n * vectors.size()), x(n * vectors.size());
+    for (std::size_t k = 0; k < vectors.size(); ++k)
+        for (std::size_t i = 0; i < n; ++i)
+            b[k * n + i] = static_cast<double>(vectors[k][i + 1]);
+    const SparseStatus status = solver.Solve(matrix, b.data(), x.data(), static_cast<int>(vectors.size()));
+    for (std::size_t k = 0; k < vectors.size() && status; ++k)
+        std::copy_n(x.begin() + static_cast<std::ptrdiff_t>(k * n), n, vectors[k] + 1);
+    return status;
 }
 
 }  // namespace qvx

@@ -1,44 +1,40 @@
 #pragma once
 
-#include <memory>
-#include <set>
 #include <vector>
 
 #include "solver/equation_solver.h"
-#include "solver/out_of_core_file.h"
+#include "sparse/direct_solver.h"
 
 namespace qvx {
 
-/// The system of a sparse run: patterned store, direct sparse solver, positive definite throughout. However the run
-/// ends, factor and files of the solver go with it.
+/// The equations of a run on a patterned store, which stands in the working data of the run, and a direct solver.
+///
+/// The pattern is analysed by the first Factorize and again only when definite and indefinite matrices take turns:
+/// Pivots::Positive wants a positive definite matrix, anything else an indefinite one, whose negative pivots are counted.
 class SparseSystem : public EquationSolver
 {
 public:
-    SparseSystem(CjxStruct& model, jxSolutionData& data) : model_(model), data_(data) {}
-    ~SparseSystem() override;
+    SparseSystem(jxSolutionData& data, DirectSolver& solver) : EquationSolver(data), solver_(solver) {}
 
-    void Allocate(int nTerms) override;
-    void Clear() override;
-    void AddBoundary(int comb) override;
-    bool Factorize(bool bAllowNonPositivePivot) override;
-    void AnnounceFactor(bool) override {}
-    bool NamesCombinationOfFault() const override { return true; }
-    void CheckStability() override {}
-    void Solve(std::vector<double128>& load) override;
-    bool SolvesTogether() const override { return true; }
-    void SolveAll(const std::vector<std::vector<double128>*>& loads) override;
+    void Clear() override { data_.sparseK.SetZero(); }
+    int NegativePivots() const override { return solver_.NegativePivots(); }
+    bool GainsFromMany() const override { return true; }
+    void AddProduct(const std::vector<double128>& v, std::vector<double128>& product) const override;
+    /// The system may still be taking back memory when it returns; the solver's next Release, or its end, waits for it.
     void Release() override;
 
-private:
-    void FinishDisplacements(const std::vector<double128>& force, std::vector<double128>& displacements);
+protected:
+    FactorOutcome FactorizeMatrix(const FactorWish& wish) override;
+    int Substitute(std::span<std::vector<double128>* const> vectors) override;
 
-    CjxStruct& model_;
-    jxSolutionData& data_;
-    double* a_ = nullptr;
-    int* ia_ = nullptr;
-    int* ja_ = nullptr;
-    std::set<const std::vector<double128>*> solved_;
-    std::unique_ptr<OutOfCoreFile> configuration_;  ///< of an out-of-core run
+private:
+    SparseStatus Analyse(bool isPositiveDefinite);
+
+    DirectSolver& solver_;
+    bool isPositiveDefinite_ = true;  ///< what the pattern was analysed for
 };
+
+/// v := A^-1 v for every vector, by equation from 1; rounded to double on their way in.
+SparseStatus SolveInPlace(DirectSolver& solver, const SymmetricMatrix& matrix, std::span<double128* const> vectors);
 
 }  // namespace qvx

@@ -1,53 +1,13 @@
 #include <algorithm>
-#include <cmath>
 #include <type_traits>
-#include <utility>
 #include <vector>
 
 #include "elements/stiffness_sink.h"
-#include "model/jx_struct.h"
-#include "model/solution_data.h"
 #include "platform/host_services.h"
+#include "skyline/skyline_store.h"
 #include "solver/instability.h"
 
-using qvx::double128;
-using qvx::Number;
-
 namespace {
-
-/// Number type of a store.
-template <class Sink>
-using StoreOf = std::remove_cvref_t<decltype(std::declval<const Sink&>().Diagonal(1))>;
-
-/// Diagonals before the factorisation, for the digit count after it. Empty in a sparse run, whose solver keeps the
-/// factor to itself.
-template <Number Real>
-std::vector<Real>& OriginalDiagonal(jxSolutionData& data)
-{
-    if constexpr (std::is_same_v<Real, double>)
-        return data.origDiag;
-    else
-        return data.origDiagQ;
-}
-
-/// Largest number of decimal digits that a diagonal lost on its way through the factorisation: the integer part of
-/// log10(k_ii / d_i). A pivot that no stable structure has (zero, negative, not a number) tells nothing about digits
-/// and is passed over.
-template <class Sink>
-int DigitsLost(const Sink& factor, const std::vector<StoreOf<Sink>>& original, int nEquations)
-{
-    using std::log10;
-    using Real = StoreOf<Sink>;
-    int lost = 0;
-    if (original.empty())
-        return lost;
-    for (int e = 1; e <= nEquations; ++e) {
-        const Real ratio = original[static_cast<std::size_t>(e)] / factor.Diagonal(e);
-        if (ratio > Real(0) && std::isfinite(static_cast<double>(ratio)))
-            lost = std::max(lost, static_cast<int>(log10(ratio)));
-    }
-    return lost;
-}
 
 void AskWhetherToGoOn(CjxStruct& model)
 {
@@ -79,9 +39,9 @@ void CjxStruct::CheckDiagonalStiffnessTerm(jxSolutionData& data)
     bool bStable = true;
     int node = 0;
     int dof = 1;
-    qvx::WithStiffnessSink(data, solverType, [&]<class Sink>(const Sink& stiffness) {
-        using Real = StoreOf<Sink>;
-        std::vector<Real>& original = OriginalDiagonal<Real>(data);
+    qvx::WithStiffnessSink(data, solverType, [&](const auto& stiffness) {
+        using Real = std::remove_cvref_t<decltype(stiffness.Diagonal(1))>;
+        std::vector<Real>& original = qvx::DiagonalsOfSkyline<Real>(data);
         for (int e = 1; e <= numberOfEquations; ++e) {
             const Real& term = stiffness.Diagonal(e);
             if (!original.empty())
@@ -113,9 +73,12 @@ void CjxStruct::CheckDiagonalStiffnessTermSparse(jxSolutionData& data, double*, 
 void CjxStruct::CheckSolutionStability(jxSolutionData& data)
 {
     int lost = 0;
-    qvx::WithStiffnessSink(data, solverType, [&]<class Sink>(const Sink& factor) {
-        lost = DigitsLost(factor, OriginalDiagonal<StoreOf<Sink>>(data), numberOfEquations);
-    });
+    if (solverType != DoubleSparse || data.bForceSkyline != 0)  // else the solver keeps the factor to itself
+        qvx::WithSkylineNumber(solverType, [&](auto tag) {
+            using Real = typename decltype(tag)::Real;
+            const qvx::SkylineStore<Real> factor(data.maxa, qvx::TermsOfSkyline<Real>(data));
+            lost = factor.DigitsLost(qvx::DiagonalsOfSkyline<Real>(data));
+        });
     digitsLost = std::max(digitsLost, lost);
 
     CString text;

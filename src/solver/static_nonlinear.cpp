@@ -21,11 +21,11 @@ void StaticRun::SolveNonlinearPart()
                 continue;
         } catch (...) {
             model_.combResults[static_cast<std::size_t>(comb)].clear();  // the last iteration's state is no result
-            solver_->Release();
+            stages_->Release();
             throw;
         }
         timer(1);
-        model_.Output_All(comb, members_, shells_, bricks_);
+        model_.Output_All(comb, groups_.members, groups_.shells, groups_.bricks);
         LogOutputTime(model_);
     }
 }
@@ -36,9 +36,9 @@ bool StaticRun::IterateCombination(int comb)
 {
     model_.InitializeComb(comb);
     IterateUntilStop([&](int iteration) {
-        Load(comb).assign(static_cast<std::size_t>(model_.numberOfEquations) + 1, double128());
-        model_.ProcessNodalAndElementLoads(comb, members_, shells_, bricks_);
-        solver_->Clear();
+        StartLoad(comb);
+        model_.ProcessNodalAndElementLoads(comb, groups_.members, groups_.shells, groups_.bricks);
+        stages_->Solver().Clear();
         CString title;
         title.Format(L"************ Iteration %d ************", iteration);
         model_.list_msg_and_log(title, L"...");
@@ -51,14 +51,17 @@ bool StaticRun::IterateCombination(int comb)
         Outcome(comb).iterations = iteration;
 
         const bool bNoLoad = model_.CheckNonzeroLoadVector(Load(comb).data());
-        solver_->Solve(Load(comb));
+        stages_->AnnounceSolution();
+        std::vector<double128>* const loads[] = {&Load(comb)};
+        stages_->Solve(loads);
+        model_.list_msg0(kSolution, L"OK");
         LogSolutionTime(model_);
         if (bNoLoad) {
             Outcome(comb).end = CombEnd::NoLoad;
             return true;
         }
         Outcome(comb).end = iteration < model_.maxNonlinearIterations ? CombEnd::Converged : CombEnd::Limit;
-        return model_.CheckNonlinearStop(iteration, comb, members_);
+        return model_.CheckNonlinearStop(iteration, comb, groups_.members);
     });
     return Outcome(comb).end != CombEnd::Failed;
 }
@@ -68,9 +71,9 @@ bool StaticRun::IterateCombination(int comb)
 bool StaticRun::FormStiffness(int comb)
 {
     try {
-        model_.ProcessElementGroupStiffness(data_, members_, shells_, bricks_, comb);
+        model_.ProcessElementGroupStiffness(data_, groups_.members, groups_.shells, groups_.bricks, comb);
     } catch (const jxException& fault) {
-        if (model_.bAborted_)
+        if (context_.IsAborted())
             throw;
         CString text;
         text.Format(L"Error in solving load combination %d\n%s", comb + 1, fault.GetText());
@@ -79,7 +82,7 @@ bool StaticRun::FormStiffness(int comb)
         Outcome(comb).text = fault.GetText();
         return false;
     }
-    solver_->AddBoundary(comb);
+    stages_->AddBoundary(comb);
     LogStiffnessTime(model_);
     return true;
 }
@@ -91,9 +94,9 @@ void StaticRun::FactorizeIteration(int comb)
     const bool bTolerant = IsPDelta(comb) && model_.maxNonlinearIterations != 1;
     jxCombOutcome& outcome = Outcome(comb);
     try {
-        outcome.bBuckled = !solver_->Factorize(bTolerant);
+        outcome.bBuckled = !stages_->Factorize(bTolerant);
     } catch (const jxException& fault) {
-        if (model_.bAborted_ || !solver_->NamesCombinationOfFault())
+        if (context_.IsAborted() || !stages_->NamesCombinationOfFault())
             throw;
         throw jxException(CString(fault.GetText()) + L"\n" + CombinationTitle(model_, comb));
     }
@@ -101,9 +104,9 @@ void StaticRun::FactorizeIteration(int comb)
         ReportFault(model_, L"structure buckled or excessive p-delta effect, check the results with caution.");
         outcome.bWarned = true;
     }
-    solver_->AnnounceFactor(!outcome.bWarned);
+    stages_->AnnounceFactor(!outcome.bWarned);
     LogFactorizationTime(model_);
-    solver_->CheckStability();
+    stages_->CheckStability();
 }
 
 }  // namespace qvx

@@ -1,12 +1,12 @@
 #include "solver/static_run.h"
 
 #include <algorithm>
+#include <cassert>
 #include <chrono>
 
-#include "model/message_recorder.h"
 #include "platform/cwin_app.h"
-#include "solver/skyline_system.h"
-#include "solver/sparse_system.h"
+#include "solver/skyline_stages.h"
+#include "solver/sparse_stages.h"
 #include "solver/static_stages.h"
 #include "tools/timer.h"
 
@@ -37,8 +37,8 @@ private:
 
 }  // namespace
 
-StaticRun::StaticRun(CjxStruct& model, const MakeSolver& makeSolver)
-    : model_(model), members_(&model), shells_(&model), bricks_(&model), solver_(makeSolver(model, data_))
+StaticRun::StaticRun(const RunContext& context, const MakeStages& makeStages)
+    : context_(context), model_(context.model), groups_(context.model), stages_(makeStages(context, data_))
 {
 }
 
@@ -56,7 +56,7 @@ int StaticRun::Execute()
     const jxUnit internal;
     const jxUnit display = ConversionSource(model_.units);
     model_.SaveInputData();
-    model_.ConvertUnits(display, internal);
+    context_.convertUnits(display, internal);
     model_.bInSolution = 1;
     PrepareCombinations();
     try {
@@ -70,7 +70,7 @@ int StaticRun::Execute()
     model_.CalcRcBeamEnvelop();
     model_.CalcRcWoodArmerMoment();
 
-    model_.ConvertUnits(internal, display);
+    context_.convertUnits(internal, display);
     model_.bInSolution = 0;
     model_.RestoreInputData();
     CString text;
@@ -94,6 +94,7 @@ void StaticRun::PrepareCombinations()
     model_.loadVectors.assign(n, {});
     model_.combResults.resize(n);
     model_.combOutcomes.assign(n, {});
+    hasNoLoad_.assign(n, false);
     model_.digitsLost = 0;
     if (model_.maxNonlinearIterations == 0)
         model_.maxNonlinearIterations = 1;
@@ -110,13 +111,13 @@ void StaticRun::DropResults()
 void StaticRun::SolveAllParts()
 {
     model_.peek_msg();  // not before: an abort is undone from the saved input, which stands since the end of the check
-    solver_->Allocate(model_.ProcessElementConnectivity(data_));
+    stages_->Allocate(model_.ProcessElementConnectivity(data_));
     model_.peek_msg();
     if (model_.linearCombCount >= 1)
         SolveLinearPart();
     if (model_.linearCombCount != CombinationCount())
         SolveNonlinearPart();
-    solver_->Release();
+    stages_->Release();
 }
 
 /// One stiffness and one factor for all combinations without geometric or one-way behaviour.
@@ -126,96 +127,116 @@ void StaticRun::SolveLinearPart()
         model_.list_msg(L"", L"");
         AnnouncePart(model_, L"PROCESS LINEAR LOAD COMBINATIONS");
         model_.InitializeComb(-1);
-        solver_->Clear();
-        model_.ProcessElementGroupStiffness(data_, members_, shells_, bricks_, -1);
-        solver_->AddBoundary(-1);
+        stages_->Solver().Clear();
+        model_.ProcessElementGroupStiffness(data_, groups_.members, groups_.shells, groups_.bricks, -1);
+        stages_->AddBoundary(-1);
         LogStiffnessTime(model_);
 
-        solver_->Factorize(false);
-        solver_->AnnounceFactor(true);
+        stages_->Factorize(false);
+        stages_->AnnounceFactor(true);
         LogFactorizationTime(model_);
-        solver_->CheckStability();
+        stages_->CheckStability();
         SolveLinearCombinations();
     } catch (const SolverFault& fault) {
-        solver_->Release();
+        stages_->Release();
         throw jxException(fault.GetText());
     } catch (const jxException& fault) {
-        solver_->Release();
+        stages_->Release();
         ReportFault(model_, fault.GetText());
         throw jxException(fault.GetText());
     }
 }
 
-void StaticRun::SolveLinearCombinations()
+std::vector<int> StaticRun::LinearCombinations() const
 {
     std::vector<int> combs;
     for (int comb = 0; comb < CombinationCount(); ++comb)
         if (!IsPDelta(comb) && !model_.bNonlinear)
             combs.push_back(comb);
-    if (solver_->SolvesTogether() && combs.size() > 1)
-        return SolveTogether(combs);
-    for (const int comb : combs) {
-        FormLoad(comb);
-        solver_->Solve(Load(comb));
-        if (comb == combs.back())
-            ReleaseAfterLastSolution();
+    return combs;
+}
+
+/// Each combination tells of its load, its solution and its results in its turn. Where the solver gains from it, the
+/// solution of one takes those of all that follow along, in one call that reads the factor once: in their turn only the
+/// words are left.
+void StaticRun::SolveLinearCombinations()
+{
+    const std::vector<int> combs = LinearCombinations();
+    std::size_t nSolved = 0;
+    for (std::size_t next = 0; next < combs.size(); ++next) {
+        const int comb = combs[next];
+        model_.list_msg(CombinationTitle(model_, comb), L"...");
+        if (next < nSolved)
+            TellLoad(comb);
+        else
+            FormLoad(comb);
+        stages_->AnnounceSolution();
+        if (next == nSolved)
+            nSolved = SolveFrom(combs, next);
+        model_.list_msg0(kSolution, L"OK");
         FinishLinear(comb);
     }
 }
 
-/// Frees the factor once nothing is left to be solved with it: results need room too.
-void StaticRun::ReleaseAfterLastSolution()
+void StaticRun::StartLoad(int comb)
 {
-    if (model_.linearCombCount == CombinationCount())
-        solver_->Release();
+    Load(comb).assign(static_cast<std::size_t>(model_.numberOfEquations) + 1, double128());
 }
 
 void StaticRun::FormLoad(int comb)
 {
-    model_.list_msg(CombinationTitle(model_, comb), L"...");
-    Load(comb).assign(static_cast<std::size_t>(model_.numberOfEquations) + 1, double128());
-    model_.ProcessNodalAndElementLoads(comb, members_, shells_, bricks_);
+    StartLoad(comb);
+    model_.ProcessNodalAndElementLoads(comb, groups_.members, groups_.shells, groups_.bricks);
     model_.ProcessForcedDisplacements(data_, model_.penaltyStiffness, comb);
     model_.CheckNonzeroLoadVector(Load(comb).data());
+}
+
+/// FormLoad without its words.
+/// @return  false of a load that cannot be formed: it will be told of when its turn comes
+bool StaticRun::FormLoadAhead(int comb)
+{
+    StartLoad(comb);
+    try {
+        FormLoadVector(model_, comb, groups_);
+    } catch (const jxException&) {
+        return false;
+    }
+    model_.ProcessForcedDisplacements(data_, model_.penaltyStiffness, comb);
+    hasNoLoad_[static_cast<std::size_t>(comb)] = IsZeroLoad(Load(comb));
+    return true;
+}
+
+/// The words of FormLoad, of a load that was formed ahead.
+void StaticRun::TellLoad(int comb)
+{
+    TellLoadVector(model_);
+    if (hasNoLoad_[static_cast<std::size_t>(comb)])
+        model_.list_msg(kZeroLoad, L"WARNING");
+}
+
+/// Solves the combination combs[first], whose load stands, and as many behind it as the solver gains from and can be
+/// formed. The factor goes as soon as nothing is left to be solved with it: results need room too.
+/// @return  how many combinations are solved by now
+std::size_t StaticRun::SolveFrom(const std::vector<int>& combs, std::size_t first)
+{
+    assert(first < combs.size());
+    std::vector<std::vector<double128>*> loads{&Load(combs[first])};
+    const std::size_t end = stages_->Solver().GainsFromMany() ? combs.size() : first + 1;
+    for (std::size_t k = first + 1; k < end && FormLoadAhead(combs[k]); ++k)
+        loads.push_back(&Load(combs[k]));
+    stages_->Solve(loads);
+    const std::size_t nSolved = first + loads.size();
+    if (nSolved == combs.size() && model_.linearCombCount == CombinationCount())
+        stages_->Release();
+    return nSolved;
 }
 
 void StaticRun::FinishLinear(int comb)
 {
     LogSolutionTime(model_);
-    model_.Output_All(comb, members_, shells_, bricks_);
+    model_.Output_All(comb, groups_.members, groups_.shells, groups_.bricks);
     LogOutputTime(model_);
     Outcome(comb).end = CombEnd::Linear;
-}
-
-/// All load vectors are formed first and solved in one call, which reads the factor once; each combination is then
-/// told and recovered in its turn. A load that cannot be formed is told in its turn too.
-void StaticRun::SolveTogether(const std::vector<int>& combs)
-{
-    std::vector<std::vector<RecordedMessage>> told;
-    std::vector<std::vector<double128>*> loads;
-    std::unique_ptr<jxException> fault;
-    for (const int comb : combs) {
-        MessageRecorder recorder(model_);
-        try {
-            FormLoad(comb);
-            loads.push_back(&Load(comb));
-        } catch (const jxException& e) {
-            fault = std::make_unique<jxException>(e.GetText());
-        }
-        told.push_back(recorder.Messages());
-        if (fault)
-            break;
-    }
-    solver_->SolveAll(loads);
-    if (!fault)
-        ReleaseAfterLastSolution();
-    for (std::size_t k = 0; k < told.size(); ++k) {
-        MessageRecorder::Replay(model_, told[k]);
-        if (k == loads.size())
-            throw jxException(fault->GetText());
-        solver_->Solve(Load(combs[k]));
-        FinishLinear(combs[k]);
-    }
 }
 
 }  // namespace qvx
@@ -224,14 +245,18 @@ int CjxStruct::ExecuteStatic()
 {
     if (solverType == DoubleSparse)
         return ExecuteStaticSparse();
-    return qvx::StaticRun(*this, [](CjxStruct& model,
-                                    jxSolutionData& data) { return std::make_unique<qvx::SkylineSystem>(model, data); })
+    return qvx::StaticRun(Context(),
+                          [](const qvx::RunContext& context, jxSolutionData& data) {
+                              return std::make_unique<qvx::SkylineStages>(context, data);
+                          })
         .Execute();
 }
 
 int CjxStruct::ExecuteStaticSparse()
 {
-    return qvx::StaticRun(*this, [](CjxStruct& model,
-                                    jxSolutionData& data) { return std::make_unique<qvx::SparseSystem>(model, data); })
+    return qvx::StaticRun(Context(),
+                          [](const qvx::RunContext& context, jxSolutionData& data) {
+                              return std::make_unique<qvx::SparseStages>(context, data);
+                          })
         .Execute();
 }

@@ -4,21 +4,20 @@
 #include <memory>
 #include <vector>
 
-#include "elements/brick/brick_group.h"
-#include "elements/member/beam_group.h"
-#include "elements/shell/shell4_group.h"
+#include "model/run_context.h"
 #include "model/solution_data.h"
-#include "solver/equation_solver.h"
+#include "solver/load_vector.h"
+#include "solver/system_stages.h"
 
 namespace qvx {
 
-/// One static run of a model: the stages of the linear and the nonlinear part on whatever system solves it.
+/// One static run of a model: the linear and the nonlinear part, on whatever system solves it.
 class StaticRun
 {
 public:
-    using MakeSolver = std::function<std::unique_ptr<EquationSolver>(CjxStruct&, jxSolutionData&)>;
+    using MakeStages = std::function<std::unique_ptr<SystemStages>(const RunContext&, jxSolutionData&)>;
 
-    StaticRun(CjxStruct& model, const MakeSolver& makeSolver);
+    StaticRun(const RunContext& context, const MakeStages& makeStages);
 
     /// Input check, internal units, both parts, display units. Until the units are converted back the model is in
     /// internal units; an exception that leaves here leaves it so, with bInSolution set, for RestoreInputData,
@@ -33,11 +32,14 @@ private:
     void SolveAllParts();
 
     void SolveLinearPart();
+    std::vector<int> LinearCombinations() const;
     void SolveLinearCombinations();
+    void StartLoad(int comb);
     void FormLoad(int comb);
-    void ReleaseAfterLastSolution();
+    bool FormLoadAhead(int comb);
+    void TellLoad(int comb);
+    std::size_t SolveFrom(const std::vector<int>& combs, std::size_t first);
     void FinishLinear(int comb);
-    void SolveTogether(const std::vector<int>& combs);
 
     void SolveNonlinearPart();
     /// @return  false when the stiffness could not be formed: the fault is reported and the combination has no results
@@ -50,12 +52,12 @@ private:
     bool IsPDelta(int comb) const { return model_.loadCombs[static_cast<std::size_t>(comb)].bPDelta != 0; }
     int CombinationCount() const { return static_cast<int>(model_.loadCombs.size()); }
 
+    RunContext context_;
     CjxStruct& model_;
-    CjxBmGroup members_;
-    CjxShell4Group shells_;
-    CjxBrickGroup bricks_;
+    ElementGroups groups_;
     jxSolutionData data_;
-    std::unique_ptr<EquationSolver> solver_;
+    std::unique_ptr<SystemStages> stages_;
+    std::vector<bool> hasNoLoad_;  ///< per combination; told in its turn, when the load has become a displacement
 };
 
 }  // namespace qvx

@@ -59,6 +59,9 @@ class DirectSolver
 public:
     virtual ~DirectSolver() = default;
 
+    /// Whether matrices analysed from now on are positive definite or not; begins as the settings say. To be called
+    /// while nothing is analysed: before the first analysis, or after Release.
+    virtual void ExpectDefinite(bool isPositiveDefinite) = 0;
     /// Ordering and symbolic factorisation of the pattern.
     virtual SparseStatus Analyse(const SymmetricMatrix& matrix) = 0;
     /// Numerical factorisation; needs the analysis of the same pattern.

@@ -40,6 +40,12 @@ IsolatedSolver::IsolatedSolver(const SparseSettings& settings, Make make, int le
 {
 }
 
+void IsolatedSolver::ExpectDefinite(bool isPositiveDefinite)
+{
+    settings_.isPositiveDefinite = isPositiveDefinite;
+    local_->ExpectDefinite(isPositiveDefinite);
+}
+
 SparseStatus IsolatedSolver::Analyse(const SymmetricMatrix& matrix)
 {
     Release();

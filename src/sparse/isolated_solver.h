@@ -24,6 +24,7 @@ public:
     /// @param least  equations from which the matrix is large
     IsolatedSolver(const SparseSettings& settings, Make make, int least);
 
+    void ExpectDefinite(bool isPositiveDefinite) override;
     SparseStatus Analyse(const SymmetricMatrix& matrix) override;
     SparseStatus Factorise(const SymmetricMatrix& matrix) override;
     SparseStatus Solve(const SymmetricMatrix& matrix, double* b, double* x, int nRhs) override;

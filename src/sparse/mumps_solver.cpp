@@ -1,9 +1,9 @@
 #include "sparse/mumps_solver.h"
 
 #include "sparse/free_motion.h"
-#include "sparse/lanczos.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cstddef>
 #include <cstring>
 
@@ -137,6 +137,12 @@ MumpsSolver::MumpsSolver(const SparseSettings& settings) : settings_(settings) {
 
 MumpsSolver::~MumpsSolver() = default;
 
+void MumpsSolver::ExpectDefinite(bool isPositiveDefinite)
+{
+    assert(!instance_ && "the analysis belongs to one kind of matrix");
+    settings_.isPositiveDefinite = isPositiveDefinite;
+}
+
 SparseStatus MumpsSolver::Analyse(const SymmetricMatrix& matrix)
 {
     Release();
@@ -179,8 +185,9 @@ SparseStatus MumpsSolver::StatusOf(const SymmetricMatrix& matrix) const
 SparseStatus MumpsSolver::CheckMotion(const SymmetricMatrix& matrix) const
 {
     const auto solve = [&](std::vector<double>& x) { return instance_->SolveInPlace(x.data(), 1, 0) >= 0; };
-    const SoftestMotion motion = FindSoftestMotion(matrix, SingularityLimitsOf(settings_).roundings, solve);
-    return motion.isFree ? SparseStatus{.error = -4, .equation = motion.equation} : SparseStatus{};
+    const SoftestMotion motion = FindSoftestMotion(MotionSearchOf(matrix, solve));
+    const bool isFree = motion.isFound && motion.energy <= SingularityLimitsOf(settings_).freeEnergy;
+    return isFree ? SparseStatus{.error = -4, .equation = EquationOf(motion)} : SparseStatus{};
 }
 
 // Null pivots are listed. Where there is none, a vector of negative energy names the equation that gives way by its
@@ -190,7 +197,7 @@ int MumpsSolver::FindBadPivot(const SymmetricMatrix& matrix) const
     if (instance_->Get(kNullPivotCount) > 0)
         return instance_->data.pivnul_list[0];
     const auto solve = [&](std::vector<double>& x) { return instance_->SolveInPlace(x.data(), 1, 0) >= 0; };
-    return LargestComponent(LowestVectorOfInverse(static_cast<std::size_t>(matrix.n), solve));
+    return EquationOf(FindNegativeMotion(MotionSearchOf(matrix, solve)));
 }
 
 SparseStatus MumpsSolver::Solve(const SymmetricMatrix& matrix, double* b, double* x, int nRhs)

@@ -18,6 +18,7 @@ public:
     explicit MumpsSolver(const SparseSettings& settings);
     ~MumpsSolver() override;
 
+    void ExpectDefinite(bool isPositiveDefinite) override;
     SparseStatus Analyse(const SymmetricMatrix& matrix) override;
     SparseStatus Factorise(const SymmetricMatrix& matrix) override;
     SparseStatus Solve(const SymmetricMatrix& matrix, double* b, double* x, int nRhs) override;

@@ -3,6 +3,7 @@
 #include "sparse/free_motion.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cstddef>
 #include <cstdlib>
 #include <string>
@@ -111,8 +112,15 @@ PardisoSolver::PardisoSolver(const PardisoLibrary& library, const SparseSettings
     iparm_[kPivotPerturbation] = 13;
     iparm_[kScaling] = 1;
     iparm_[kFactorTerms] = -1;
-    iparm_[kKeepDiagonal] = settings.isPositiveDefinite && library.getDiagonal != nullptr;
     iparm_[kOutOfCore] = settings.isOutOfCore ? 2 : 0;
+    ExpectDefinite(settings.isPositiveDefinite);
+}
+
+void PardisoSolver::ExpectDefinite(bool isPositiveDefinite)
+{
+    assert(!isOpen_ && "the analysis belongs to one kind of matrix");
+    settings_.isPositiveDefinite = isPositiveDefinite;
+    iparm_[kKeepDiagonal] = isPositiveDefinite && library_.getDiagonal != nullptr;
 }
 
 PardisoSolver::~PardisoSolver()
@@ -183,10 +191,11 @@ SparseStatus PardisoSolver::CheckPivots(const SymmetricMatrix& matrix)
         iparm_[kRefinementSteps] = 0;
         return static_cast<bool>(Call(kSubstitution, matrix, b.data(), x.data(), 1));
     };
-    const SoftestMotion motion = FindSoftestMotion(matrix, limits.roundings, solve);
-    if (smallest > limits.zeroPivot && !motion.isFree)
+    const SoftestMotion motion = FindSoftestMotion(MotionSearchOf(matrix, solve));
+    const bool isFree = motion.isFound && motion.energy <= limits.freeEnergy;
+    if (smallest > limits.zeroPivot && !isFree)
         return {};
-    return {.error = -4, .equation = motion.equation};
+    return {.error = -4, .equation = EquationOf(motion)};
 }
 
 // Smallest pivot over its diagonal; 0 where that is not a number, 1 where the library does not tell. Pivots come in the

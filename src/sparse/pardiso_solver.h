@@ -32,6 +32,7 @@ public:
     PardisoSolver(const PardisoLibrary& library, const SparseSettings& settings);
     ~PardisoSolver() override;
 
+    void ExpectDefinite(bool isPositiveDefinite) override;
     SparseStatus Analyse(const SymmetricMatrix& matrix) override;
     SparseStatus Factorise(const SymmetricMatrix& matrix) override;
     SparseStatus Solve(const SymmetricMatrix& matrix, double* b, double* x, int nRhs) override;

@@ -302,6 +302,19 @@ void SparseStiffness::AddBlock(const Run& rows, const Run& columns, const int* l
 template void SparseStiffness::AddElement<double>(const int*, int, const double*, Share);
 template void SparseStiffness::AddElement<double128>(const int*, int, const double128*, Share);
 
+void SparseStiffness::AddProduct(const std::vector<double128>& v, std::vector<double128>& product) const
+{
+    assert(v.size() == rowStart_.size() && product.size() == v.size());
+    for (std::size_t row = 1; row < v.size(); ++row)
+        for (int at = rowStart_[row - 1] - 1; at < rowStart_[row] - 1; ++at) {
+            const double128 term = value_[At(at)];
+            const std::size_t column = At(column_[At(at)]);
+            product[row] += term * v[column];
+            if (column != row)
+                product[column] += term * v[row];
+        }
+}
+
 TermSurvey SparseStiffness::Survey(int threads) const
 {
     const int parts = ThreadsFor(value_.size(), threads);

@@ -33,7 +33,6 @@ public:
     /// @param tables          location tables of everything that adds terms
     /// @throws jxException when the terms cannot be counted in 32 bits
     void BuildPattern(std::vector<int> nodeOfEquation, std::span<const RowTable* const> tables, int threads = 1);
-    bool HasPattern() const { return !rowStart_.empty(); }
     void SetZero();
     /// Gives the memory back.
     void Clear();
@@ -49,6 +48,9 @@ public:
     ///               are those of one thread
     template <Number Real>
     void AddElement(const int* loc, int n, const Real* k, Share share = {});
+
+    /// product += K v, formed and summed in double128; vectors by equation from 1.
+    void AddProduct(const std::vector<double128>& v, std::vector<double128>& product) const;
 
     int Equations() const { return static_cast<int>(rowStart_.size()) - 1; }
     const std::vector<int>& RowStart() const { return rowStart_; }  ///< n + 1 entries, counting from 1

@@ -94,7 +94,7 @@ Dense<Wide> ExactFactors(SkylineMatrix<Real>& k)
 template <class Real>
 SkylineMatrix<Real> Factors(SkylineMatrix<Real> k, const TileKernels<Real>& tiles)
 {
-    EXPECT_EQ(FactorizeByBlocks(k.a.data(), k.maxa.data(), k.n, false, kNoHook, tiles), 1u);
+    EXPECT_EQ(FactorizeByBlocks(k.a.data(), k.maxa.data(), k.n, Pivots::Positive, kNoHook, tiles), 1u);
     return k;
 }
 

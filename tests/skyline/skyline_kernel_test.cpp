@@ -27,7 +27,8 @@ template <class Real>
 int ThrownColumn(SkylineMatrix<Real>& k, std::vector<int>& columns)
 {
     try {
-        FactorizeSkyline(k.a.data(), k.maxa.data(), k.n, false, [&](int column) { columns.push_back(column); });
+        FactorizeSkyline(k.a.data(), k.maxa.data(), k.n, Pivots::Positive,
+                         [&](int column) { columns.push_back(column); });
     } catch (int column) {
         return column;
     }
@@ -59,7 +60,7 @@ TYPED_TEST(SkylineKernel, WholeFactorsComeBackExactly)
     for (const auto& [name, height] : Profiles(n)) {
         auto k = MatrixWithPivots<Real>(n, height, [](int) { return 1; });
 
-        FactorizeSkyline(k.a.data(), k.maxa.data(), n, false, kNoHook);
+        FactorizeSkyline(k.a.data(), k.maxa.data(), n, Pivots::Positive, kNoHook);
 
         for (int column = 1; column <= n; ++column)
             for (int row = k.FirstRow(column); row <= column; ++row)
@@ -114,7 +115,8 @@ TYPED_TEST(SkylineKernel, NegativePivotsAreToleratedOnRequestAndTheFactorsAreRig
         auto k = MatrixWithPivots<Real>(n, height, pivot);
         std::vector<int> columns;
 
-        EXPECT_EQ(FactorizeSkyline(k.a.data(), k.maxa.data(), n, true, [&](int c) { columns.push_back(c); }), 0u);
+        EXPECT_EQ(FactorizeSkyline(k.a.data(), k.maxa.data(), n, Pivots::Any, [&](int c) { columns.push_back(c); }),
+                  0u);
 
         EXPECT_EQ(columns, From2To(n));
         for (int column = 1; column <= n; ++column)
@@ -135,7 +137,7 @@ TYPED_TEST(SkylineKernel, ToleratedZeroPivotSpreadsNoFurtherThanColumnByColumn)
             for (int column = 2; column <= n; ++column)
                 FactorizeColumn(byColumn.View(), column, 1);
 
-            EXPECT_EQ(FactorizeSkyline(blocked.a.data(), blocked.maxa.data(), n, true, kNoHook), 0u);
+            EXPECT_EQ(FactorizeSkyline(blocked.a.data(), blocked.maxa.data(), n, Pivots::Any, kNoHook), 0u);
 
             for (std::size_t i = 1; i < blocked.a.size(); ++i)
                 if (byColumn.a[i] == byColumn.a[i])
@@ -152,7 +154,7 @@ TYPED_TEST(SkylineKernel, ExceptionOfTheHookLeavesAtItsColumn)
         200, [](int) { return 60; }, 3);
     int last = 0;
 
-    EXPECT_THROW(FactorizeSkyline(k.a.data(), k.maxa.data(), k.n, false,
+    EXPECT_THROW(FactorizeSkyline(k.a.data(), k.maxa.data(), k.n, Pivots::Positive,
                                   [&](int column) {
                                       last = column;
                                       if (column == 131)
@@ -169,8 +171,8 @@ TYPED_TEST(SkylineKernel, ResultsRepeatBitForBit)
         300, [](int column) { return 90 + column % 40; }, 5);
     auto second = first;
 
-    FactorizeSkyline(first.a.data(), first.maxa.data(), first.n, false, kNoHook);
-    FactorizeSkyline(second.a.data(), second.maxa.data(), second.n, false, kNoHook);
+    FactorizeSkyline(first.a.data(), first.maxa.data(), first.n, Pivots::Positive, kNoHook);
+    FactorizeSkyline(second.a.data(), second.maxa.data(), second.n, Pivots::Positive, kNoHook);
 
     EXPECT_EQ(std::memcmp(first.a.data(), second.a.data(), first.a.size() * sizeof(Real)), 0);
 }
@@ -194,7 +196,7 @@ TYPED_TEST(SkylineKernel, SolutionOfALoadIsTheVectorItWasFormedFrom)
                         v[static_cast<std::size_t>(column)] += k(row, column) * x[static_cast<std::size_t>(row)];
                 }
 
-            FactorizeSkyline(k.a.data(), k.maxa.data(), n, false, kNoHook);
+            FactorizeSkyline(k.a.data(), k.maxa.data(), n, Pivots::Positive, kNoHook);
             for (const TileKernels<Real>* tiles : AvailableTileKernels<Real>()) {
                 auto solution = v;
                 ReduceAndBackSubstituteWith(k.a.data(), k.maxa.data(), n, solution.data(), *tiles);
