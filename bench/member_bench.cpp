@@ -10,6 +10,7 @@
 #include "elements/member/beam_group.h"
 #include "elements/member/member_releases.h"
 #include "elements/member/member_stiffness.h"
+#include "model/solution_data.h"
 #include "tools/geometry.h"
 
 namespace {

@@ -7,6 +7,7 @@
 #include "elements/brick/brick_group.h"
 #include "elements/member/beam_group.h"
 #include "elements/shell/shell4_group.h"
+#include "model/solution_data.h"
 #include "platform/host_services.h"
 #include "solver/sparse_stages.h"
 #include "sparse/direct_solver.h"

@@ -18,6 +18,7 @@
 #include <dlfcn.h>
 #include <malloc.h>
 
+#include "model/solution_data.h"
 #include "sparse/pardiso_solver.h"
 #include "sparse_measure.h"
 

@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
-# Installs what building, running and testing qvxFEM needs on Debian 12 and is not there yet; does nothing the
-# second time. Says what it does; needs root or sudo only when something is missing.
+# setup.sh [checks]: installs what building, running and testing qvxFEM needs on Debian 12 and is not there yet; does
+# nothing the second time. Says what it does; needs root or sudo only when something is missing.
+# checks: what scripts/lint.sh and scripts/docs.sh need too.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
@@ -16,6 +17,7 @@ packages=(
   libmpfr-dev                  # reference arithmetic of the double128 tests
   clang-format                 # layout check
 )
+[ "${1:-}" != checks ] || packages+=(clang-tidy doxygen)
 
 # The routine pardiso comes with Intel's library, in Debian's non-free component: runtime packages only, 0.2 GB. It is
 # wanted, not needed: without it the engine uses MUMPS. QVXFEM_PARDISO=0 leaves it out.

@@ -43,7 +43,7 @@ public:
 
 enum CheckMode : int { kStaticCheck = 0, kFrequencyCheck = 1 };
 
-// The stages of the check, in their order; each in the file of its subject.
+/// The stages of the check, in their order; each in the file of its subject.
 void LimitSettings(InputCheck& check);            ///< input_check_settings.cpp
 void CheckMassCombination(InputCheck& check);     ///< input_check_settings.cpp
 void CheckConsistency(InputCheck& check);         ///< input_check_settings.cpp

@@ -51,12 +51,12 @@ enum ModelType : int {
 ///
 /// Record vectors are sorted by id, load cases excepted; a record refers to another by id. Numbers are in the model's
 /// units while the host edits, in inch, pound, radian, degree F during a run (bInSolution). Angles are radians always.
-/// Nodal forces, displacements and reactions are positive along the global axes, moments and rotations by the right-hand
-/// rule; reactions are the actions on the structure.
-/// One thread at a time uses an object, GetNextCounterString excepted. Combinations are named by index from 0, the
-/// combination index -1 is the modal result where a function says so.
-/// Analysis entries return 1 on success and 0 when the input is refused; every other failure leaves as jxException and
-/// leaves the model in internal units with the saved input in place, for RestoreInputData to bring back.
+/// Nodal forces, displacements and reactions are positive along the global axes, moments and rotations by the
+/// right-hand rule; reactions are the actions on the structure. One thread at a time uses an object,
+/// GetNextCounterString excepted. Combinations are named by index from 0, the combination index -1 is the modal result
+/// where a function says so. Analysis entries return 1 on success and 0 when the input is refused; every other failure
+/// leaves as jxException and leaves the model in internal units with the saved input in place, for RestoreInputData to
+/// bring back.
 class QVXFEM_API CjxStruct
 {
 public:
@@ -83,8 +83,8 @@ public:
     int ExecuteStatic();
     /// What ExecuteStatic calls when solverType is DoubleSparse; only then.
     int ExecuteStaticSparse();
-    /// Checks the input and puts settings out of range right. All faults are listed and logged, none throws.
-    /// Changes: clamped settings, bSelected of nodes that nothing holds, bNonlinear, linearCombCount, links, the section
+    /// Checks the input and puts settings out of range right. All faults are listed and logged, none throws. Changes:
+    /// clamped settings, bSelected of nodes that nothing holds, bNonlinear, linearCombCount, links, the section
     /// "RIGID_LINK". No units, no results.
     /// @param mode     0 static, 1 frequency
     /// @param bSilent  leaves the length variation questions out
@@ -142,7 +142,8 @@ public:
 
     // --- Model operations -------------------------------------------------------------------------------------------
     /// Turns span and surface loads along local axes into loads along global ones, of the same resultant, in place.
-    /// @throws jxException  "error finding <record> <id>" for a load on no element; lists of loads before its own are turned by then
+    /// @throws jxException  "error finding <record> <id>" for a load on no element; lists of loads before its own are
+    /// turned by then
     void ConvertAllLocalLoadsToGlobalLoads();
     /// Section of members that act as rigid links ("RIGID_LINK"): 100,000 times the model's largest area and inertia.
     jxSect GetRigidLinkSection() const;
@@ -186,8 +187,8 @@ public:
     /// Lists physical memory, total and available, and what the run needs, in MB. Returns 1; refuses nothing.
     int memcheck(std::ofstream& log, int kilobytes);
     int GetNumberOfCPUs() const;  ///< that the operating system reports
-    /// The callback opens a progress window in its own time and stores it in progressWindow: the factorisation waits for
-    /// it, then posts message 1125 once and 1124 with percent and thread as it goes on. Null for none.
+    /// The callback opens a progress window in its own time and stores it in progressWindow: the factorisation waits
+    /// for it, then posts message 1125 once and 1124 with percent and thread as it goes on. Null for none.
     void SetPardisoFactorizationStartedCallback(void (*callback)(CjxStruct*));
     CWnd* progressWindow = nullptr;  ///< of the host
     std::ofstream fileLog;           ///< opened by the host before the first analysis
@@ -397,8 +398,8 @@ public:
                                    qvx::double128 penalty, int comb);
     /// r = minus mean displacement of the nodes (positions from 1) times stiffness; 0 where the spring failed.
     void _SpringReactions(double r[6], int* nodes, int nNodes, const jxSpring& spring, int comb);
-    /// Loads on member id: its span loads times the factors of comb, each along the axes it was entered in, then its end
-    /// forces, once there are some.
+    /// Loads on member id: its span loads times the factors of comb, each along the axes it was entered in, then its
+    /// end forces, once there are some.
     void GetBeamLoads(std::vector<jxPtLoad>& pts, std::vector<jxLnLoad>& lines, int id, int comb) const;
     void AllBeamEndForces(CjxBmGroup& group, int comb);  ///< a record per member; zeros when it takes no part
     /// Curves with stations at segments, loads and extremes; of a member that takes no part its two ends, at zero.

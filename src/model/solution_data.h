@@ -11,35 +11,39 @@
 
 namespace qvx {
 
-/// What a term of the stiffness lost when it was rounded into its store, row <= column.
+/// What a term of the stiffness lost when it was rounded into its store. Refinement forms residuals with the term as it
+/// was before.
 struct RoundedTerm
 {
-    int row;
-    int column;
-    double lost;
+    int row;      ///< equation, from 1, row <= column
+    int column;   ///< equation, from 1
+    double lost;  ///< exact value less stored value
 };
 
 }  // namespace qvx
 
-/// Working data of one run. All arrays count from 1: slot 0 is unused.
+/// Working data of one run. All arrays count from 1: slot 0 is unused. A row table has a row per record, by its
+/// position, with the equations of its degrees of freedom in the order of the element, 0 where there is none. Of the
+/// stores one is filled, that of the solver type; the term in row i <= column j of a skyline stands at maxa[j] + (j -
+/// i).
 struct jxSolutionData
 {
-    std::vector<double> origDiag;           ///< diagonals before factorisation, double solver
-    std::vector<qvx::double128> origDiagQ;  ///< the same, quad solver
-    std::vector<int> maxa;                  ///< address of each column's diagonal
-    std::vector<std::int64_t> maxa64;       ///< the same in 64 bits, to detect overflow
-    std::vector<double> K;                  ///< stiffness in skyline form, double solver
-    std::vector<qvx::double128> KQ;         ///< stiffness in skyline form, quad solver
-    qvx::RowTable lmBeams;
-    qvx::RowTable lmShell3s;
-    qvx::RowTable lmShell4s;
-    qvx::RowTable lmBricks;
-    qvx::RowTable lmLinks;
-    qvx::RowTable lmConstraints;
-    qvx::RowTable lmCoupledSprings;
-    std::vector<int> columnHeight;  ///< distance from the diagonal to the topmost stored term
-    std::vector<double> M;          ///< second matrix of an eigen run
-    std::vector<qvx::double128> MQ;
+    std::vector<double> origDiag;                 ///< diagonals before factorisation, double solver
+    std::vector<qvx::double128> origDiagQ;        ///< the same, quad solver
+    std::vector<int> maxa;                        ///< address of each column's diagonal
+    std::vector<std::int64_t> maxa64;             ///< the same in 64 bits, to detect overflow
+    std::vector<double> K;                        ///< stiffness in skyline form, double solver
+    std::vector<qvx::double128> KQ;               ///< stiffness in skyline form, quad solver
+    qvx::RowTable lmBeams;                        ///< 12 equations a row
+    qvx::RowTable lmShell3s;                      ///< empty: they take no part
+    qvx::RowTable lmShell4s;                      ///< 24, six at each corner
+    qvx::RowTable lmBricks;                       ///< 24, three at each corner
+    qvx::RowTable lmLinks;                        ///< 12
+    qvx::RowTable lmConstraints;                  ///< 2
+    qvx::RowTable lmCoupledSprings;               ///< 6
+    std::vector<int> columnHeight;                ///< distance from the diagonal to the topmost stored term
+    std::vector<double> M;                        ///< second matrix of an eigen run
+    std::vector<qvx::double128> MQ;               ///< the same, quad solver
     qvx::SparseStiffness sparseK;                 ///< stiffness for a direct sparse solver
     int bAnalysed = 0;                            ///< a direct sparse solver knows the pattern of sparseK
     std::vector<qvx::double128> settlement;       ///< prescribed displacements v by equation; empty without any

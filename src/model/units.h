@@ -47,7 +47,7 @@ QVXFEM_API double UnitFactor(int unit);
 QVXFEM_API std::optional<int> FindUnit(std::wstring_view name);
 /// The units in which a quantity can be given.
 QVXFEM_API UnitRange UnitsOf(Quantity quantity);
-QVXFEM_API bool IsUnitOf(Quantity quantity, int unit);
+QVXFEM_API bool IsUnitOf(Quantity quantity, int unit);  ///< within UnitsOf the quantity
 
 /// The set in which every quantity is composed of one force, one length, the radian and one temperature, such as
 /// "kN", "m", "C"; numbers of one such set fit together. Nothing when the unit table lacks one of its units.
@@ -56,11 +56,11 @@ QVXFEM_API std::optional<jxUnit> ConsistentUnits(std::wstring_view force, std::w
 
 /// Label of a quantity: "Length", "Dimension", ...
 QVXFEM_API const wchar_t* QuantityLabel(Quantity quantity);
-QVXFEM_API std::optional<Quantity> FindQuantity(std::wstring_view label);
+QVXFEM_API std::optional<Quantity> FindQuantity(std::wstring_view label);  ///< exact; nothing when there is none
 
 /// Name of a number format: "#.0" to "#.000000" (fixed point), "#.0E+00" to "#.000000E+00" (with exponent).
 QVXFEM_API const wchar_t* FormatName(int format);
-QVXFEM_API std::optional<int> FindFormat(std::wstring_view name);
+QVXFEM_API std::optional<int> FindFormat(std::wstring_view name);  ///< exact; nothing when there is none
 /// Decimals of a number format: 1 to 6.
 QVXFEM_API int FormatPrecision(int format);
 /// Conversion letter of a number format: 'f' or 'e'.

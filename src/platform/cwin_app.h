@@ -2,11 +2,12 @@
 
 #include "platform/export.h"
 
-/// Application object of the host framework: profile access.
+/// Application object of the host framework: profile access. It holds nothing: settings are the host's.
 class QVXFEM_API CWinApp
 {
 public:
     virtual ~CWinApp();
+    /// Machine setting of the host (HostServices::ProfileInteger).
     int GetProfileInt(const wchar_t* section, const wchar_t* key, int defaultValue) const;
 };
 

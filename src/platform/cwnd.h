@@ -17,5 +17,6 @@ public:
     virtual int PostMessageW(UINT message, WPARAM wParam, LPARAM lParam) = 0;
     /// Handle of the window; null when it was closed.
     virtual void* GetSafeHwnd() const = 0;
+    /// Shows the window above others; nothing when that is not possible.
     virtual void BringWindowToTop() = 0;
 };

@@ -18,9 +18,9 @@ public:
     FileError(std::string_view file, std::string_view place, std::string_view reason);
     ~FileError() override;
 
-    const std::string& File() const { return file_; }
-    const std::string& Place() const { return place_; }
-    const std::string& Reason() const { return reason_; }
+    const std::string& File() const { return file_; }      ///< as given to the constructor
+    const std::string& Place() const { return place_; }    ///< as given to the constructor
+    const std::string& Reason() const { return reason_; }  ///< as given to the constructor
 
 private:
     std::string file_;

@@ -27,25 +27,28 @@ class QVXFEM_API HostServices
 public:
     virtual ~HostServices();
 
+    /// Shows a message, or asks. @param flags MessageBoxFlags @return a MessageBoxButton
     virtual int MessageBox(const std::wstring& text, unsigned flags);
     /// Whether somebody reads a question before it is answered; of a host of one's own true, unless it says otherwise.
     virtual bool IsUserThere();
+    /// Asked often by long loops, from the thread of the run; true makes the run ask whether to stop.
     virtual bool IsAbortKeyDown();
+    /// Machine setting, the default when it is not set.
     virtual int ProfileInteger(const std::wstring& section, const std::wstring& key, int defaultValue);
-    virtual MemoryStatus Memory();
-    virtual int ProcessorCount();
+    virtual MemoryStatus Memory();  ///< zeros when the system does not tell
+    virtual int ProcessorCount();   ///< that threads may run on, 1 at least
     /// Folder of the running executable, without a separator at its end.
     virtual std::wstring ExecutableFolder();
-    virtual std::wstring CurrentFolder();
+    virtual std::wstring CurrentFolder();  ///< in which solver files are written
     /// True when the file existed and is gone.
     virtual bool DeleteFile(const std::wstring& path);
-    virtual void DebugOutput(const std::wstring& text);
+    virtual void DebugOutput(const std::wstring& text);  ///< for a developer; to the error stream when headless
 };
 
 /// Installs the host of this process and gives back the one before; null installs the headless host.
 /// The caller keeps ownership and must outlive its use.
 QVXFEM_API HostServices* SetHostServices(HostServices* services);
-QVXFEM_API HostServices& Host();
+QVXFEM_API HostServices& Host();  ///< the host installed, else the headless one
 
 /// The platform's folder separator.
 QVXFEM_API wchar_t FolderSeparator();

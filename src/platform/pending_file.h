@@ -8,9 +8,9 @@
 
 namespace qvx {
 
-/// The name under which a file is written until it is whole: a temporary one in the same folder, which Commit turns into
-/// the file's own. Without Commit nothing is left behind and a file that stood there before is untouched. Of a link the
-/// target is replaced. A device or pipe is written to directly.
+/// The name under which a file is written until it is whole: a temporary one in the same folder, which Commit turns
+/// into the file's own. Without Commit nothing is left behind and a file that stood there before is untouched. Of a
+/// link the target is replaced. A device or pipe is written to directly.
 class QVXFEM_API PendingFile
 {
 public:
@@ -20,6 +20,7 @@ public:
     PendingFile(const PendingFile&) = delete;
     PendingFile& operator=(const PendingFile&) = delete;
 
+    /// The file's own name, of a link that of its target.
     const std::filesystem::path& Path() const { return path_; }
     /// Where to write.
     const std::filesystem::path& Written() const { return written_; }
@@ -34,6 +35,7 @@ public:
     void Commit();
     /// Leaves nothing behind.
     void Discard();
+    /// Discards and throws FileError "cannot be written" with the system's text for the error number.
     [[noreturn]] void Fail(int errorNumber);
 
 private:

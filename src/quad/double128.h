@@ -54,25 +54,25 @@ inline double SumError(double a, double b, double s)
 class double128
 {
 public:
-    constexpr double128() = default;
-    constexpr double128(double value) : hi_(value) {}
-    constexpr double128(int value) : hi_(value) {}
+    constexpr double128() = default;                   ///< 0
+    constexpr double128(double value) : hi_(value) {}  ///< exact
+    constexpr double128(int value) : hi_(value) {}     ///< exact
     /// @param lo  at most half a unit in the last place of hi
     constexpr double128(double hi, double lo) : hi_(hi), lo_(lo) {}
 
-    constexpr double Hi() const { return hi_; }
-    constexpr double Lo() const { return lo_; }
+    constexpr double Hi() const { return hi_; }  ///< the number rounded to double
+    constexpr double Lo() const { return lo_; }  ///< what that rounding left
 
     /// Nearest double.
     explicit constexpr operator double() const { return hi_; }
     /// Whole part of hi + lo, toward zero. Values beyond the range of int give its nearest end, NaN the lowest int.
     explicit constexpr operator int() const;
 
-    double128& operator+=(const double128& b) { return *this = Sum(*this, b); }
-    double128& operator-=(const double128& b) { return *this = Sum(*this, -b); }
-    double128& operator*=(const double128& b) { return *this = Product(*this, b); }
-    double128& operator/=(const double128& b) { return *this = Quotient(*this, b); }
-    constexpr double128 operator-() const { return {-hi_, -lo_}; }
+    double128& operator+=(const double128& b) { return *this = Sum(*this, b); }       ///< to 2^-100
+    double128& operator-=(const double128& b) { return *this = Sum(*this, -b); }      ///< to 2^-100
+    double128& operator*=(const double128& b) { return *this = Product(*this, b); }   ///< to 2^-100
+    double128& operator/=(const double128& b) { return *this = Quotient(*this, b); }  ///< to 2^-100
+    constexpr double128 operator-() const { return {-hi_, -lo_}; }                    ///< exact
 
 private:
     static double128 Sum(const double128& a, const double128& b);
@@ -145,6 +145,7 @@ inline double128 double128::Quotient(const double128& a, const double128& b)
     return Normalized(q, remainder / b.hi_, q);
 }
 
+/// The operation with assignment on a copy of a; so with the three below.
 inline double128 operator+(double128 a, const double128& b)
 {
     return a += b;
@@ -161,6 +162,7 @@ inline double128 operator/(double128 a, const double128& b)
 {
     return a /= b;
 }
+/// Both parts equal; comparisons are exact, and false where a part is not a number.
 constexpr bool operator==(const double128& a, const double128& b)
 {
     return a.Hi() == b.Hi() && a.Lo() == b.Lo();
@@ -182,6 +184,7 @@ constexpr bool operator>=(const double128& a, const double128& b)
     return b <= a;
 }
 
+/// Absolute value; exact.
 inline double128 fabs(const double128& a)
 {
     return std::signbit(a.Hi()) ? -a : a;

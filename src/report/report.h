@@ -25,6 +25,8 @@ struct QVXFEM_API jxReport
 {
     jxReport();  ///< every section, of all records
 
+    ///@{
+    /// Whether the section of its name is written; docs/report.md says what it holds.
     int bGeneralInfo;
     int bUnits;
     int bMaterials;
@@ -74,6 +76,7 @@ struct QVXFEM_API jxReport
     int bMultiDofConstraintForces;
     int bNodalCoupledSpringReactions;
     int bNodalResultants;
+    ///@}
     int bSelectedOnly;  ///< leaves out the rows of nodes, members, shells and bricks that are not selected
     int tableWidth;     ///< of every table: up to 100 in percent of the page, above in pixels
     int bHtmlTables;    ///< 1 tables, 0 monospaced text
@@ -87,17 +90,17 @@ struct QVXFEM_API jxReport
 class QVXFEM_API CjxReport : public jxReport
 {
 public:
-    CjxReport();
-    ~CjxReport();
+    CjxReport();   ///< every section, no model yet, no file
+    ~CjxReport();  ///< closes the file; an error of the disk is lost then, unlike with close_file
     CjxReport(const CjxReport&) = delete;
     CjxReport& operator=(const CjxReport&) = delete;
 
-    std::ofstream file;
-    CjxStruct* model = nullptr;  ///< of the caller
-    unsigned char hasStaticResults = 0;
-    unsigned char hasEigenResults = 0;
-    unsigned char hasSpectrumResults = 0;
-    std::function<void()> onPiece;  ///< called before each megabyte is written; what it throws ends the report
+    std::ofstream file;                    ///< of open_file
+    CjxStruct* model = nullptr;            ///< of the caller; set before anything else is called
+    unsigned char hasStaticResults = 0;    ///< sections of static results are written
+    unsigned char hasEigenResults = 0;     ///< sections of modes are written
+    unsigned char hasSpectrumResults = 0;  ///< sections of responses to spectra are written
+    std::function<void()> onPiece;         ///< called before each megabyte is written; what it throws ends the report
 
     /// Opens "<document path>.htm". False, after the message box "Error opening file %s", when that fails.
     bool open_file();
@@ -107,13 +110,16 @@ public:
     /// "<p></p>" in tables, and the end of a line.
     void endline();
     /// The whole report; a file that stood under its name is replaced.
-    /// @throws jxException "error finding <record> <id>" for a reference to nothing, and as close_file. What was written
-    /// until then stays, without the closing lines.
+    /// @throws jxException "error finding <record> <id>" for a reference to nothing, and as close_file. What was
+    /// written until then stays, without the closing lines.
     void run_report();
     /// Whether the last run_report wrote the report to its end.
     bool IsWhole() const { return isWhole_; }
 
     // --- Settings, properties (report/report_settings.cpp, report_properties.cpp) --------------------------------
+    ///@{
+    /// Writes one section to the open file: heading, then a row per item in the order of the model. Throws as
+    /// run_report.
     void list_general_info();
     void list_units();
     void list_miscellaneous();
@@ -123,8 +129,11 @@ public:
     void list_load_cases();
     void list_load_combinations();
     void list_load_combinations_design();
+    ///@}
 
     // --- Geometry and its boundary (report/report_geometry.cpp, report_boundary.cpp) ------------------------------
+    ///@{
+    /// Writes one section: heading, then a row per record in the order of the model. Throws as run_report.
     void list_nodes();
     void list_beams();
     void list_beams_stiffness_factors();
@@ -139,8 +148,11 @@ public:
     void list_shell4_springs();
     void list_moment_releases();
     void list_diaphragms();
+    ///@}
 
     // --- Loads of the included load cases (report/report_loads.cpp) -----------------------------------------------
+    ///@{
+    /// Writes one section: per load case heading and rows, in the order of the model. Throws as run_report.
     void list_nodal_loads();
     void list_beam_point_loads();
     void list_beam_linear_loads();
@@ -150,8 +162,11 @@ public:
     void list_brick_thermal_loads();
     void list_additional_nodal_masses();
     void list_area_loads();
+    ///@}
 
     // --- Results of the combinations that are flagged for solution (report/report_*_results.cpp) -------------------
+    ///@{
+    /// Writes one section: per combination heading and rows, units and sign as docs/report.md. Throws as run_report.
     void list_nodal_displacements();
     void list_support_reactions();
     void list_multi_dof_constraint_forces();
@@ -172,13 +187,17 @@ public:
     void list_brick_stresses();
     void list_brick_principal_stresses();
     void list_brick_nodal_resultants();
+    ///@}
 
     // --- Modes (report/report_modal.cpp); direction 0 X, 1 Y, 2 Z --------------------------------------------------
+    ///@{
+    /// Writes one section: per mode heading and rows. Throws as run_report.
     void list_eigen_values();
     void list_eigen_vectors();
     void list_participation_factors();
     void list_modal_displacements(int direction);
     void list_inertial_forces(int direction);
+    ///@}
 
     /// The 21 terms of a coupled spring: seven lines of three with their unit, all but the first indented to the column
     /// of the values; "</br>" ends a line in tables.

@@ -30,6 +30,7 @@ class CjxStruct;
 class QVXFEM_API CSap2000Importer
 {
 public:
+    /// @param model  of the caller, outlives the importer; nothing is read yet
     CSap2000Importer(const CString& path, CjxStruct* model);
 
     /// Reads the file. False only when it cannot be opened, after a message box that says so.

@@ -1,6 +1,7 @@
 #include "solver/settlement.h"
 
 #include "elements/stiffness_sink.h"
+#include "model/solution_data.h"
 #include "solver/penalty_supports.h"
 #include "solver/refinement.h"
 

@@ -2,19 +2,19 @@
 
 /// Kinds of rolled shapes.
 enum SteelShape : int {
-    kShapeNone = -1,
-    kShapeW = 0,
+    kShapeNone = -1,  ///< no shape of the table
+    kShapeW = 0,      ///< I shapes, down to HP
     kShapeM,
     kShapeS,
     kShapeHP,
-    kShapeC,
+    kShapeC,  ///< channels
     kShapeMC,
-    kShapeWT,
+    kShapeWT,  ///< tees cut from the shape of the other letter
     kShapeMT,
     kShapeST,
-    kShapeL,
-    kShape2L,
-    kShapeHssRect,
+    kShapeL,        ///< angles
+    kShape2L,       ///< double angles, legs back to back
+    kShapeHssRect,  ///< hollow sections
     kShapeHssSquare,
     kShapeHssRound,
     kShapePipe,

@@ -13,10 +13,12 @@ class CAiscDesign;
 class QVXFEM_API CSteelDesignManager
 {
 public:
+    /// The one table; the first call reads it. Any thread.
     static const CSteelDesignManager& Instance();
 
     /// @return  true when the table has a shape with this label; out stays as it is otherwise
     bool GetAiscSection(jxSect_AISC& out, const wchar_t* label) const;
+    /// Whether the table has a shape with this label.
     bool IsValidAiscSection(const wchar_t* label) const;
     /// Kind of the shape (SteelShape); kShapeNone when the table does not have it.
     int get_shape(const wchar_t* label) const;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cassert>
 #include <cmath>
 #include <cstddef>
 #include <span>
@@ -14,7 +15,8 @@
 namespace qvx {
 
 /// Crout LU factors of a dense matrix with implicit scaled partial pivoting, in storage of the caller: pivots are
-/// compared as if every row had the same largest term. A pivot of exactly 0 becomes 1e-100 and the decomposition goes on.
+/// compared as if every row had the same largest term. A pivot of exactly 0 becomes 1e-100 and the decomposition goes
+/// on.
 /// @tparam N  order when it is known at compile time, else 0
 /// Source: Press, Teukolsky, Vetterling & Flannery, Numerical Recipes in C, 2nd ed. (1992), section 2.3.
 template <Number Real, int N = 0>
@@ -27,6 +29,8 @@ public:
     /// @throws jxException "Singular matrix in routine ludcmp" when a row is entirely zero
     CroutLu(Real* lu, int* rowOf, Real* scale, int n) : lu_(lu), rowOf_(rowOf), n_(n)
     {
+        assert(lu != nullptr && rowOf != nullptr && scale != nullptr);
+        assert(n > 0 && (N == 0 || n == N));
         ScaleRows(scale);
         Decompose(scale);
     }
@@ -35,7 +39,9 @@ public:
     /// @param x  n x m, row-major
     void Solve(Real* x, int m = 1) const
     {
+        assert(m >= 1);
         for (int i = 0; i < Order(); ++i) {
+            assert(rowOf_[i] >= i && rowOf_[i] < Order());
             Real* row = x + i * m;
             if (rowOf_[i] != i)
                 std::swap_ranges(row, row + m, x + rowOf_[i] * m);
@@ -63,7 +69,7 @@ private:
             row[j] -= factor * other[j];
     }
 
-    // Inverse of the largest term of each row.
+    /// Inverse of the largest term of each row: what a pivot is weighed with.
     void ScaleRows(Real* scale) const
     {
         using std::fabs;
@@ -78,23 +84,18 @@ private:
         }
     }
 
+    /// Column by column: first the terms of U above the diagonal, then those of L with the diagonal before the
+    /// division,
+    ///     u_ij = a_ij - sum_k<i l_ik u_kj,    l_ij u_jj = a_ij - sum_k<j l_ik u_kj,
+    /// of which the one that weighs most becomes the pivot u_jj.
     void Decompose(Real* scale)
     {
-        using std::fabs;
         for (int j = 0; j < Order(); ++j) {
             for (int i = 0; i < j; ++i)
                 SubtractProducts(i, j, i);
-            // Of equal merits the first row stands. A column without any pivot then takes its own row, and a singular
-            // part of the matrix leaves the unknowns that it is not coupled with alone.
-            int pivotRow = j;
-            Real largest(0);
-            for (int i = j; i < Order(); ++i) {
+            for (int i = j; i < Order(); ++i)
                 SubtractProducts(i, j, j);
-                if (const Real merit = scale[i] * fabs(At(i, j)); merit > largest) {
-                    largest = merit;
-                    pivotRow = i;
-                }
-            }
+            const int pivotRow = PivotRow(j, scale);
             Interchange(pivotRow, j);
             std::swap(scale[pivotRow], scale[j]);
             rowOf_[j] = pivotRow;
@@ -105,12 +106,31 @@ private:
         }
     }
 
+    /// Of equal merits the first row stands. A column without any pivot then takes its own row, and a singular part of
+    /// the matrix leaves the unknowns that it is not coupled with alone.
+    int PivotRow(int j, const Real* scale) const
+    {
+        using std::fabs;
+        int pivotRow = j;
+        Real largest(0);
+        for (int i = j; i < Order(); ++i) {
+            const Real merit = scale[i] * fabs(At(i, j));
+            if (!(merit > largest))
+                continue;
+            largest = merit;
+            pivotRow = i;
+        }
+        return pivotRow;
+    }
+
+    /// a_ij less the first count products of its row of L with its column of U.
     void SubtractProducts(int i, int j, int count)
     {
         for (int k = 0; k < count; ++k)
             At(i, j) -= At(i, k) * At(k, j);
     }
 
+    /// Whole rows change places, those of L too, so that rowOf_ alone tells what became of the right-hand side.
     void Interchange(int a, int b)
     {
         if (a == b)

@@ -16,6 +16,7 @@ class DesignTrace
 {
 public:
     virtual ~DesignTrace() = default;
+    /// Called once a figure, in the order in which the check forms them; the figure itself does not outlive the call.
     virtual void Note(const DesignFigure& figure) = 0;
 };
 

@@ -8,21 +8,26 @@
 
 namespace qvx {
 
-/// Dense row-major matrix of fixed size on the stack, zero at construction.
+/// Dense row-major matrix of fixed size on the stack, zero at construction. Rows and columns count from 0; an index
+/// out of range is a fault of ours (assert). Products take the terms in the order of their index k, so that a result
+/// does not depend on the compiler's mind.
 template <class Real, int Rows, int Columns>
 class FixedMatrix
 {
 public:
+    /// Term in a row and a column, to be changed.
     constexpr Real& operator()(int row, int column)
     {
         assert(row >= 0 && row < Rows && column >= 0 && column < Columns);
         return terms_[static_cast<std::size_t>(row * Columns + column)];
     }
+    /// Term in a row and a column.
     constexpr const Real& operator()(int row, int column) const
     {
         assert(row >= 0 && row < Rows && column >= 0 && column < Columns);
         return terms_[static_cast<std::size_t>(row * Columns + column)];
     }
+    /// All terms, row by row, for kernels that walk through them.
     constexpr Real* data() { return terms_.data(); }
     constexpr const Real* data() const { return terms_.data(); }
 
@@ -30,16 +35,18 @@ private:
     std::array<Real, static_cast<std::size_t>(Rows* Columns)> terms_{};
 };
 
+/// Rotations; stiffness of members and links (two nodes of six DOFs); of shells and bricks (4 x 6, 8 x 3).
 template <Number Real>
 using Matrix3 = FixedMatrix<Real, 3, 3>;
 template <Number Real>
 using Matrix12 = FixedMatrix<Real, 12, 12>;
 template <Number Real>
 using Matrix24 = FixedMatrix<Real, 24, 24>;
+/// Vector that such a matrix multiplies.
 template <Number Real, int N>
 using FixedVector = std::array<Real, static_cast<std::size_t>(N)>;
 
-/// A * B
+/// A B: c_ij = sum_k a_ik b_kj.
 template <class Real, int R, int N, int C>
 FixedMatrix<Real, R, C> operator*(const FixedMatrix<Real, R, N>& a, const FixedMatrix<Real, N, C>& b)
 {
@@ -51,7 +58,7 @@ FixedMatrix<Real, R, C> operator*(const FixedMatrix<Real, R, N>& a, const FixedM
     return product;
 }
 
-/// A^t * B
+/// A^t B: c_ij = sum_k a_ki b_kj, without forming the transpose.
 template <class Real, int N, int R, int C>
 FixedMatrix<Real, R, C> TransposeTimes(const FixedMatrix<Real, N, R>& a, const FixedMatrix<Real, N, C>& b)
 {
@@ -63,7 +70,7 @@ FixedMatrix<Real, R, C> TransposeTimes(const FixedMatrix<Real, N, R>& a, const F
     return product;
 }
 
-/// A * x
+/// A x: y_i = sum_k a_ik x_k.
 template <class Real, int R, int C>
 std::array<Real, static_cast<std::size_t>(R)> operator*(const FixedMatrix<Real, R, C>& a,
                                                         const std::array<Real, static_cast<std::size_t>(C)>& x)
@@ -90,6 +97,7 @@ Matrix3<Real> RotationMatrix(const double (&cosines)[3][3])
 template <Number Real, int N>
 Matrix3<Real> Block3(const FixedMatrix<Real, N, N>& k, int row, int column)
 {
+    assert(row >= 0 && row + 3 <= N && column >= 0 && column + 3 <= N);
     Matrix3<Real> block;
     for (int i = 0; i < 3; ++i)
         for (int j = 0; j < 3; ++j)
@@ -101,6 +109,7 @@ Matrix3<Real> Block3(const FixedMatrix<Real, N, N>& k, int row, int column)
 template <Number Real, int N>
 void SetBlock3(FixedMatrix<Real, N, N>& k, int row, int column, const Matrix3<Real>& block)
 {
+    assert(row >= 0 && row + 3 <= N && column >= 0 && column + 3 <= N);
     for (int i = 0; i < 3; ++i)
         for (int j = 0; j < 3; ++j)
             k(row + i, column + j) = block(i, j);

@@ -2,13 +2,14 @@
 
 #include "platform/export.h"
 
-/// Point or vector in three dimensions.
+/// Point or vector in three dimensions; right-handed axes, any unit. The operators are those of vectors.
 struct jxPoint
 {
     double x = 0;
     double y = 0;
     double z = 0;
 
+    /// Adds component by component.
     jxPoint& operator+=(const jxPoint& b)
     {
         x += b.x;
@@ -16,6 +17,7 @@ struct jxPoint
         z += b.z;
         return *this;
     }
+    /// Subtracts component by component.
     jxPoint& operator-=(const jxPoint& b)
     {
         x -= b.x;
@@ -25,18 +27,22 @@ struct jxPoint
     }
 };
 
+/// a + b.
 inline jxPoint operator+(jxPoint a, const jxPoint& b)
 {
     return a += b;
 }
+/// a - b: the way from b to a.
 inline jxPoint operator-(jxPoint a, const jxPoint& b)
 {
     return a -= b;
 }
+/// s times a.
 inline jxPoint operator*(double s, const jxPoint& a)
 {
     return {s * a.x, s * a.y, s * a.z};
 }
+/// Scalar product.
 inline double dot(const jxPoint& a, const jxPoint& b)
 {
     return a.x * b.x + a.y * b.y + a.z * b.z;

@@ -10,7 +10,8 @@ namespace qvx {
 /// systems without large pages are left as they are.
 void PreferLargePages(const void* memory, std::size_t bytes);
 
-/// Makes room for n items without touching it, in large pages where the system has them.
+/// Makes room for n items without touching it, in large pages where the system has them. The items stay as they are;
+/// room that is there already is not given back. std::bad_alloc and std::length_error as reserve throws them.
 template <class T>
 void ReserveLarge(std::vector<T>& items, std::size_t n)
 {

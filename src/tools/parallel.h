@@ -12,11 +12,12 @@ struct ParallelFault
     std::size_t index = 0;
     std::exception_ptr what;
 
+    /// Whether something was thrown.
     explicit operator bool() const { return what != nullptr; }
 };
 
-/// Calls work(0) to work(parts - 1) on as many threads, work(0) on this one. Where the system gives no thread a part is done
-/// here. work must not throw.
+/// Calls work(0) to work(parts - 1) on as many threads, work(0) on this one. Where the system gives no thread a part
+/// is done here. work must not throw.
 void RunInParallel(int parts, const std::function<void(int)>& work);
 
 /// One of several threads' share of what is numbered: runs of 16 in turn, so that neighbours mostly stay together.
@@ -25,11 +26,12 @@ struct Share
     int part = 0;
     int parts = 1;
 
+    /// Whether a number from 0 on belongs to this part; every number belongs to exactly one.
     bool Has(int number) const { return parts == 1 || (number / 16) % parts == part; }
 };
 
-/// Calls add(i, share) for all i < count in their order, once for each share of what they are added to: the shares side by
-/// side, so that every sum is that of one thread.
+/// Calls add(i, share) for all i < count in their order, once for each share of what they are added to: the shares
+/// side by side, so that every sum is that of one thread.
 void AddInShares(std::size_t count, int threads, const std::function<void(std::size_t, Share)>& add);
 
 /// Calls work(i) for first <= i < last: consecutive parts on as many threads, this one among them. All items before the
@@ -47,6 +49,8 @@ template <class Before, class Form, class Take, class Finish>
 void FormAndTakeInOrder(std::size_t count, int threads, const Before& before, const Form& form, const Take& take,
                         const Finish& finish);
 
+/// Items that are formed before the first of them is taken: enough to keep threads busy, few enough that what they form
+/// stays in the cache of the processor.
 inline constexpr std::size_t kBatchSize = 1024;
 
 template <class Before, class Form, class Take, class Finish>
@@ -66,6 +70,7 @@ void FormAndTakeInOrder(std::size_t count, int threads, const Before& before, co
     }
 }
 
+/// The same with nothing to do at the end of a batch.
 template <class Before, class Form, class Take>
 void FormAndTakeInOrder(std::size_t count, int threads, const Before& before, const Form& form, const Take& take)
 {

@@ -46,7 +46,8 @@ std::vector<SectionPoint> TeePoints(double bf, double h, double hf, double bw, d
 /// Normal stress at each point, tension positive.
 ///
 /// N = int s dA, Mz = -int s y dA, My = -int s z dA for a plane s(y, z): N / A - Mz y / Iz - My z / Iy where y and z
-/// are principal axes. Positive Mz pulls on the side of -y, positive My on the side of -z, as the member curves have it.
+/// are principal axes. Positive Mz pulls on the side of -y, positive My on the side of -z, as the member curves have
+/// it.
 std::vector<double> NormalStresses(const StressSection& section, double N, double Mz, double My);
 
 }  // namespace qvx

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <cassert>
 #include <cstddef>
 #include <cstdint>
 #include <span>
@@ -19,6 +20,7 @@ namespace qvx {
 class QVXFEM_API PointTree
 {
 public:
+    /// Copies the points; they are named by their index from 0. None is an empty tree, in which nothing is near.
     explicit PointTree(std::span<const jxPoint> points);
 
     /// Calls visit(index) for every point within reach of the segment a-b, and perhaps for some outside, in no special
@@ -43,7 +45,8 @@ private:
         std::uint32_t index = 0;
     };
 
-    // Points first to last - 1 of entries_; the left child follows its parent, a leaf has no right one.
+    // Points first to last - 1 of entries_ and the smallest box around them; highestIndex is the largest index among
+    // them, by which VisitNearFrom passes over the box. The left child follows its parent, a leaf has no right one.
     struct Box
     {
         jxPoint lowest;
@@ -88,6 +91,7 @@ std::size_t PointTree::VisitNearFrom(std::size_t first, const jxPoint& a, const 
         if (box.highestIndex < first || !CanTouch(probe, box))
             continue;
         if (box.right != 0) {
+            assert(nOpen + 2 <= open.size());
             open[nOpen++] = box.right;
             open[nOpen++] = at + 1;
             continue;

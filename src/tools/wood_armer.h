@@ -11,4 +11,5 @@
 /// Source: R. H. Wood, The reinforcement of slabs in accordance with a pre-determined field of moments, Concrete 2
 /// (1968) 69-76, with the discussion by G. S. T. Armer, 319-320.
 void CalcPlateTopMu1(double& mx, double& my, double Mx, double My, double Mxy);
+/// The bottom rule; parameters as above, results never above 0.
 void CalcPlateBotMu1(double& mx, double& my, double Mx, double My, double Mxy);

@@ -12,6 +12,7 @@
 #include "elements/progress.h"
 #include "elements/scatter.h"
 #include "model/find_record.h"
+#include "model/solution_data.h"
 #include "tools/parallel.h"
 
 namespace qvx {

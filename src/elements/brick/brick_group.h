@@ -1,7 +1,6 @@
 #pragma once
 
 #include "model/jx_struct.h"
-#include "model/solution_data.h"
 
 /// Group of all eight-node solids. It holds the model and nothing else, may be made and dropped at any time, and throws
 /// jxException "error finding node <id>" or "error finding <name> <id>" for a record that a solid names and that is not
@@ -9,6 +8,7 @@
 class QVXFEM_API CjxBrickGroup
 {
 public:
+    /// @param model  of the caller, outlives the group
     explicit CjxBrickGroup(CjxStruct* model) : model_(model) {}
 
     /// Adds the stiffness of all solids to the global stiffness, excluded ones left out. One with a negative diagonal

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "model/jx_struct.h"
-#include "model/solution_data.h"
 
 /// Working copy of one member: what every element routine reads, its records found and its axes made.
 struct jxBmEx
@@ -29,6 +28,7 @@ struct jxBmEx
 class QVXFEM_API CjxBmGroup
 {
 public:
+    /// @param model  of the caller, outlives the group
     explicit CjxBmGroup(CjxStruct* model) : model_(model) {}
 
     /// Finds the records of a member. With bLocalAxis not 0 its axes too.

@@ -10,6 +10,7 @@
 #include "elements/progress.h"
 #include "elements/scatter.h"
 #include "model/find_record.h"
+#include "model/solution_data.h"
 #include "tools/jx_point.h"
 
 namespace {

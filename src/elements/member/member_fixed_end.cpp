@@ -215,9 +215,10 @@ void _FEM_LINE2(double m1, double m2, double x1, double x2, double L, int dir, c
     const Trapezoid load{.w1 = m1, .w2 = m2, .x1 = x1, .x2 = x2};
     const Ends ends = EndsOf(rels, dir);
     if (ends == Ends::ReleasedReleased) {
-        // The couple of the shears is the total moment T times L here, where a concentrated moment gives T. Kept: hosts
-        // and stored models count on it, and a distributed moment on a member that is released at both ends is better
-        // entered as point moments. Test: MemberLineLoads.DistributedMomentOnReleasedMemberIsNotDividedByItsLength.
+        // The couple of the shears is the total moment T times L here, where a concentrated moment gives T. It is the
+        // value of the exported closed form, and a host that calls the form to check a run must see what the run uses.
+        // A distributed moment on a member that is released at both ends is better entered as point moments. Test:
+        // MemberLineLoads.DistributedMomentOnReleasedMemberIsNotDividedByItsLength.
         const double T = load.Total();
         AddMoment(fem, dir, {.Vi = -T, .Vj = T, .Mi = 0, .Mj = 0});
         return;

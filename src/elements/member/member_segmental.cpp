@@ -77,6 +77,8 @@ std::vector<jxVMD> EmptyCurve()
 
 }  // namespace
 
+// By value, as hosts call it; inside the engine CurveValueAt reads the curve where it stands.
+// NOLINTNEXTLINE(performance-unnecessary-value-param)
 jxVMD CjxStruct::GetVMD_At(std::vector<jxVMD> curve, double x) const
 {
     return qvx::CurveValueAt(curve, x);

@@ -13,6 +13,7 @@
 #include "elements/shell/shell_loads.h"
 #include "elements/shell/shell_stress.h"
 #include "model/find_record.h"
+#include "model/solution_data.h"
 #include "tools/parallel.h"
 
 namespace qvx {

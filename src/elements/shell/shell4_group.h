@@ -1,7 +1,6 @@
 #pragma once
 
 #include "model/jx_struct.h"
-#include "model/solution_data.h"
 
 /// Group of all four-node shells. It holds the model and nothing else, may be made and dropped at any time, and throws
 /// jxException "error finding node <id>" or "error finding <name> <id>" for a record that a shell names and that is not
@@ -9,6 +8,7 @@
 class QVXFEM_API CjxShell4Group
 {
 public:
+    /// @param model  of the caller, outlives the group
     explicit CjxShell4Group(CjxStruct* model) : model_(model) {}
 
     /// User axes as unit vectors: see qvx::QuadLocalAxes, where x of a gently sloping plane leans out of it. Stiffness,

@@ -8,6 +8,7 @@
 #include "elements/invariants.h"
 #include "elements/stiffness_sink.h"
 #include "model/find_record.h"
+#include "model/solution_data.h"
 #include "tools/quad_axes.h"
 
 namespace qvx {

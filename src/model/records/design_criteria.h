@@ -22,8 +22,8 @@ struct jxBarDatabase
     std::vector<jxBar> bars;
 };
 
-/// Concrete beam criterion. Axes of all criteria: 3 strong-axis bending (moment Mz, shear Fy, stiffness Iz), 2 weak-axis
-/// bending (My, Fz, Iy). Defaults are plain numbers, in inches where the model is.
+/// Concrete beam criterion. Axes of all criteria: 3 strong-axis bending (moment Mz, shear Fy, stiffness Iz), 2
+/// weak-axis bending (My, Fz, Iy). Defaults are plain numbers, in inches where the model is.
 struct jxBmRcCrit
 {
     int id = 0;
@@ -35,7 +35,7 @@ struct jxBmRcCrit
     int stirrupBar = 0;        ///< index of the stirrup's bar in the current database
     int stirrupLegs = 2;
 
-    static const wchar_t* name() { return L"beam RC criteria"; }
+    static const wchar_t* name() { return L"beam RC criteria"; }  ///< in messages
 };
 
 /// Bars that a column layout may have along the sides of a rectangle.
@@ -71,7 +71,7 @@ struct jxColRcCrit
     int bSway3 = 0;
     int bSway2 = 0;
 
-    static const wchar_t* name() { return L"column RC criteria"; }
+    static const wchar_t* name() { return L"column RC criteria"; }  ///< in messages
 };
 
 /// Concrete plate criterion: covers from the face to the centre of the bars [dimension].
@@ -86,7 +86,7 @@ struct jxPlateRcCrit
     double bottomCoverX = 1.5;
     double bottomCoverY = 1.5;
 
-    static const wchar_t* name() { return L"plate RC criteria"; }
+    static const wchar_t* name() { return L"plate RC criteria"; }  ///< in messages
 };
 
 /// Steel criterion.
@@ -110,7 +110,7 @@ struct jxSteelCrit
     double Cb = 0;        ///< moment gradient factor, 1 to 3; 0: from the member's moments
     double maxRatio = 1;  ///< largest unity check ratio of a candidate, above 0 and at most 1
 
-    static const wchar_t* name() { return L"steel criteria"; }
+    static const wchar_t* name() { return L"steel criteria"; }  ///< in messages
 };
 
 namespace qvx {
@@ -118,6 +118,7 @@ namespace qvx {
 /// Order of names that takes capital and lower-case letters as equal.
 struct NoCaseLess
 {
+    /// Whether a stands before b.
     bool operator()(const std::wstring& a, const std::wstring& b) const
     {
         return CompareNoCase(a.c_str(), b.c_str()) < 0;

@@ -2,8 +2,11 @@
 
 #include <vector>
 
-// Results of the design runs. Combinations are 0-based indices, -1 none; distances are fractions of the member's length.
-// Axial forces P and N are compression positive. Axis 3 is strong-axis bending (Mz, Fy), axis 2 weak-axis bending.
+#include "model/records/record_order.h"
+
+// Results of the design runs. Combinations are 0-based indices, -1 none; distances are fractions of the member's
+// length. Axial forces P and N are compression positive. Axis 3 is strong-axis bending (Mz, Fy), axis 2 weak-axis
+// bending.
 
 /// Flexural steel at one station of a concrete beam.
 struct jxBmRcStation
@@ -22,12 +25,13 @@ struct jxBmRcResult
     int flags = 0;  ///< the status bits of all stations together
     std::vector<jxBmRcStation> stations;
 
-    static const wchar_t* name() { return L"beam RC result"; }
+    static const wchar_t* name() { return L"beam RC result"; }  ///< in messages
 };
 
 /// A candidate reinforced column section: bars of one size in a rectangle or a circle.
 struct jxConcreteSection
 {
+    /// Codes of type.
     enum Type : int { kRect = 1, kRound = 2 };
 
     int type = kRect;
@@ -64,7 +68,7 @@ struct jxColRcResult
     double Cm3 = 0;
     double Cm2 = 0;
 
-    static const wchar_t* name() { return L"column RC result"; }
+    static const wchar_t* name() { return L"column RC result"; }  ///< in messages
 };
 
 /// Stirrups at one station of a concrete member.
@@ -86,7 +90,7 @@ struct jxRcShearResult
     int status = 0;  ///< the status bits of all stations together
     std::vector<jxRcShearStation> stations;
 
-    static const wchar_t* name() { return L"RC shear result"; }
+    static const wchar_t* name() { return L"RC shear result"; }  ///< in messages
 };
 
 /// Steel of a concrete plate: rows centre and corners 1 to 4, columns top x, top y, bottom x, bottom y.
@@ -96,7 +100,7 @@ struct jxPlateRcResult
     int status[5][4] = {};
     double as[5][4] = {};  ///< per length of the section; negative: the section fails [bar area/dimension]
 
-    static const wchar_t* name() { return L"plate RC result"; }
+    static const wchar_t* name() { return L"plate RC result"; }  ///< in messages
 };
 
 /// One candidate section of a steel member with the load that governs it. Never checked: comb -1, all else 0.
@@ -143,26 +147,5 @@ struct jxSteelResult
     double liveLoadDeflectionRatio = 0;
     std::vector<jxSteelSectionResult> sections;
 
-    static const wchar_t* name() { return L"steel result"; }
+    static const wchar_t* name() { return L"steel result"; }  ///< in messages
 };
-
-inline bool operator<(const jxBmRcResult& a, const jxBmRcResult& b)
-{
-    return a.id < b.id;
-}
-inline bool operator<(const jxColRcResult& a, const jxColRcResult& b)
-{
-    return a.id < b.id;
-}
-inline bool operator<(const jxRcShearResult& a, const jxRcShearResult& b)
-{
-    return a.id < b.id;
-}
-inline bool operator<(const jxPlateRcResult& a, const jxPlateRcResult& b)
-{
-    return a.id < b.id;
-}
-inline bool operator<(const jxSteelResult& a, const jxSteelResult& b)
-{
-    return a.id < b.id;
-}

@@ -35,7 +35,7 @@ struct jxBm
     double f_Ay = 1;
     double f_Az = 1;
 
-    static const wchar_t* name() { return L"member"; }
+    static const wchar_t* name() { return L"member"; }  ///< in messages
 };
 
 /// End releases of a member: a released DOF carries no force there.
@@ -48,7 +48,7 @@ struct jxRels
     wchar_t end[7] = L"000000";
     double partial[12] = {};  ///< partial release values; take no part in the stiffness
 
-    static const wchar_t* name() { return L"release"; }
+    static const wchar_t* name() { return L"release"; }  ///< in messages
 };
 
 /// Three-node shell; carried for the host, takes no part in the analysis.
@@ -63,7 +63,7 @@ struct jxShell3
     int thickness = 1;
     double angle = 0;  ///< [rad]
 
-    static const wchar_t* name() { return L"shell3"; }
+    static const wchar_t* name() { return L"shell3"; }  ///< in messages
 };
 
 /// Four-node shell, corners in turn around it; the normal points to who sees them counterclockwise. The factors f_ act
@@ -91,7 +91,7 @@ struct jxShell4
     double f_Vxx = 1;
     double f_Vyy = 1;
 
-    static const wchar_t* name() { return L"shell4"; }
+    static const wchar_t* name() { return L"shell4"; }  ///< in messages
 };
 
 /// Eight-node solid: four nodes around one face, then the four behind them in the same turn.
@@ -105,5 +105,5 @@ struct jxBrick
     int excluded = 0;
     int selfWeight = 0;  ///< nonzero leaves the self weight out
 
-    static const wchar_t* name() { return L"brick"; }
+    static const wchar_t* name() { return L"brick"; }  ///< in messages
 };

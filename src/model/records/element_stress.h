@@ -28,7 +28,8 @@ struct jxShellDerived
     double vonMises[2] = {};
 };
 
-/// Forces of a four-node shell in its user axes: tension positive, a positive moment presses the face +t/2. Location 0 is the centre, 1 to 4 the corners at nodes 1 to 4.
+/// Forces of a four-node shell in its user axes: tension positive, a positive moment presses the face +t/2. Location 0
+/// is the centre, 1 to 4 the corners at nodes 1 to 4.
 struct QVXFEM_API jxShellStress
 {
     int id = 0;

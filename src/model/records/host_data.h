@@ -13,7 +13,7 @@ struct jxMasterSlave
     int slave = 0;                ///< node id
     wchar_t flag[7] = L"000000";  ///< per DOF
 
-    static const wchar_t* name() { return L"master-slave"; }
+    static const wchar_t* name() { return L"master-slave"; }  ///< in messages
 };
 
 /// Named selection set of the host; copied and restored, not used by the solver.

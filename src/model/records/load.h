@@ -16,7 +16,7 @@ struct jxNdLoad
     int dof = 0;
     double value = 0;  ///< [force] or [moment]
 
-    static const wchar_t* name() { return L"nodal load"; }
+    static const wchar_t* name() { return L"nodal load"; }  ///< in messages
 };
 
 /// Concentrated load on a member.
@@ -31,7 +31,7 @@ struct jxPtLoad
     double value = 0;           ///< [force] or [moment] by dir
     double distance = 0;        ///< from the start
 
-    static const wchar_t* name() { return L"point load"; }
+    static const wchar_t* name() { return L"point load"; }  ///< in messages
 };
 
 /// Trapezoidal load on a member between two places, distance1 before distance2.
@@ -48,7 +48,7 @@ struct jxLnLoad
     double value1 = 0;  ///< at distance1 [force/length] or [moment/length]
     double value2 = 0;  ///< at distance2
 
-    static const wchar_t* name() { return L"line load"; }
+    static const wchar_t* name() { return L"line load"; }  ///< in messages
 };
 
 /// Uniform temperature rise of an element: expansion where it is free, compression where it is held.
@@ -59,7 +59,7 @@ struct jxThermalLoad
     unsigned char bSelected = 0;
     double dT = 0;  ///< [temperature]
 
-    static const wchar_t* name() { return L"thermal load"; }
+    static const wchar_t* name() { return L"thermal load"; }  ///< in messages
 };
 
 /// Uniform load on a shell, along a global axis or an axis of the shell.
@@ -72,7 +72,7 @@ struct jxSurfaceLoad
     int dir = 0;
     double value = 0;  ///< [pressure]
 
-    static const wchar_t* name() { return L"surface load"; }
+    static const wchar_t* name() { return L"surface load"; }  ///< in messages
 };
 
 /// Load on the area between four nodes, to be carried by members. The order of area loads is the host's.
@@ -87,7 +87,7 @@ struct jxAreaload
     int distribution = 0;  ///< 0 two way, 1 short sides, 2 long sides, 3 AB and CD, 4 BC and AD, 5 centroid, 6 edge
     double value = 0;      ///< [pressure]
 
-    static const wchar_t* name() { return L"area load"; }
+    static const wchar_t* name() { return L"area load"; }  ///< in messages
 };
 
 /// All loads of one load case, each vector sorted by the id of the node or element.
@@ -114,7 +114,7 @@ struct jxLoadCase
     wchar_t type[128] = {};  ///< nature of the load, "Dead-D" and the like
     int bIncluded = 1;       ///< the report lists the loads of the case
 
-    static const wchar_t* name() { return L"load case"; }
+    static const wchar_t* name() { return L"load case"; }  ///< in messages
 };
 
 /// One term of a combination.
@@ -138,7 +138,7 @@ struct jxLoadComb
     int bSolve = 1;            ///< the report lists its results
     std::vector<jxCaseFactor> cases;
 
-    static const wchar_t* name() { return L"load combination"; }
+    static const wchar_t* name() { return L"load combination"; }  ///< in messages
 };
 
 /// Ranges of loads, as the kernels of one member take them.

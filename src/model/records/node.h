@@ -22,11 +22,11 @@ struct jxNd
 
     /// Its place as a vector from the origin.
     jxPoint Point() const { return {x, y, z}; }
-    static const wchar_t* name() { return L"node"; }
+    static const wchar_t* name() { return L"node"; }  ///< in messages
 };
 
-/// Support of one node. '1' holds the DOF by a spring penaltyFactor times as stiff as the stiffest term of the model and
-/// has a reaction; '2' takes the equation out, exactly and without a reaction.
+/// Support of one node. '1' holds the DOF by a spring penaltyFactor times as stiff as the stiffest term of the model
+/// and has a reaction; '2' takes the equation out, exactly and without a reaction.
 struct jxSupt
 {
     int id = 0;  ///< node id
@@ -35,7 +35,7 @@ struct jxSupt
     wchar_t flag[7] = L"000000";  ///< per DOF: '0' free, '1' restrained by a penalty term, '2' no equation
     double value[6] = {};         ///< prescribed displacement [length x 3, rad x 3]
 
-    static const wchar_t* name() { return L"support"; }
+    static const wchar_t* name() { return L"support"; }  ///< in messages
 };
 
 /// Linear relation between two DOFs, held by a penalty spring:
@@ -49,7 +49,7 @@ struct jxMultiDofConstraint
     int dof[2] = {};            ///< a Dof each
     double factor[2] = {1, 1};  ///< of u at node[0], node[1]
 
-    static const wchar_t* name() { return L"multi-DOF constraint"; }
+    static const wchar_t* name() { return L"multi-DOF constraint"; }  ///< in messages
 };
 
 /// Rigid diaphragm: the nodes in its plane keep their distances in that plane and are free out of it.
@@ -62,7 +62,7 @@ struct jxDiaphragm
     int reserved = 0;  ///< kept for the host
     int node[4] = {};  ///< corners (generic), or the reference node first
 
-    static const wchar_t* name() { return L"diaphragm"; }
+    static const wchar_t* name() { return L"diaphragm"; }  ///< in messages
 };
 
 /// Generated rigid link of a diaphragm: a bar stiff against shortening and against bending about the normal.
@@ -75,5 +75,5 @@ struct jxLink
     int node2 = 0;
     jxPoint normal;  ///< of the diaphragm's plane, unit vector
 
-    static const wchar_t* name() { return L"link"; }
+    static const wchar_t* name() { return L"link"; }  ///< in messages
 };

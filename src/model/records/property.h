@@ -17,7 +17,7 @@ struct jxMat
     double fy = 0;   ///< yield strength [modulus]
     double fys = 0;  ///< yield strength of stirrups [modulus]
 
-    static const wchar_t* name() { return L"material"; }
+    static const wchar_t* name() { return L"material"; }  ///< in messages
 };
 
 /// General section of a member, local y and z its principal axes. The leading word of the label tells the shape of its
@@ -37,7 +37,7 @@ struct jxSect
     double Cw = 0;       ///< warping constant [dimension^6]
     double dim[4] = {};  ///< shape dimensions [dimension]
 
-    static const wchar_t* name() { return L"section"; }
+    static const wchar_t* name() { return L"section"; }  ///< in messages
 };
 
 /// Shell thickness; also a named length of the host.
@@ -49,5 +49,5 @@ struct jxThick
     wchar_t label[128] = {};
     double t = 0;  ///< [dimension]
 
-    static const wchar_t* name() { return L"thickness"; }
+    static const wchar_t* name() { return L"thickness"; }  ///< in messages
 };

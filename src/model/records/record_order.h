@@ -13,15 +13,10 @@ namespace qvx {
 ///   label      zero-terminated; named by other records where ids are not used
 ///   excluded   nonzero: the element gives no stiffness and has no results
 ///   name()     of the kind of record, in messages
-/// A reference to another record is its id. Numbers are in the units of the model, a unit in brackets names the quantity
-/// (unit.h); angles are radians always.
+/// A reference to another record is its id. Numbers are in the units of the model, a unit in brackets names the
+/// quantity (unit.h); angles are radians always.
 template <class R>
-concept RecordWithId = std::is_class_v<R> && requires(const R& r)
-{
-    {
-        r.id
-        } -> std::same_as<const int&>;
-};
+concept RecordWithId = std::is_class_v<R> && std::same_as<decltype(R::id), int>;
 
 }  // namespace qvx
 

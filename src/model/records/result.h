@@ -20,9 +20,9 @@ struct jxMultiDofConstraintForce
     double force[2] = {};  ///< [force] or [moment] by dof
 };
 
-/// Station of a member curve: forces [force], moments [moment] and deflections [translation] in local axes. Fx is positive
-/// in tension, Mz where the -y face is in tension, My where the -z face is; the normal stress at (y, z) of the section is
-/// Fx / A - Mz y / Iz - My z / Iy. Fy and Fz at the start are those that the node exerts.
+/// Station of a member curve: forces [force], moments [moment] and deflections [translation] in local axes. Fx is
+/// positive in tension, Mz where the -y face is in tension, My where the -z face is; the normal stress at (y, z) of
+/// the section is Fx / A - Mz y / Iz - My z / Iy. Fy and Fz at the start are those that the node exerts.
 struct jxVMD
 {
     double x = 0;  ///< fraction of the length from the start

@@ -12,7 +12,7 @@ struct jxSpring
     double k[6] = {};               ///< Kx, Ky, Kz, Kox, Koy, Koz; members and shells use the first three
     unsigned char bFailed[6] = {};  ///< state of an iteration: discarded on its free side
 
-    static const wchar_t* name() { return L"spring"; }
+    static const wchar_t* name() { return L"spring"; }  ///< in messages
 };
 
 /// Full symmetric 6x6 spring of a node to the ground, global axes; it acts both ways always.
@@ -24,5 +24,5 @@ struct jxCoupledSpring
     double k[21] = {};              ///< upper triangle row by row in DOF order
     unsigned char bFailed[6] = {};  ///< of the host; stays 0
 
-    static const wchar_t* name() { return L"coupled spring"; }
+    static const wchar_t* name() { return L"coupled spring"; }  ///< in messages
 };

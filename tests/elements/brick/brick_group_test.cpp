@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 
 #include "model/find_record.h"
+#include "model/solution_data.h"
 #include "support/brick_mesh.h"
 #include "support/model_builder.h"
 #include "support/model_log.h"

@@ -1,0 +1,11 @@
+# Runs doxygen and fails on its warnings (qvx_docs.cmake says which do not count).
+execute_process(COMMAND ${DOXYGEN} ${DOXYFILE} RESULT_VARIABLE result)
+if(NOT result EQUAL 0)
+  message(FATAL_ERROR "doxygen ended with ${result}")
+endif()
+file(STRINGS ${LOG} warnings)
+list(FILTER warnings EXCLUDE REGEX "\\(variable\\) of .* is not documented")
+if(warnings)
+  list(JOIN warnings "\n" text)
+  message(FATAL_ERROR "${text}")
+endif()
