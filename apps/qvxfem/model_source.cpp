@@ -37,6 +37,7 @@ std::vector<std::string> ImportSap2000(const std::filesystem::path& path, CjxStr
     if (!ReadSap2000File(TextOf(path), model, told))
         throw FileError(path.string(), "", "cannot be read");
     std::vector<std::string> lines;
+    lines.reserve(told.size());
     for (const CString& line : told)
         lines.push_back(ToUtf8(line.Text()));
     return lines;

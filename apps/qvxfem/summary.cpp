@@ -11,16 +11,13 @@
 #include "load_balance.h"
 #include "loose_members.h"
 #include "model/find_record.h"
+#include "model/setting_names.h"
 #include "model/units.h"
 #include "platform/process_memory.h"
 
 namespace qvx::app {
 namespace {
 
-constexpr const char* kModelTypes[] = {
-    "3D Frame & Shell (6-DOF)",     "2D Frame (X, Y, OZ)",    "3D Truss (X, Y, Z)", "2D Truss (X, Y)",
-    "2D Plate Bending (Z, OX, OY)", "2D Plane Stress (X, Y)", "3D Brick (X, Y, Z)", "2D Grillage (Y, OX, OZ)"};
-constexpr const char* kSolvers[] = {"Double-precision Skyline", "Quad-precision Skyline", "Double-precision Sparse"};
 constexpr int kDigits[] = {16, 31};  // of the skyline solvers
 
 template <class... Arguments>
@@ -62,11 +59,11 @@ void PrintHead(std::FILE* out, const CjxStruct& model, const SummaryFacts& facts
 {
     const std::string name = ToUtf8(model.modelName.Text());
     fmt::print(out, "{}\n\n", name.empty() ? facts.file : fmt::format("{}  ({})", name, facts.file));
-    Row(out, "model", "{}", kModelTypes[std::clamp(model.modelType, 0, 7)]);
+    Row(out, "model", "{}", kModelTypeNames[std::clamp(model.modelType, 0, 7)]);
     Row(out, "size", "{}", SizeOf(model));
     Row(out, "loads", "{}, {}", Counted(model.loadCases.size(), "load case", "load cases"),
         Counted(model.loadCombs.size(), "combination", "combinations"));
-    std::string solver = kSolvers[model.solverType];
+    std::string solver = kSolverTypeNames[model.solverType];
     if (model.solverType == DoubleSparse)
         solver += fmt::format(" ({})", ToUtf8(model.SparseSolverName().Text()));
     solver += ", " + Counted(static_cast<std::size_t>(model.numberOfEquations), "equation", "equations");

@@ -1,6 +1,8 @@
 #include "model/jx_struct.h"
 #include "platform/host_services.h"
 
+#include <cassert>
+
 void jxCombResult::clear()
 {
     *this = {};
@@ -19,6 +21,7 @@ void CjxStruct::ClearStaticResult()
     ClearSolverData();
     combResults.clear();
     combResults.resize(loadCombs.size());
+    assert(combResults.size() == loadCombs.size() && !HasStaticSolution());
     combOutcomes.clear();
     digitsLost = 0;
     concreteEnvelope.clear();
@@ -41,7 +44,7 @@ void CjxStruct::ClearResponseSpectrumResult()
     spectrumResults.clear();
 }
 
-// Envelope and plate moments, from which the concrete design starts, belong to the static run and stay.
+/// Envelope and plate moments, from which the concrete design starts, belong to the static run and stay.
 void CjxStruct::ClearConcreteResult()
 {
     concreteBeams.clear();

@@ -1,5 +1,6 @@
 #include "model/default_records.h"
 
+#include <cassert>
 #include <cmath>
 
 #include "model/records/text_fields.h"
@@ -11,7 +12,7 @@ namespace {
 
 constexpr const wchar_t* kDefaultLabel = L"Default";
 
-// A default record with id and label.
+/// A default record with id and label.
 template <class Record>
 Record Labelled()
 {
@@ -21,9 +22,10 @@ Record Labelled()
     return record;
 }
 
-// One internal unit (inch, pound, degree F and their compounds) in the units of the model.
+/// One internal unit (inch, pound, degree F and their compounds) in the units of the model.
 double InUnits(const jxUnit& units, Quantity quantity)
 {
+    assert(UnitFactor(units.unit[quantity]) > 0);
     return 1 / UnitFactor(units.unit[quantity]);
 }
 
@@ -74,6 +76,7 @@ jxLoadComb DefaultLoadCombination(const jxLoadCase& loadCase)
     SetText(combination.label, kDefaultLabel);
     jxCaseFactor& term = combination.cases.emplace_back();
     SetText(term.label, loadCase.label);
+    assert(term.factor == 1.0);
     return combination;
 }
 

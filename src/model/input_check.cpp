@@ -1,5 +1,6 @@
 #include "model/input_check.h"
 
+#include <cassert>
 #include <cstdarg>
 
 #include "platform/host_services.h"
@@ -31,6 +32,7 @@ void InputCheck::List(const wchar_t* text)
 
 bool InputCheck::Ask(const wchar_t* text) const
 {
+    assert(text != nullptr && *text != 0);
     constexpr unsigned kFlags = kMbSystemModal | kMbIconQuestion | kMbYesNo;
     return model.bInteractive == 0 || AfxMessageBox(text, kFlags) == kIdYes;
 }
@@ -43,6 +45,7 @@ void InputCheck::AskOrRefuse(const wchar_t* text)
 
 void InputCheck::Log(const wchar_t* format, ...)
 {
+    assert(format != nullptr);
     va_list arguments;
     va_start(arguments, format);
     CString text;
@@ -55,7 +58,7 @@ bool CheckStiffnessFactors(InputCheck& check, const wchar_t* element, int id, co
 {
     bool isValid = true;
     for (const double factor : factors) {
-        if (!(factor > 0)) {
+        if (!(factor > 0)) {  // a factor that is no number is invalid too
             check.Log(L"%s %d invalid stiffness modification factor: %g", element, id, factor);
             isValid = false;
         }
@@ -75,6 +78,7 @@ bool CheckCracking(InputCheck& check, const wchar_t* element, int id, double cra
 
 void LengthRange::Add(double length, int id)
 {
+    assert(!(length < 0));
     if (length < shortest) {
         shortest = length;
         shortestId = id;
@@ -87,8 +91,11 @@ void LengthRange::Add(double length, int id)
 
 }  // namespace qvx
 
+/// Settings first, for what follows relies on their ranges; nodes before members, for members are found on sorted
+/// nodes; links last, for they are made whatever was found.
 int CjxStruct::CheckInputData(int mode, bool bSilent)
 {
+    assert(mode == qvx::kStaticCheck || mode == qvx::kFrequencyCheck);
     qvx::InputCheck check(*this, mode, bSilent);
     qvx::LimitSettings(check);
     qvx::CheckMassCombination(check);
@@ -110,5 +117,6 @@ int CjxStruct::CheckInputData(int mode, bool bSilent)
         check.Refuse(fault.GetText());
     }
     qvx::CheckLinksAgainstSolver(check);
+    assert(linearCombCount >= 0 && linearCombCount <= static_cast<int>(loadCombs.size()));
     return check.result;
 }

@@ -14,7 +14,7 @@ bool HasBoundaryConditions(const CjxStruct& m)
            !m.shell3Springs.empty() || !m.shell4Springs.empty();
 }
 
-// A natural mode is a motion about the supports; their displacements do not enter.
+/// A natural mode is a motion about the supports; their displacements do not enter.
 void CheckForcedDisplacements(InputCheck& check)
 {
     bool isAnyForced = false;

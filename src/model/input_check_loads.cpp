@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <cassert>
 
 #include "model/input_check.h"
 
@@ -17,7 +18,7 @@ bool AnyOneWay(const std::vector<jxSpring>& springs, int components)
                        [components](const jxSpring& s) { return IsOneWay(s, components); });
 }
 
-// Coupled springs act both ways always; line and surface springs have three components.
+/// Coupled springs act both ways always; line and surface springs have three components.
 bool HasNonlinearElements(const CjxStruct& m)
 {
     return AnyOneWay(m.nodalSprings, 6) || AnyOneWay(m.beamSprings, 3) || AnyOneWay(m.shell3Springs, 3) ||
@@ -48,7 +49,7 @@ void CheckLoads(InputCheck& check)
     for (const jxCaseLoad& loads : check.model.caseLoads)
         for (const jxLnLoad& load : loads.lnLoads) {
             if (load.distance1 < load.distance2)
-                continue;
+                continue;  // a load the wrong way round has no length either, and is left out by the loads of members
             check.Log(L"Member %d: zero line load length", load.id);
             isAnyInvalid = true;
         }
@@ -66,6 +67,8 @@ void DeriveNonlinearity(InputCheck& check)
         check.Refuse(L"No load combinations found", L"No valid combination defined.");
     const auto nLinear =
         std::count_if(m.loadCombs.begin(), m.loadCombs.end(), [](const jxLoadComb& c) { return c.bPDelta == 0; });
+    assert(nLinear <= static_cast<std::ptrdiff_t>(m.loadCombs.size()));
+    // One-way elements act in every combination, so none can share the factor of another.
     m.linearCombCount = m.bNonlinear != 0 ? 0 : static_cast<int>(nLinear);
     CheckIterationLimit(check);
 }
@@ -83,6 +86,7 @@ void CheckLinksAgainstSolver(InputCheck& check)
     const CjxStruct& m = check.model;
     if (m.links.empty() || m.bRigidDiaphragms == 0 || m.solverType == QuadSkyline)
         return;
+    // Links are stiffer than what they join by the factor of the diaphragms: that many digits a double solver loses.
     check.AskOrRefuse(L"The model contains rigid diaphragms. The quad-precision solver is recommended (from Run | "
                       L"Analysis Options).\nDo you want to continue the solution?");
     check.Warn(L"Quad-precision solver is recommended for the model containing rigid diaphragms");

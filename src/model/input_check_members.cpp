@@ -1,6 +1,8 @@
 #include "model/find_record.h"
 #include "model/input_check.h"
 
+#include <cassert>
+
 namespace qvx {
 
 void CheckMembers(InputCheck& check)
@@ -40,6 +42,9 @@ void CheckMemberLengths(InputCheck& check)
         if (start != nullptr && end != nullptr)
             range.Add(calc_distance(start->Point(), end->Point()), b.id);
     }
+    assert(m.beams.empty() || range.longest >= range.shortest || range.longest == 0);
+    // A stiff short member beside a soft long one costs digits: their bending stiffness differs by the cube of the
+    // ratio.
     CString text;
     text.Format(L"(Maximum member length) / (Minimum member length) = %g", range.Ratio());
     check.model.list_msg(text, L"OK");

@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <cassert>
 
 #include "model/find_record.h"
 #include "model/input_check.h"
@@ -14,6 +15,7 @@ void CheckDuplicateNodes(InputCheck& check)
     check.Heading(L"CHECKING DUPLICATE NODES");
     if (!std::is_sorted(m.nodes.begin(), m.nodes.end()))
         std::stable_sort(m.nodes.begin(), m.nodes.end());
+    assert(std::is_sorted(m.nodes.begin(), m.nodes.end()) && "what follows looks nodes up by id");
     const auto duplicates = FindDuplicateNodes(m.nodes, m.mergeTolerance);
     if (duplicates.empty())
         return;
@@ -28,7 +30,7 @@ void CheckDuplicateNodes(InputCheck& check)
         check.Refuse(L"duplicate nodes found");
 }
 
-// Marks the nodes, by position, that elements and constraints hold.
+/// Marks the nodes, by position, that elements and constraints hold.
 class ConnectedNodes
 {
 public:
@@ -77,7 +79,7 @@ void CheckOrphanedNodes(InputCheck& check)
     for (std::size_t i = 0; i < m.nodes.size(); ++i) {
         jxNd& node = m.nodes[i];
         if (isConnected[i] || IsFullyRestrained(m, node.id))
-            continue;
+            continue;  // a node that is held all round gives no free equation: hosts use it as a mark
         node.bSelected |= kSelected;
         check.Log(L"Node %d is an orphaned (unconnected) node", node.id);
         isAnyOrphaned = true;
@@ -98,6 +100,8 @@ void CheckMergeableNodes(InputCheck& check)
 {
     const CjxStruct& m = check.model;
     check.Heading(L"CHECK MERGEABLE NODES ON MEMBERS");
+    // A node on a member that does not end there looks connected on the screen and is not: the commonest fault of a
+    // drawn model, and one that no equation shows.
     const auto found = FindNodesOnMembers(m.beams, m.nodes, m.mergeTolerance);
     for (const auto& [member, node] : found)
         check.Log(L"Member %d: potential mergeable node %d", member, node);

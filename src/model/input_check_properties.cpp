@@ -1,5 +1,7 @@
 #include "model/input_check.h"
 
+#include <cassert>
+
 namespace qvx {
 
 namespace {
@@ -14,7 +16,7 @@ bool IsValid(const jxMat& m)
     return m.E > 0 && m.nu >= 0 && m.nu < 0.5 && m.Wc >= 0 && m.Tc > 0;
 }
 
-// The reserved section of rigid links gets its values below.
+/// The reserved section of rigid links gets its values below.
 bool IsValid(const jxSect& s)
 {
     return IsRigidLink(s) || (s.A > 0 && s.Ay >= 0 && s.Az >= 0 && s.Iz > 0 && s.Iy > 0 && s.J > 0);
@@ -25,7 +27,7 @@ bool IsValid(const jxThick& t)
     return t.t > 0;
 }
 
-// Logs every invalid record; true when there is none.
+/// Logs every invalid record; true when there is none.
 template <class Record>
 bool AllValid(InputCheck& check, const std::vector<Record>& records)
 {
@@ -39,7 +41,7 @@ bool AllValid(InputCheck& check, const std::vector<Record>& records)
     return areValid;
 }
 
-// The sections that mark members as rigid links are as stiff as the model's stiffest section makes them.
+/// The sections that mark members as rigid links are as stiff as the model's stiffest section makes them.
 void FillRigidLinkSections(CjxStruct& m)
 {
     const jxSect rigid = m.GetRigidLinkSection();

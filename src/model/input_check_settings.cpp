@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <cassert>
 
 #include "model/input_check.h"
 
@@ -11,7 +12,7 @@ bool HasShells(const CjxStruct& m)
     return !m.shell4s.empty() || !m.shell3s.empty();
 }
 
-// Elements whose degrees of freedom the model type does not have.
+/// Elements whose degrees of freedom the model type does not have.
 bool IsInconsistentModelType(const CjxStruct& m)
 {
     switch (m.modelType) {
@@ -32,6 +33,8 @@ bool IsInconsistentModelType(const CjxStruct& m)
 
 }  // namespace
 
+/// The bounds of the segments are those of a byte with its sign, in which a host may keep them. A tolerance below
+/// 0.001 % is beyond what axial forces repeat to.
 void LimitSettings(InputCheck& check)
 {
     CjxStruct& m = check.model;
@@ -40,6 +43,7 @@ void LimitSettings(InputCheck& check)
     m.modelType = std::clamp<int>(m.modelType, Frame3D, Grillage2D);
     m.numberOfSegments = std::clamp(m.numberOfSegments, 1, 127);
     m.currentLoadCase = std::clamp(m.currentLoadCase, 0, std::max(0, static_cast<int>(m.loadCases.size()) - 1));
+    assert(m.loadCases.empty() || m.currentLoadCase < static_cast<int>(m.loadCases.size()));
 }
 
 void CheckMassCombination(InputCheck& check)

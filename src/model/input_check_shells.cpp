@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <cassert>
 #include <iterator>
 #include <set>
 
@@ -10,7 +11,7 @@ namespace qvx {
 
 namespace {
 
-// The corners of a shell; false when one of its nodes is not there.
+/// The corners of a shell; false when one of its nodes is not there.
 bool GetCorners(const CjxStruct& m, const jxShell4& shell, QuadCorners& corners)
 {
     for (std::size_t i = 0; i < corners.size(); ++i) {

@@ -1,5 +1,7 @@
 #include "model/multi_dof_check.h"
 
+#include <cassert>
+
 #include "model/find_record.h"
 
 namespace {

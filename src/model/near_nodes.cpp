@@ -1,6 +1,7 @@
 #include "model/near_nodes.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cmath>
 #include <limits>
 #include <numeric>
@@ -27,7 +28,7 @@ double SquaredDistance(const jxPoint& a, const jxPoint& b)
     return dot(a - b, a - b);
 }
 
-// Positions of the nodes by distance from the origin, equal ones in their order; a node without a place stands last.
+/// Positions of the nodes by distance from the origin, equal ones in their order; a node without a place stands last.
 std::vector<std::size_t> OrderFromOrigin(const std::vector<jxNd>& nodes)
 {
     std::vector<double> radius;
@@ -46,6 +47,8 @@ std::vector<std::size_t> OrderFromOrigin(const std::vector<jxNd>& nodes)
 
 std::vector<std::pair<int, int>> FindDuplicateNodes(const std::vector<jxNd>& nodes, double tolerance)
 {
+    // From the origin outward a node has its duplicates within the tolerance of its own radius, which is how a merge
+    // meets them: the one farther out stands, the others go.
     const std::vector<std::size_t> order = OrderFromOrigin(nodes);
     std::vector<jxPoint> points;
     points.reserve(nodes.size());
@@ -61,6 +64,7 @@ std::vector<std::pair<int, int>> FindDuplicateNodes(const std::vector<jxNd>& nod
             twin[order[i]] = &nodes[order[later]];
             return false;
         });
+    assert(nodes.empty() || twin[order.back()] == nullptr);  // the last one has no later node
     std::vector<std::pair<int, int>> duplicates;
     for (std::size_t i = 0; i < nodes.size(); ++i)
         if (twin[i] != nullptr)
@@ -71,6 +75,7 @@ std::vector<std::pair<int, int>> FindDuplicateNodes(const std::vector<jxNd>& nod
 std::vector<std::pair<int, int>> FindNodesOnMembers(const std::vector<jxBm>& beams, const std::vector<jxNd>& nodes,
                                                     double tolerance)
 {
+    assert(std::is_sorted(nodes.begin(), nodes.end()));
     const std::vector<jxPoint> points = PointsOf(nodes);
     const PointTree tree(points);
     std::vector<std::pair<int, int>> found;

@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <cassert>
 #include <iterator>
 
 #include "model/default_records.h"
@@ -22,7 +23,7 @@ void AddWhenEmpty(std::vector<Record>& records, const Record& record)
         records.push_back(record);
 }
 
-// A criterion with its defaults, id 1 and the label that all default records bear.
+/// A criterion with its defaults, id 1 and the label that all default records bear.
 template <class Criterion>
 Criterion DefaultCriterion()
 {
@@ -46,7 +47,7 @@ void AddMissingRecords(CjxStruct& m)
     m.caseLoads.resize(std::max(m.caseLoads.size(), m.loadCases.size()));
 }
 
-// Whether the nodes of a record all exist, and the material of an element.
+/// Whether the nodes of a record all exist, and the material of an element.
 class References
 {
 public:
@@ -142,7 +143,7 @@ void DropOrphanedGroups(CjxStruct& m)
 }
 
 template <class Record>
-void ResetBeyondEnd(int& index, const std::vector<Record>& records)
+void ResetBeyondEnd(int& index, const std::vector<Record>& records)  // -1 means none and stays
 {
     if (index >= static_cast<int>(records.size()))
         index = 0;
@@ -164,6 +165,7 @@ void ResetIndices(CjxStruct& m)
 
 }  // namespace
 
+/// Elements go before what belongs to them, records are added before what names them is judged.
 void CjxStruct::RepaireData()
 {
     ClearStaticResult();
@@ -174,5 +176,6 @@ void CjxStruct::RepaireData()
     DropOrphanedLoads(*this);
     DropOrphanedGroups(*this);
     ResetIndices(*this);
+    assert(!loadCases.empty() && !loadCombs.empty() && caseLoads.size() >= loadCases.size());
     combResults.resize(loadCombs.size());
 }

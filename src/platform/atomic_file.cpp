@@ -1,5 +1,6 @@
 #include "platform/atomic_file.h"
 
+#include <cassert>
 #include <cerrno>
 #include <utility>
 
@@ -14,12 +15,15 @@ AtomicFile::~AtomicFile()
 
 void AtomicFile::Write(std::string_view bytes)
 {
+    assert(file_ != nullptr && "after Commit or a failure nothing more is written");
     if (std::fwrite(bytes.data(), 1, bytes.size(), file_) != bytes.size())
         Fail(errno);
 }
 
 void AtomicFile::Commit()
 {
+    assert(file_ != nullptr && "a file is committed once");
+    // Flushed before it is closed: of a full disk the flush tells why, the close only that.
     if (std::fflush(file_) != 0)
         Fail(errno);
     if (std::fclose(std::exchange(file_, nullptr)) != 0)

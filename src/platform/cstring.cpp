@@ -1,6 +1,7 @@
 #include "platform/cstring.h"
 
 #include <algorithm>
+#include <cassert>
 #include <ostream>
 
 #include "platform/wide_printf.h"
@@ -33,6 +34,7 @@ void CString::Format(const wchar_t* format, ...)
 
 void CString::FormatV(const wchar_t* format, va_list arguments)
 {
+    assert(format != nullptr);
     text_ = qvx::FormatWide(format, arguments);
 }
 
@@ -65,17 +67,20 @@ CString& CString::operator+=(wchar_t tail)
 
 int CString::Compare(const wchar_t* other) const
 {
+    assert(other != nullptr);
     const int order = text_.compare(other);
     return order < 0 ? -1 : order > 0 ? 1 : 0;
 }
 
 int CString::CompareNoCase(const wchar_t* other) const
 {
+    assert(other != nullptr);
     return qvx::CompareNoCase(text_.c_str(), other);
 }
 
 int CString::Find(const wchar_t* part, int start) const
 {
+    assert(part != nullptr);
     return start < 0 ? -1 : PositionOrMinusOne(text_.find(part, static_cast<std::size_t>(start)));
 }
 
@@ -141,6 +146,7 @@ CString& CString::MakeLower()
 
 int CString::Replace(const wchar_t* from, const wchar_t* to)
 {
+    assert(from != nullptr && to != nullptr);
     const std::wstring_view sought = from;
     const std::wstring_view substitute = to;
     int count = 0;

@@ -23,6 +23,7 @@ FileError::FileError(std::string_view file, std::string_view place, std::string_
 {
 }
 
+/// Here, so that a handler of another library recognises the type.
 FileError::~FileError() = default;
 
 }  // namespace qvx

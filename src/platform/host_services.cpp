@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <atomic>
+#include <cassert>
 #include <charconv>
 #include <cwchar>
 #include <filesystem>
@@ -122,6 +123,7 @@ void HostServices::DebugOutput(const std::wstring& text)
     std::cerr << ToUtf8(text) << std::flush;
 }
 
+/// Atomic, because solver threads may ask the host while a test or a second model installs another.
 HostServices* SetHostServices(HostServices* services)
 {
     return Installed().exchange(services);

@@ -47,6 +47,7 @@ std::optional<std::vector<IniSection>> ReadIniFile(const std::filesystem::path& 
     return sections;
 }
 
+/// A file has few sections and is read once: a search through all of them is the shortest.
 const IniSection* FindSection(const std::vector<IniSection>& sections, const std::wstring& name)
 {
     const auto found =

@@ -1,5 +1,6 @@
 #include "platform/pending_file.h"
 
+#include <cassert>
 #include <cerrno>
 #include <random>
 #include <string>
@@ -22,7 +23,7 @@ std::string Utf8(const fs::path& path)
     return {text.begin(), text.end()};
 }
 
-// A name that only a glance at the folder would find, and that tells whose remnant it is should the machine fail.
+/// A name that only a glance at the folder would find, and that tells whose remnant it is should the machine fail.
 fs::path TemporaryName(const fs::path& path, const fs::path& ending)
 {
     std::random_device random;
@@ -47,6 +48,8 @@ PendingFile::PendingFile(fs::path path, std::string_view ending) : path_(std::mo
 
 std::FILE* PendingFile::Open()
 {
+    assert(!isCreated_ && "a file is opened once");
+    // "x" makes the name this process's own: what another one has just written is not taken over.
     std::FILE* file = std::fopen(written_.string().c_str(), IsDirect() ? "wb" : "wbx");
     for (int i = 1; i < kAttempts && file == nullptr && errno == EEXIST; ++i) {
         written_ = TemporaryName(path_, ending_);
@@ -70,6 +73,7 @@ void PendingFile::Commit()
 
 void PendingFile::Fail(int errorNumber)
 {
+    assert(errorNumber != 0 && "a failure has its reason");
     Discard();
     throw FileError(Utf8(path_), "", "cannot be written: " + std::generic_category().message(errorNumber));
 }

@@ -6,7 +6,7 @@ namespace qvx {
 
 namespace {
 
-// Folder named by an environment variable, with a folder below it; empty when the variable is not set.
+/// Folder named by an environment variable, with a folder below it; empty when the variable is not set.
 std::filesystem::path FolderFromEnvironment(const char* variable, const char* below)
 {
     const char* value = std::getenv(variable);
@@ -15,6 +15,7 @@ std::filesystem::path FolderFromEnvironment(const char* variable, const char* be
 
 }  // namespace
 
+/// The order is that of the XDG base directory specification (freedesktop.org, 0.8), then the folder of other systems.
 std::filesystem::path PreferencesFile()
 {
     if (const char* named = std::getenv("QVXFEM_PREFERENCES"); named != nullptr && *named != 0)

@@ -36,6 +36,7 @@ std::uint64_t PeakMemory()
 
 void CountWorkerPeak(std::uint64_t bytes)
 {
+    // Raised by whoever is higher at that moment: a plain "if" could lose the larger of two workers that end together.
     std::uint64_t peak = WorkerPeak();
     while (bytes > peak && !WorkerPeak().compare_exchange_weak(peak, bytes)) {
     }

@@ -4,6 +4,7 @@
 
 namespace qvx {
 
+/// By way of UTF-8: a path made from wide text directly is converted by the locale, which a program need not have set.
 std::filesystem::path PathOf(const std::wstring& text)
 {
     const std::string utf8 = ToUtf8(text);

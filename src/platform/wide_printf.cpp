@@ -1,6 +1,7 @@
 #include "platform/wide_printf.h"
 
 #include <algorithm>
+#include <cassert>
 #include <charconv>
 #include <cmath>
 #include <cstddef>
@@ -16,7 +17,7 @@ namespace {
 
 enum class Size { Short, Int, Long64, Pointer };
 
-// One conversion of the format, "%" flags width "." precision size letter.
+/// One conversion of the format, "%" flags width "." precision size letter.
 struct Conversion
 {
     bool leftAligned = false;
@@ -36,9 +37,10 @@ std::wstring Widen(std::string_view ascii)
     return {ascii.begin(), ascii.end()};
 }
 
-// Sign or base prefix, then zeros or blanks up to the width.
+/// Sign or base prefix, then zeros or blanks up to the width.
 std::wstring Pad(const Conversion& c, const std::wstring& prefix, const std::wstring& body, bool zeroPadded)
 {
+    assert(c.width >= 0 && "a negative width has become the flag of the left side");
     const std::size_t length = prefix.size() + body.size();
     const auto width = static_cast<std::size_t>(c.width);
     if (length >= width)
@@ -82,13 +84,14 @@ std::wstring FormatMagnitude(const Conversion& c, std::uint64_t magnitude, std::
 
 std::string FixedOrScientific(double magnitude, std::chars_format style, int precision)
 {
+    assert(precision >= 0 && magnitude >= 0);
     std::string digits(static_cast<std::size_t>(precision) + 340, '\0');  // the largest double has 309 digits
     const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), magnitude, style, precision).ptr;
     digits.resize(static_cast<std::size_t>(end - digits.data()));
     return digits;
 }
 
-// The form with '#' keeps its decimal point, and %g its trailing zeros.
+/// std::to_chars knows no alternative form. The form with '#' keeps its decimal point, and %g its trailing zeros.
 std::string AlternativeDigits(double magnitude, char letter, int precision)
 {
     if (letter != 'g') {
@@ -136,7 +139,7 @@ std::wstring FormatText(const Conversion& c, std::wstring text)
     return Pad(c, L"", text, false);
 }
 
-// Reads a format and its arguments from left to right.
+/// Reads a format and its arguments from left to right.
 class Formatter
 {
 public:
@@ -210,7 +213,8 @@ private:
         return number;
     }
 
-    // A long is 32 bits wide, whatever the platform: the texts were written for that.
+    // A long is 32 bits wide, whatever the platform: ids are ints, texts print them with %ld, and on a platform of
+    // 64-bit longs the upper half of such an argument is undefined.
     void ReadSize(Conversion& c)
     {
         const auto take = [this](std::wstring_view size) {
@@ -331,6 +335,7 @@ private:
 
 std::wstring FormatWide(const wchar_t* format, va_list arguments)
 {
+    assert(format != nullptr);
     return Formatter(format, arguments).Run();
 }
 

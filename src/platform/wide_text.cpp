@@ -1,3 +1,4 @@
+#include <cassert>
 #include <iterator>
 #include <stdexcept>
 
@@ -11,7 +12,9 @@ namespace {
 
 constexpr char32_t kReplacement = 0xFFFD;
 
-// Lower case of one character, the same in every locale: Latin, Greek and Cyrillic.
+/// Lower case of one character, the same in every locale: Latin, Greek and Cyrillic. Labels of a model mean the same on
+/// every machine, so the rule stands here and is not asked of the system. The blocks of Unicode put a capital and its
+/// small letter 32 or 80 places apart, or side by side with the capital even (odd from U+0139 on).
 wchar_t Lower(wchar_t c)
 {
     const auto within = [c](wchar_t first, wchar_t last) { return c >= first && c <= last; };
@@ -36,9 +39,10 @@ wchar_t Upper(wchar_t c)
     return c;
 }
 
-// Next code point of wide text, whether its units are UTF-16 (surrogate pairs) or UTF-32.
+/// Next code point of wide text, whether its units are UTF-16 (surrogate pairs) or UTF-32.
 char32_t NextCodePoint(std::wstring_view text, std::size_t& at)
 {
+    assert(at < text.size());
     const auto unit = [&](std::size_t i) { return static_cast<char32_t>(text[i]); };
     const char32_t first = unit(at++);
     const bool isLead = first >= 0xD800 && first < 0xDC00;
@@ -49,6 +53,7 @@ char32_t NextCodePoint(std::wstring_view text, std::size_t& at)
 
 void AppendCodePoint(std::wstring& text, char32_t c)
 {
+    assert(c <= 0x10FFFF && "Unicode ends there");
     if (sizeof(wchar_t) == 2 && c > 0xFFFF) {
         text += static_cast<wchar_t>(0xD800 + ((c - 0x10000) >> 10));
         text += static_cast<wchar_t>(0xDC00 + ((c - 0x10000) & 0x3FF));
@@ -82,6 +87,7 @@ std::wstring FromUtf8(std::string_view utf8Text)
 
 int CompareNoCase(const wchar_t* a, const wchar_t* b)
 {
+    assert(a != nullptr && b != nullptr);
     for (;; ++a, ++b) {
         const wchar_t x = Lower(*a);
         const wchar_t y = Lower(*b);

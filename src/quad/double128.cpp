@@ -1,6 +1,7 @@
 #include "quad/double128.h"
 
 #include <array>
+#include <cassert>
 
 namespace qvxDouble128NS {
 
@@ -32,6 +33,7 @@ double128 double128::QuotientOfExtremes(const double128& a, const double128& b)
     return Scaled(Quotient(Scaled(a, -exponentA), Scaled(b, -exponentB)), exponentA - exponentB);
 }
 
+/// One step of Newton on the root of the high part, x + (a - x x) / (2 x), with the residual to twice the bits.
 double128 sqrt(const double128& a)
 {
     const double size = a.Hi();
@@ -43,13 +45,14 @@ double128 sqrt(const double128& a)
     const double square = x * x;
     const double remainder = ((size - square) - detail::ProductError(x, x, square)) + a.Lo();
     const double correction = remainder / (2 * x);
+    assert(std::fabs(correction) <= 0x1p-50 * x && "one step of Newton from a root right to 53 bits");
     const double root = x + correction;
     return {root, correction - (root - x)};
 }
 
 namespace {
 
-// ln 2 and 1 / ln 10 to 106 bits.
+/// ln 2 and 1 / ln 10 to 106 bits.
 constexpr double128 kLn2(0x1.62e42fefa39efp-1, 0x1.abc9e3b39803fp-56);
 constexpr double128 kInverseLn10(0x1.bcb7b1526e50ep-2, 0x1.95355baaafad3p-57);
 
@@ -57,6 +60,7 @@ constexpr double128 kInverseLn10(0x1.bcb7b1526e50ep-2, 0x1.95355baaafad3p-57);
 /// 22 terms leave 2^-112. The difference m - 1 is exact, so the result keeps its bits near m = 1.
 double128 LogNearOne(const double128& m)
 {
+    assert(m.Hi() > 0.7 && m.Hi() < 1.42);
     const double128 s = (m - 1) / (m + 1);
     const double128 square = s * s;
     double128 series = 0;
@@ -68,6 +72,7 @@ double128 LogNearOne(const double128& m)
 /// 10^n, exact for 0 <= n <= 44: 5^22 fits a double, the product of two such powers fits two doubles.
 double128 PowerOfTen(int n)
 {
+    assert(n >= 0 && n <= 44);
     double128 power = 1;
     double factor = 1;
     for (int i = 0; i < n; ++i) {

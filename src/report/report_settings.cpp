@@ -1,6 +1,7 @@
 // General information, units and settings: captions with their values.
 
 #include "model/jx_struct.h"
+#include "model/setting_names.h"
 #include "model/units.h"
 #include "report/report.h"
 #include "report/report_layout.h"
@@ -15,12 +16,6 @@ using namespace qvx;
 
 namespace {
 
-constexpr const char* kModelTypes[] = {
-    "3D Frame & Shell (6-DOF)",     "2D Frame (X, Y, OZ)",    "3D Truss (X, Y, Z)", "2D Truss (X, Y)",
-    "2D Plate Bending (Z, OX, OY)", "2D Plane Stress (X, Y)", "3D Brick (X, Y, Z)", "2D Grillage (Y, OX, OZ)",
-};
-constexpr const char* kSolverTypes[] = {"Double-precision Skyline", "Quad-precision Skyline",
-                                        "Double-precision Sparse"};
 constexpr const char* kGlobalAxes[] = {"X", "Y", "Z"};
 
 std::wstring Wide(std::string_view text)
@@ -50,8 +45,8 @@ std::wstring LabelAt(const std::vector<Record>& records, int index)
 std::vector<ReportPair> SettingsOf(const CjxStruct& model)
 {
     return {
-        {"Model type", Wide(NameOf(kModelTypes, model.modelType))},
-        {"Solver Type", Wide(NameOf(kSolverTypes, model.solverType))},
+        {"Model type", Wide(NameOf(kModelTypeNames, model.modelType))},
+        {"Solver Type", Wide(NameOf(kSolverTypeNames, model.solverType))},
         {"Maximum Nonlinear Iterations", std::to_wstring(model.maxNonlinearIterations)},
         {"P-Delta Tolerance (%)", General(model.pDeltaTolerance)},
         {"Fictitious oz stiffness factor for shell", General(model.shellOzFactor)},

@@ -1,6 +1,7 @@
 #include "steel/shape_table_reader.h"
 
 #include <algorithm>
+#include <cassert>
 #include <charconv>
 #include <string>
 
@@ -60,7 +61,7 @@ constexpr Column kColumns[] = {
     {"sep", &jxSect_AISC::sep},
 };
 
-// In the order of SteelShape.
+/// In the order of SteelShape.
 constexpr std::string_view kKinds[] = {"W",  "M", "S",  "HP",       "C",          "MC",        "WT",  "MT",
                                        "ST", "L", "2L", "HSS_RECT", "HSS_SQUARE", "HSS_ROUND", "PIPE"};
 
@@ -100,9 +101,11 @@ int KindOf(std::string_view name, std::string_view line)
     return static_cast<int>(kind - std::begin(kKinds));
 }
 
+static_assert(std::size(kKinds) == kShapePipe + 1, "a name for every kind");
+
 double NumberOf(std::string_view cell, std::string_view line)
 {
-    double value = 0;
+    double value = 0;  // an empty cell: the shape has no such property
     if (cell.empty())
         return value;
     const auto [end, error] = std::from_chars(cell.data(), cell.data() + cell.size(), value);
@@ -124,6 +127,7 @@ int FindSteelKind(std::wstring_view name)
 
 std::vector<jxSect_AISC> ReadSteelShapes(std::span<const std::string_view> lines)
 {
+    assert(!lines.empty() && "the line of column names stands first");
     const std::vector<std::string_view> names = Cells(lines.front());
     constexpr std::size_t kFirstNumber = 2;  // after label and kind
     if (names.size() < kFirstNumber || names[0] != "label" || names[1] != "kind")

@@ -1,6 +1,7 @@
 #include "steel/steel_design_manager.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cwchar>
 #include <numeric>
 #include <string>
@@ -50,10 +51,12 @@ CSteelDesignManager::CSteelDesignManager()
         return qvx::CompareNoCase(shapes_[static_cast<std::size_t>(a)].label,
                                   shapes_[static_cast<std::size_t>(b)].label) < 0;
     });
+    assert(byLabel_.size() == shapes_.size() && !shapes_.empty());
 }
 
 const jxSect_AISC* CSteelDesignManager::Find(const wchar_t* name) const
 {
+    assert(name != nullptr);
     const CString label = Normalized(name);
     const auto shape = [this](int position) -> const jxSect_AISC& {
         return shapes_[static_cast<std::size_t>(position)];
@@ -98,7 +101,7 @@ void CSteelDesignManager::GenerateSections(std::vector<jxSect_AISC>& out, const 
         if (isOfKind || isByLabel)
             out.push_back(shape);
     }
-    std::sort(out.begin(), out.end(), IsLighter);
+    std::sort(out.begin(), out.end(), IsLighter);  // labels differ, so the order is one only
 }
 
 CAiscDesign* CSteelDesignManager::CreateAiscDesign(int code, const wchar_t* name) const

@@ -1,10 +1,12 @@
 #include "tools/geometry.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cmath>
 
 void cos_matrix(double* T, const double c[3][3], int n)
 {
+    assert(n > 0 && n % 3 == 0);
     std::fill(T, T + n * n, 0.0);
     for (int block = 0; block < n; block += 3)
         for (int r = 0; r < 3; ++r)
@@ -14,6 +16,7 @@ void cos_matrix(double* T, const double c[3][3], int n)
 
 double area(const jxPoint* p, int n)
 {
+    assert(n >= 0);
     // Shoelace formula about the first vertex, so that a polygon far from the origin keeps its digits.
     double twice = 0;
     for (int i = 1; i + 1 < n; ++i)
@@ -24,6 +27,8 @@ double area(const jxPoint* p, int n)
 bool is_rectangle(const jxPoint& a, const jxPoint& b, const jxPoint& c, const jxPoint& d)
 {
     constexpr double kTolerance = 5e-7;
+    // A quadrilateral is a rectangle when its diagonals bisect each other (a parallelogram) and are equal: no angle is
+    // measured, so a long thin one is judged as sharply as a square.
     const double ac = calc_distance(a, c);
     const double bd = calc_distance(b, d);
     const double limit = kTolerance * std::max(ac, bd);
@@ -48,8 +53,10 @@ double CalcSignedAngle3D(const jxPoint& from, const jxPoint& to, const jxPoint& 
     return length > 0 ? std::atan2(dot(turn, normal) / length, dot(from, to)) : 0.0;
 }
 
+/// Walks round the polygon and adds up the turns at its vertices: 2 pi in all, always the same way, is convex.
 int test_convex(const jxPoint* p, int n)
 {
+    assert(n >= 3);
     int positive = 0;
     int negative = 0;
     double turned = 0;

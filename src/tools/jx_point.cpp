@@ -4,7 +4,7 @@
 
 namespace {
 
-// Between the limits no square overflows, and one that vanishes is none of the digits of the sum.
+/// Between the limits no square overflows, and one that vanishes is none of the digits of the sum.
 double Length(const jxPoint& v)
 {
     constexpr double kLeast = 1e-270;
@@ -45,6 +45,7 @@ void normalize(jxPoint& v)
 
 jxPoint arbitrary_rotate(const jxPoint& v, double angle, const jxPoint& axis)
 {
+    // Rodrigues: the part across the axis turns in its plane, the part along it stays.
     jxPoint k = axis;
     normalize(k);
     jxPoint kv;

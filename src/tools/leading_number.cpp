@@ -13,7 +13,7 @@ bool IsDigit(char c)
     return c >= '0' && c <= '9';
 }
 
-// The text from its first character that is no blank, as far as it consists of characters a number may have.
+/// The text from its first character that is no blank, as far as it consists of characters a number may have.
 std::string NumberPart(std::wstring_view text)
 {
     const std::size_t start = std::min(text.find_first_not_of(L" \t\n\v\f\r"), text.size());
@@ -24,8 +24,8 @@ std::string NumberPart(std::wstring_view text)
     return part;
 }
 
-// Decimal exponent of the leading digit of a number such as 0012.5e+7, far from its end where it tells overflow from
-// underflow.
+/// Decimal exponent of the leading digit of a number such as 0012.5e+7, far from its end where it tells overflow from
+/// underflow.
 bool IsHuge(std::string_view number)
 {
     const std::size_t e = number.find_first_of("eE");
@@ -51,6 +51,7 @@ int LeadingInteger(std::wstring_view text)
 {
     const std::string part = NumberPart(text);
     const bool isNegative = part.starts_with('-');
+    // The sum stops growing far beyond the range of int, and long before its own.
     long long value = 0;
     for (std::size_t i = isNegative || part.starts_with('+') ? 1 : 0; i < part.size() && IsDigit(part[i]); ++i)
         value = std::min(value * 10 + (part[i] - '0'), 1LL << 40);

@@ -1,5 +1,6 @@
 #include "tools/list_text.h"
 
+#include <cassert>
 #include <charconv>
 #include <cwchar>
 #include <string>
@@ -7,7 +8,7 @@
 
 namespace {
 
-// The text without blanks, in ASCII; a character that no number has stays unreadable.
+/// The text without blanks, in ASCII; a character that no number has stays unreadable.
 std::string Compact(const wchar_t* text)
 {
     std::string compact;
@@ -18,6 +19,7 @@ std::string Compact(const wchar_t* text)
 }
 
 template <class Value>
+/// std::from_chars reads in every locale alike, but takes no "+".
 bool ReadWhole(std::string_view text, Value& value)
 {
     if (!text.empty() && text.front() == '+')
@@ -39,6 +41,7 @@ bool ReadItem(std::string_view item, int& count, double& value)
 
 bool ParseList(std::vector<int>& counts, std::vector<double>& values, const wchar_t* text)
 {
+    assert(text != nullptr);
     counts.clear();
     values.clear();
     const std::string compact = Compact(text);
@@ -54,5 +57,6 @@ bool ParseList(std::vector<int>& counts, std::vector<double>& values, const wcha
         }
         from = comma + 1;
     }
+    assert(counts.size() == values.size());
     return true;
 }

@@ -1,5 +1,6 @@
 #include "tools/narrow_text.h"
 
+#include <cassert>
 #include <string>
 #include <string_view>
 
@@ -31,6 +32,8 @@ std::wstring FromWestern(std::string_view bytes)
 
 CString char2tchar(const char* text)
 {
+    assert(text != nullptr);
+    // Text of code page 1252 with letters beyond ASCII is as good as never valid UTF-8: the bytes themselves tell.
     const std::string_view bytes(text);
     if (utf8::is_valid(bytes.begin(), bytes.end()))
         return qvx::FromUtf8(bytes);

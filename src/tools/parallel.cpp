@@ -1,6 +1,7 @@
 #include "tools/parallel.h"
 
 #include <algorithm>
+#include <cassert>
 #include <system_error>
 #include <thread>
 #include <vector>
@@ -44,6 +45,8 @@ void RunInParallel(int parts, const std::function<void(int)>& work)
 
 void AddInShares(std::size_t count, int threads, const std::function<void(std::size_t, Share)>& add)
 {
+    // Every thread walks through all items and takes the numbers of its share: nothing is locked, and a number gets its
+    // terms in the order of the items whatever the count of threads.
     const int parts = count < 2 * kLeastPart ? 1 : std::max(threads, 1);
     RunInParallel(parts, [&](int part) {
         for (std::size_t i = 0; i < count; ++i)
@@ -54,6 +57,7 @@ void AddInShares(std::size_t count, int threads, const std::function<void(std::s
 ParallelFault ForEachInParallel(std::size_t first, std::size_t last, int threads,
                                 const std::function<void(std::size_t)>& work)
 {
+    assert(first <= last);
     const std::size_t count = last - first;
     const std::size_t wanted = static_cast<std::size_t>(std::max(threads, 1));
     const std::size_t parts = std::clamp<std::size_t>(count / kLeastPart, 1, wanted);
@@ -63,6 +67,8 @@ ParallelFault ForEachInParallel(std::size_t first, std::size_t last, int threads
         const auto part = static_cast<std::size_t>(number);
         faults[part] = DoPart(start(part), start(part + 1), work);
     });
+    assert(start(0) == first && start(parts) == last && "the parts are all there is");
+    // Parts ascend, so the first part with a fault has the first item with one.
     const auto fault = std::find_if(faults.begin(), faults.end(), [](const ParallelFault& f) { return bool(f); });
     return fault == faults.end() ? ParallelFault{} : *fault;
 }

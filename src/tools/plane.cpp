@@ -1,5 +1,6 @@
 #include "tools/plane.h"
 
+#include <cassert>
 #include <cmath>
 
 #include "tools/geometry.h"

@@ -1,6 +1,7 @@
 #include "tools/principal_stress.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cmath>
 
 #include "platform/host_services.h"
@@ -11,7 +12,7 @@ constexpr int kSize = 3;
 constexpr int kMaxSweeps = 50;
 constexpr int kPairs[3][2] = {{0, 1}, {0, 2}, {1, 2}};
 
-// Rotation in the plane p, q that makes a[p][q] 0: tangent of the smaller angle.
+/// Rotation in the plane p, q that makes a[p][q] 0: tangent of the smaller angle.
 double TangentOf(double apq, double difference)
 {
     const double theta = 0.5 * difference / apq;
@@ -38,7 +39,7 @@ bool IsLost(double value, double against)
     return std::fabs(against) + 100 * std::fabs(value) == std::fabs(against);
 }
 
-// Term (p, q) of the upper triangle.
+/// Term (p, q) of the upper triangle.
 double& Upper(double a[3][3], int p, int q)
 {
     return p < q ? a[p][q] : a[q][p];
@@ -46,6 +47,7 @@ double& Upper(double a[3][3], int p, int q)
 
 void RotateAway(double a[3][3], double d[3], double z[3], double v[3][3], int p, int q)
 {
+    assert(0 <= p && p < q && q < kSize);
     const double difference = d[q] - d[p];
     const double t = IsLost(a[p][q], difference) ? a[p][q] / difference : TangentOf(a[p][q], difference);
     const double c = 1 / std::sqrt(1 + t * t);
@@ -76,6 +78,8 @@ void jacobi(double a[3][3], double d[3], double v[3][3])
         const double sum = std::fabs(a[0][1]) + std::fabs(a[0][2]) + std::fabs(a[1][2]);
         if (sum == 0)
             return;
+        // The threshold of the first sweeps leaves small terms alone until the large ones, which would make them grow
+        // again, are gone.
         const double threshold = sweep < 4 ? 0.2 * sum / (kSize * kSize) : 0;
         for (const auto& [p, q] : kPairs) {
             if (sweep > 4 && IsLost(a[p][q], d[p]) && IsLost(a[p][q], d[q]))
@@ -103,6 +107,7 @@ PrincipalStresses PrincipalStressesOf(const double (&stress)[6])
 
     int order[3] = {0, 1, 2};
     std::stable_sort(order, order + 3, [&d](int i, int j) { return d[i] > d[j]; });
+    assert(!(d[order[0]] < d[order[1]]) && !(d[order[1]] < d[order[2]]));
     PrincipalStresses result;
     for (int k = 0; k < kSize; ++k) {
         result.S[k] = d[order[k]];
@@ -115,6 +120,7 @@ PrincipalStresses PrincipalStressesOf(const double (&stress)[6])
 double VonMisesStress(const double (&stress)[6])
 {
     const auto& [xx, yy, zz, xy, yz, xz] = stress;
+    // sqrt(3 J2), in components so that no principal value is needed.
     const double normal = (xx - yy) * (xx - yy) + (yy - zz) * (yy - zz) + (zz - xx) * (zz - xx);
     return std::sqrt(normal / 2 + 3 * (xy * xy + yz * yz + xz * xz));
 }

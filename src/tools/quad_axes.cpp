@@ -13,7 +13,7 @@ jxPoint Cross(const jxPoint& a, const jxPoint& b)
     return {a.y * b.z - a.z * b.y, a.z * b.x - a.x * b.z, a.x * b.y - a.y * b.x};
 }
 
-// The zero vector stays as it is.
+/// The zero vector stays as it is.
 jxPoint Unit(const jxPoint& v)
 {
     const double squared = dot(v, v);
@@ -29,7 +29,7 @@ struct Frame
     std::array<jxPoint, 3> Axes() const { return {x, y, z}; }
 };
 
-// What all axes of a quadrilateral are made from.
+/// What all axes of a quadrilateral are made from.
 struct Shape
 {
     explicit Shape(const QuadCorners& p)
@@ -44,10 +44,11 @@ struct Shape
     bool isRectangle;
 };
 
-// User axes at angle 0; x is a unit vector, or exactly (1, 0, 0) on a plane that counts as horizontal.
+/// User axes at angle 0; x is a unit vector, or exactly (1, 0, 0) on a plane that counts as horizontal.
 Frame UnturnedAxes(const Shape& shape)
 {
     constexpr double kHorizontal = 0.001;
+    // Middles of sides, not corners: z is then the normal of the mean plane of a warped shell.
     const jxPoint z = Unit(Cross(shape.across, shape.up));
     jxPoint x = shape.across;
     if (!shape.isRectangle) {
@@ -58,7 +59,7 @@ Frame UnturnedAxes(const Shape& shape)
     return {x, Unit(Cross(z, x)), z};
 }
 
-// Both axes turned by angle about z (Rodrigues). The last term is there for an x that is out of square with z.
+/// Both axes turned by angle about z (Rodrigues). The last term is there for an x that is out of square with z.
 Frame Turned(const Frame& f, double angle)
 {
     if (angle == 0)

@@ -1,6 +1,7 @@
 #include "tools/section_stress.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cmath>
 #include <numbers>
 
@@ -38,6 +39,7 @@ StressSection RoundStressSection(double diameter)
 
 StressSection TeeStressSection(double bf, double h, double hf, double bw)
 {
+    // Sections of flange and web, each about its own middle, then to the common centroid (parallel axes).
     const double stem = h - hf;
     const double flangeArea = bf * hf;
     const double webArea = bw * stem;
@@ -59,6 +61,7 @@ std::vector<double> NormalStresses(const StressSection& section, double N, doubl
     const double determinant = section.Iz * section.Iy - section.Iyz * section.Iyz;
     const double slopeY = -(Mz * section.Iy - My * section.Iyz) / determinant;
     const double slopeZ = -(My * section.Iz - Mz * section.Iyz) / determinant;
+    assert(!(section.A < 0));
     std::vector<double> stresses;
     stresses.reserve(section.points.size());
     for (const SectionPoint& point : section.points)

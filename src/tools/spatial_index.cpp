@@ -1,6 +1,7 @@
 #include "tools/spatial_index.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cmath>
 #include <limits>
 
@@ -31,6 +32,7 @@ PointTree::PointTree(std::span<const jxPoint> points)
 
 void PointTree::Build(std::uint32_t first, std::uint32_t last)
 {
+    assert(first < last && last <= entries_.size());
     Box box{.lowest = entries_[first].point, .highest = entries_[first].point, .first = first, .last = last};
     for (std::uint32_t i = first; i < last; ++i) {
         box.highestIndex = std::max(box.highestIndex, entries_[i].index);
@@ -47,6 +49,7 @@ void PointTree::Build(std::uint32_t first, std::uint32_t last)
         *std::max_element(std::begin(kCoordinates), std::end(kCoordinates), [&box](Coordinate c, Coordinate d) {
             return box.highest.*c - box.lowest.*c < box.highest.*d - box.lowest.*d;
         });
+    // The middle by count, not by place: the depth is that of the logarithm however the points cluster.
     const std::uint32_t middle = first + (last - first) / 2;
     std::nth_element(entries_.begin() + first, entries_.begin() + middle, entries_.begin() + last,
                      [widest](const Entry& p, const Entry& q) { return p.point.*widest < q.point.*widest; });
@@ -55,17 +58,18 @@ void PointTree::Build(std::uint32_t first, std::uint32_t last)
     Build(middle, last);
 }
 
-// A distance is rounded by a few units in the last place of the largest coordinate: the reach grows by more than that,
-// so that no point which the exact test would accept is passed over.
+/// A distance is rounded by a few units in the last place of the largest coordinate: the reach grows by more than that,
+/// so that no point which the exact test would accept is passed over.
 PointTree::Probe PointTree::MakeProbe(const jxPoint& a, const jxPoint& b, double reach) const
 {
+    assert(!boxes_.empty());
     const double size = std::max({LargestCoordinate(boxes_.front().lowest), LargestCoordinate(boxes_.front().highest),
                                   LargestCoordinate(a), LargestCoordinate(b)});
     return {.a = a, .direction = b - a, .reach = reach + 64 * std::numeric_limits<double>::epsilon() * size};
 }
 
-// Whether the segment meets the box widened by the reach: intersection of the three slabs
-// (Kay & Kajiya, Ray tracing complex scenes, SIGGRAPH 1986).
+/// Whether the segment meets the box widened by the reach: intersection of the three slabs
+/// (Kay & Kajiya, Ray tracing complex scenes, SIGGRAPH 1986).
 bool PointTree::CanTouch(const Probe& probe, const Box& box)
 {
     double enter = 0;

@@ -1,6 +1,7 @@
 #include "tools/wood_armer.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cmath>
 
 void CalcPlateTopMu1(double& mx, double& my, double Mx, double My, double Mxy)
@@ -17,6 +18,7 @@ void CalcPlateTopMu1(double& mx, double& my, double Mx, double My, double Mxy)
         my = 0;
         mx = std::max(0.0, Mx + Mxy * Mxy / std::fabs(My));
     }
+    assert(!(mx < 0) && !(my < 0) && "the top rule serves positive moments");
 }
 
 void CalcPlateBotMu1(double& mx, double& my, double Mx, double My, double Mxy)
