@@ -91,6 +91,17 @@ TEST_F(MemberCheck, ExcessiveLengthVariationIsAskedAboutUnlessSilent)
     EXPECT_TRUE(window.HasLine(L"Excessive member length variation exists in the model.", L"NOT OK"));
 }
 
+// A ratio of exactly 100, and of exactly 20 for shells, is still accepted. All lengths are whole numbers, so the quotient
+// is exact.
+TEST_F(MemberCheck, ALengthRatioOfExactlyOneHundredIsNotAskedAbout)
+{
+    model.nodes[2].x = model.nodes[3].x = 1000;
+    EXPECT_EQ(Check(), 1);
+    EXPECT_TRUE(window.HasLine(L"(Maximum member length) / (Minimum member length) = 100", L"OK"));
+    EXPECT_TRUE(host.boxes.empty());
+    EXPECT_TRUE(Findings().empty());
+}
+
 // Longest 0 over shortest, which starts at the largest double.
 TEST_F(MemberCheck, TheLengthRatioOfNoElementsIsListedAsZero)
 {
@@ -133,6 +144,15 @@ TEST_F(ShellCheck, ExcessiveEdgeVariationIsAskedAboutUnlessSilent)
     AnswerNo();
     EXPECT_EQ(Check(), 0);
     EXPECT_TRUE(window.HasLine(L"Excessive shell length variation exists in the model.", L"NOT OK"));
+}
+
+TEST_F(ShellCheck, AnEdgeRatioOfExactlyTwentyIsNotAskedAbout)
+{
+    model.nodes[6].z = model.nodes[7].z = 0.5;
+    EXPECT_EQ(Check(), 1);
+    EXPECT_TRUE(window.HasLine(L"(Maximum shell length) / (Minimum shell length) = 20", L"OK"));
+    EXPECT_TRUE(host.boxes.empty());
+    EXPECT_TRUE(Findings().empty());
 }
 
 TEST_F(ShellCheck, CrackingAndStiffnessFactorsHaveTheirBounds)

@@ -96,8 +96,14 @@ TEST_F(NonlinearityCheck, OneIterationForANonlinearCombinationIsAskedAbout)
     EXPECT_EQ(Check(), 0);
     EXPECT_TRUE(window.HasLine(L"Too few the maximum nonlinear iterations", L"NOT OK"));
 
+    // Two are enough to compare: nothing is asked, nothing told.
+    host.boxes.clear();
+    window.lines.clear();
     model.maxNonlinearIterations = 2;
     EXPECT_EQ(Check(), 1);
+    EXPECT_TRUE(host.boxes.empty());
+    EXPECT_TRUE(Findings().empty());
+
     model.maxNonlinearIterations = 1;
     model.loadCombs[0].bPDelta = 0;
     host.boxes.clear();
@@ -135,6 +141,14 @@ TEST_F(DiaphragmCheck, LinksAreMadeAndTheQuadSolverIsRecommended)
 
     AnswerNo();
     EXPECT_EQ(Check(), 0);
+
+    // The sparse solver works in double like the skyline that the fixture has.
+    host.boxes.clear();
+    window.lines.clear();
+    model.solverType = DoubleSparse;
+    EXPECT_EQ(Check(), 1);
+    EXPECT_EQ(host.BoxTexts(), Texts{kQuestion});
+    EXPECT_EQ(Findings(), (LineList{{kWarning, L"WARNING"}}));
 
     host.boxes.clear();
     model.solverType = QuadSkyline;

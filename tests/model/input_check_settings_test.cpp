@@ -110,7 +110,7 @@ TEST_P(ModelTypeCheck, AsksWhenTheTypeHasNoPlaceForAnElement)
 
     EXPECT_EQ(Check(), 1);
     EXPECT_EQ(window.HasLine(kText, L"WARNING"), !c.isConsistent);
-    EXPECT_EQ(host.boxes.size(), c.isConsistent ? 0u : 1u);
+    ASSERT_EQ(host.boxes.size(), c.isConsistent ? 0u : 1u);
     if (c.isConsistent)
         return;
     EXPECT_EQ(host.boxes[0],

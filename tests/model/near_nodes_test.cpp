@@ -1,5 +1,6 @@
 #include "model/near_nodes.h"
 
+#include <cmath>
 #include <random>
 
 #include <gtest/gtest.h>
@@ -99,6 +100,25 @@ TEST(DuplicateNodes, OfALargeClusterAreAllButOne)
     for (int id = 1; id <= 300000; ++id)
         nodes.push_back({.id = id, .x = 1000 - 1e-9 * id, .y = 4});
     EXPECT_EQ(qvx::FindDuplicateNodes(nodes, 0.01).size(), nodes.size() - 1);
+}
+
+// Nearer than the tolerance, not as near: nodes exactly the tolerance apart are two. 0.25 and all coordinates are powers
+// of two, so that distances are exact.
+TEST(DuplicateNodes, ExactlyTheToleranceApartAreTwoNodes)
+{
+    const std::vector<jxNd> nodes{
+        {.id = 1, .x = 1}, {.id = 2, .x = 1.25}, {.id = 3, .x = 2, .y = 0.25}, {.id = 4, .x = 2}};
+    EXPECT_TRUE(qvx::FindDuplicateNodes(nodes, 0.25).empty());
+    const double beyond = std::nextafter(0.25, 1.0);
+    EXPECT_EQ(qvx::FindDuplicateNodes(nodes, beyond), (Pairs{{1, 2}, {4, 3}}));
+}
+
+TEST(NodesOnMembers, ExactlyTheToleranceAwayIsBesideTheMember)
+{
+    const std::vector<jxNd> nodes{{.id = 1}, {.id = 2, .x = 8}, {.id = 3, .x = 4, .y = 0.25}};
+    const std::vector<jxBm> beams{{.id = 7, .node1 = 1, .node2 = 2}};
+    EXPECT_TRUE(qvx::FindNodesOnMembers(beams, nodes, 0.25).empty());
+    EXPECT_EQ(qvx::FindNodesOnMembers(beams, nodes, std::nextafter(0.25, 1.0)), (Pairs{{7, 3}}));
 }
 
 TEST(NodesOnMembers, AreThoseOfThePlainLoopInItsOrder)

@@ -1,3 +1,5 @@
+#include <cmath>
+
 #include <gtest/gtest.h>
 
 #include "model/default_records.h"
@@ -252,6 +254,23 @@ TEST(DefaultRecords, MeanTheSameInEveryUnit)
     EXPECT_NEAR(qvx::DefaultSection(metric).A, 304.8 * 304.8, 1e-6);
     EXPECT_NEAR(qvx::DefaultSection(metric).Iz, 304.8 * 304.8 * 304.8 * 304.8 / 12, 1);
     EXPECT_NEAR(qvx::DefaultSection(jxUnit()).Iy, 1728, 1e-9);
+}
+
+// Torsion of a square of side b: J = 0.1406 b^4 (Timoshenko & Goodier, Theory of Elasticity, 3rd ed. 1970, section 109);
+// shear areas are 5/6 of the area.
+TEST(DefaultRecords, TheSectionIsASquareOfTwelveInches)
+{
+    const jxSect inches = qvx::DefaultSection(jxUnit());
+    EXPECT_NEAR(inches.J, 0.1406 * 20736, 1e-9);
+    EXPECT_NEAR(inches.A, 144, 1e-12);
+    EXPECT_NEAR(inches.Ay, 120, 1e-12);
+    EXPECT_NEAR(inches.Az, 120, 1e-12);
+    EXPECT_NEAR(inches.Iz, 1728, 1e-9);
+
+    jxUnit metric;
+    metric.unit[kDimension] = *qvx::FindUnit(L"cm");
+    EXPECT_NEAR(qvx::DefaultSection(metric).J, 0.1406 * std::pow(30.48, 4), 1e-6);
+    EXPECT_NEAR(qvx::DefaultSection(metric).Ay, 30.48 * 30.48 * 5 / 6, 1e-9);
 }
 
 }  // namespace

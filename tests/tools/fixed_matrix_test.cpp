@@ -85,7 +85,7 @@ TYPED_TEST(FixedMatrixOf, RotationByBlocksIsTheFullTripleProduct)
     for (int i = 0; i < 12; ++i)
         for (int j = 0; j < 12; ++j) {
             EXPECT_WITHIN(byBlocks(i, j), full(i, j), RoundOff(TypeParam(9), 16));
-            EXPECT_TRUE(byBlocks(i, j) == byBlocks(j, i));
+            EXPECT_EQ(byBlocks(i, j), byBlocks(j, i));
         }
 }
 

@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include "support/print_point.h"
 #include "support/round_off.h"
 
 namespace {
@@ -34,7 +35,7 @@ TEST(Point, SumsDifferencesAndMultiplesGoComponentByComponent)
 
 TEST(Point, EqualityHoldsWithinOneBillionthPerComponent)
 {
-    EXPECT_TRUE((jxPoint{1, 2, 3} == jxPoint{1 + 0.9e-9, 2 - 0.9e-9, 3}));
+    EXPECT_EQ((jxPoint{1, 2, 3}), (jxPoint{1 + 0.9e-9, 2 - 0.9e-9, 3}));
     EXPECT_FALSE((jxPoint{1, 2, 3} == jxPoint{1, 2, 3 + 1.2e-9}));
     EXPECT_TRUE(is_equal(1, 1.5, 0.5));  // the limit itself is within
     EXPECT_FALSE(is_equal(1, 1.5, 0.49));
@@ -56,7 +57,7 @@ TEST(Point, CrossProductIsRightHanded)
 {
     jxPoint z;
     cross(z, {1, 0, 0}, {0, 1, 0});
-    EXPECT_TRUE((z == jxPoint{0, 0, 1}));
+    EXPECT_EQ(z, (jxPoint{0, 0, 1}));
 
     std::mt19937_64 random(2);
     for (int i = 0; i < 100; ++i) {
@@ -74,29 +75,29 @@ TEST(Point, CrossProductMayOverwriteItsOperand)
 {
     jxPoint a{1, 2, 3};
     cross(a, a, {4, 5, 6});
-    EXPECT_TRUE((a == jxPoint{-3, 6, -3}));
+    EXPECT_EQ(a, (jxPoint{-3, 6, -3}));
 }
 
 TEST(Point, NormalizingKeepsTheDirectionAndTheZeroVector)
 {
     jxPoint v{3, 0, -4};
     normalize(v);
-    EXPECT_TRUE((v == jxPoint{0.6, 0, -0.8}));
+    EXPECT_EQ(v, (jxPoint{0.6, 0, -0.8}));
 
     jxPoint tiny{3e-200, 4e-200, 0};
     normalize(tiny);
-    EXPECT_TRUE((tiny == jxPoint{0.6, 0.8, 0}));
+    EXPECT_EQ(tiny, (jxPoint{0.6, 0.8, 0}));
 
     jxPoint zero;
     normalize(zero);
-    EXPECT_TRUE((zero == jxPoint{}));
+    EXPECT_EQ(zero, (jxPoint{}));
 }
 
 TEST(Rotation, QuarterTurnAboutZTakesXToY)
 {
     const double quarter = std::numbers::pi / 2;
-    EXPECT_TRUE((arbitrary_rotate({1, 0, 0}, quarter, {0, 0, 7}) == jxPoint{0, 1, 0}));
-    EXPECT_TRUE((arbitrary_rotate({0, 1, 0}, quarter, {1, 0, 0}) == jxPoint{0, 0, 1}));
+    EXPECT_EQ(arbitrary_rotate({1, 0, 0}, quarter, {0, 0, 7}), (jxPoint{0, 1, 0}));
+    EXPECT_EQ(arbitrary_rotate({0, 1, 0}, quarter, {1, 0, 0}), (jxPoint{0, 0, 1}));
 }
 
 TEST(Rotation, KeepsLengthsAndItsAxisAndTurnsBack)

@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include "support/print_point.h"
+
 namespace {
 
 TEST(Plane, MeasuresDistanceOnBothSides)
@@ -19,10 +21,10 @@ TEST(Plane, AxesRunAlongTheFirstSideAndTheNormal)
 {
     double c[3][3];
     jxPlane({1, 1, 1}, {1, 4, 1}, {1, 1, 9}, 0.0).calc_cos(c);  // y, z plane: x axis along Y, normal X
-    EXPECT_TRUE((jxPoint{c[0][0], c[0][1], c[0][2]} == jxPoint{0, 1, 0}));
-    EXPECT_TRUE((jxPoint{c[1][0], c[1][1], c[1][2]} == jxPoint{0, 0, 1}));
-    EXPECT_TRUE((jxPoint{c[2][0], c[2][1], c[2][2]} == jxPoint{1, 0, 0}));
-    EXPECT_TRUE((transform_point({3, 4, 5}, c) == jxPoint{4, 5, 3}));
+    EXPECT_EQ((jxPoint{c[0][0], c[0][1], c[0][2]}), (jxPoint{0, 1, 0}));
+    EXPECT_EQ((jxPoint{c[1][0], c[1][1], c[1][2]}), (jxPoint{0, 0, 1}));
+    EXPECT_EQ((jxPoint{c[2][0], c[2][1], c[2][2]}), (jxPoint{1, 0, 0}));
+    EXPECT_EQ(transform_point({3, 4, 5}, c), (jxPoint{4, 5, 3}));
 }
 
 TEST(Plane, TransformingKeepsDistancesAndFlattensThePlane)
