@@ -1,9 +1,12 @@
-// The folders of src form layers: a file includes its own folder and folders to its left, never to the right.
+// The folders of src form layers: a file includes its own folder and folders to its left, never to the right. The command
+// line in apps stands to the right of them all.
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <map>
 #include <regex>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -34,26 +37,47 @@ std::string LayerOf(const std::string& path)
 
 struct Include
 {
-    std::string file;
-    std::string target;
+    std::string file;    ///< "model/units.cpp", "apps/qvxfem/main.cpp"
+    std::string target;  ///< of src; a header beside a file of apps: "apps/..."
 };
+
+/// Files of C++ below a folder of the project: what is compiled, and what is included like text.
+std::vector<fs::path> CodeBelow(const fs::path& folder)
+{
+    static constexpr std::string_view kExtensions[] = {".h", ".cpp", ".inl"};
+    std::vector<fs::path> files;
+    for (const auto& entry : fs::recursive_directory_iterator(folder))
+        if (std::ranges::find(kExtensions, entry.path().extension().string()) != std::end(kExtensions))
+            files.push_back(entry.path());
+    return files;
+}
 
 std::vector<Include> ProjectIncludes()
 {
     static const std::regex pattern(R"re(^\s*#\s*include\s+"([^"]+)")re");
-    const fs::path root = fs::path(QVXFEM_SOURCE_DIR) / "src";
+    const fs::path project = QVXFEM_SOURCE_DIR;
     std::vector<Include> includes;
-    for (const auto& entry : fs::recursive_directory_iterator(root)) {
-        const std::string extension = entry.path().extension().string();
-        if (extension != ".h" && extension != ".cpp")
-            continue;
-        std::ifstream in(entry.path());
-        std::smatch match;
-        for (std::string line; std::getline(in, line);)
-            if (std::regex_search(line, match, pattern))
-                includes.push_back({fs::relative(entry.path(), root).generic_string(), match[1]});
-    }
+    for (const char* top : {"src", "apps"})
+        for (const fs::path& file : CodeBelow(project / top)) {
+            const fs::path root = std::string_view(top) == "src" ? project / top : project;
+            std::ifstream in(file);
+            std::smatch match;
+            for (std::string line; std::getline(in, line);) {
+                if (!std::regex_search(line, match, pattern))
+                    continue;
+                const bool isBeside = std::string_view(top) == "apps" && !fs::exists(project / "src" / match[1].str());
+                includes.push_back(
+                    {fs::relative(file, root).generic_string(), (isBeside ? "apps/" : "") + match[1].str()});
+            }
+        }
     return includes;
+}
+
+TEST(Layering, LooksAtIncludedTextAndAtTheCommandLine)
+{
+    const std::vector<fs::path> source = CodeBelow(fs::path(QVXFEM_SOURCE_DIR) / "src");
+    EXPECT_TRUE(std::ranges::any_of(source, [](const fs::path& file) { return file.extension() == ".inl"; }));
+    EXPECT_TRUE(std::ranges::any_of(ProjectIncludes(), [](const Include& i) { return i.file.starts_with("apps/"); }));
 }
 
 TEST(Layering, EveryFolderHasItsRank)
@@ -78,15 +102,16 @@ TEST(Layering, IncludesPointToTheSameFolderOrToTheLeft)
 
 TEST(Layering, HeadersOpenWithTheirGuard)
 {
-    const fs::path root = fs::path(QVXFEM_SOURCE_DIR) / "src";
-    for (const auto& entry : fs::recursive_directory_iterator(root)) {
-        if (entry.path().extension() != ".h")
-            continue;
-        std::ifstream in(entry.path());
-        std::string first;
-        std::getline(in, first);
-        EXPECT_EQ(first, "#pragma once") << entry.path();
-    }
+    const fs::path project = QVXFEM_SOURCE_DIR;
+    for (const char* top : {"src", "apps"})
+        for (const fs::path& file : CodeBelow(project / top)) {
+            if (file.extension() != ".h")
+                continue;
+            std::ifstream in(file);
+            std::string first;
+            std::getline(in, first);
+            EXPECT_EQ(first, "#pragma once") << file;
+        }
 }
 
 }  // namespace
