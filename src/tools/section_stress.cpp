@@ -7,34 +7,37 @@
 
 namespace qvx {
 
-std::vector<SectionPoint> RectanglePoints(double b, double h)
+std::vector<SectionPoint> RectanglePoints(double left, double right, double h)
 {
-    return {{h / 2, -b / 2}, {h / 2, b / 2}, {-h / 2, b / 2}, {-h / 2, -b / 2}};
+    return {{-h / 2, left}, {-h / 2, right}, {h / 2, right}, {h / 2, left}};
 }
 
 std::vector<SectionPoint> RoundPoints(double diameter)
 {
     const double r = diameter / 2;
-    const double c = r * std::numbers::sqrt2 / 2;
-    return {{r, 0}, {c, c}, {0, r}, {-c, c}, {-r, 0}, {-c, -c}, {0, -r}, {c, -c}};
+    return {{r, 0}, {0, r}, {-r, 0}, {0, -r}};
 }
 
-std::vector<SectionPoint> TeePoints(double bf, double h, double hf, double bw, double top)
+std::vector<SectionPoint> TeePoints(double bf, double h, double bw, double top)
 {
-    return {{top, -bf / 2},    {top, bf / 2},      {top - hf, bf / 2},  {top - hf, bw / 2},
-            {top - h, bw / 2}, {top - h, -bw / 2}, {top - hf, -bw / 2}, {top - hf, -bf / 2}};
+    return {{top, -bf / 2}, {top, bf / 2}, {top - h, bw / 2}, {top - h, -bw / 2}};
 }
 
 StressSection RectangleStressSection(double b, double h)
 {
-    return {.A = b * h, .Iz = b * h * h * h / 12, .Iy = h * b * b * b / 12, .Iyz = 0, .points = RectanglePoints(b, h)};
+    return {
+        .A = b * h, .Iz = b * h * h * h / 12, .Iy = h * b * b * b / 12, .points = RectanglePoints(-b / 2, b / 2, h)};
 }
 
 StressSection RoundStressSection(double diameter)
 {
     const double squared = diameter * diameter;
     const double I = std::numbers::pi * squared * squared / 64;
-    return {.A = std::numbers::pi * squared / 4, .Iz = I, .Iy = I, .Iyz = 0, .points = RoundPoints(diameter)};
+    return {.A = std::numbers::pi * squared / 4,
+            .Iz = I,
+            .Iy = I,
+            .edgeRadius = diameter / 2,
+            .points = RoundPoints(diameter)};
 }
 
 StressSection TeeStressSection(double bf, double h, double hf, double bw)
@@ -51,8 +54,7 @@ StressSection TeeStressSection(double bf, double h, double hf, double bw)
             .Iz = bf * hf * hf * hf / 12 + flangeArea * toFlange * toFlange + bw * stem * stem * stem / 12 +
                   webArea * toWeb * toWeb,
             .Iy = hf * bf * bf * bf / 12 + stem * bw * bw * bw / 12,
-            .Iyz = 0,
-            .points = TeePoints(bf, h, hf, bw, top)};
+            .points = TeePoints(bf, h, bw, top)};
 }
 
 std::vector<double> NormalStresses(const StressSection& section, double N, double Mz, double My)
@@ -63,9 +65,14 @@ std::vector<double> NormalStresses(const StressSection& section, double N, doubl
     const double slopeZ = -(My * section.Iz - Mz * section.Iyz) / determinant;
     assert(!(section.A < 0));
     std::vector<double> stresses;
-    stresses.reserve(section.points.size());
+    stresses.reserve(section.points.size() + 2);
     for (const SectionPoint& point : section.points)
         stresses.push_back(N / section.A + slopeY * point.y + slopeZ * point.z);
+    if (section.edgeRadius > 0) {
+        const double bending = std::hypot(Mz, My) * section.edgeRadius / section.Iz;
+        stresses.push_back(N / section.A - bending);
+        stresses.push_back(N / section.A + bending);
+    }
     return stresses;
 }
 

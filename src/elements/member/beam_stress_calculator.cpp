@@ -15,65 +15,43 @@ bool BeginsWith(const wchar_t* label, std::wstring_view word)
     return CompareNoCase(head.c_str(), std::wstring(word).c_str()) == 0;
 }
 
-std::vector<SectionPoint> IShapePoints(const jxSect_AISC& s)
-{
-    const double out = s.d / 2, in = s.d / 2 - s.tf, z = s.b / 2;
-    return {{out, -z}, {out, z}, {in, z}, {in, -z}, {-in, -z}, {-in, z}, {-out, z}, {-out, -z}};
-}
-
-std::vector<SectionPoint> ChannelPoints(const jxSect_AISC& s)
-{
-    const double out = s.d / 2, in = s.d / 2 - s.tf, back = -s.x, tip = s.b - s.x, web = s.tw - s.x;
-    return {{out, back}, {out, tip}, {in, tip}, {in, web}, {-in, web}, {-in, tip}, {-out, tip}, {-out, back}};
-}
-
+// Heel, toe of the long leg, toe of the short one.
 std::vector<SectionPoint> AnglePoints(const jxSect_AISC& s)
 {
-    const double left = -s.x, below = -s.y;
-    return {{below + s.d, left},       {below + s.d, left + s.t}, {below + s.t, left + s.t},
-            {below + s.t, left + s.b}, {below, left + s.b},       {below, left}};
+    return {{-s.y, -s.x}, {s.d - s.y, -s.x}, {-s.y, s.b - s.x}};
 }
 
-std::vector<SectionPoint> DoubleAnglePoints(const jxSect_AISC& s)
-{
-    const double top = s.y, leg = s.y - s.t, below = s.y - s.d;
-    const double inner = s.sep / 2, outer = s.sep / 2 + s.t, tip = s.sep / 2 + s.b;
-    return {{top, -tip},    {top, tip},      {leg, tip},      {below, outer},
-            {below, inner}, {below, -inner}, {below, -outer}, {leg, -tip}};
-}
-
-// Product of inertia of an angle from its least principal moment: (Ix - I)(Iy - I) = Ixy^2. Its legs lie where y and z
-// have opposite signs.
+// Product of inertia of an angle from its principal moments: their axes stand at alpha against y and x. Its legs lie
+// where y and z have opposite signs.
 double AngleProductOfInertia(const jxSect_AISC& s)
 {
-    return -std::sqrt(std::fabs((s.Ix - s.Iz) * (s.Iy - s.Iz)));
+    return -(s.Iw - s.Iz) * std::sin(2 * std::atan(s.tan_alpha)) / 2;
 }
 
 std::vector<SectionPoint> SteelPoints(const jxSect_AISC& s)
 {
     switch (s.shape) {
-    case kShapeW:
-    case kShapeS:
-    case kShapeM:
-    case kShapeHP:
-        return IShapePoints(s);
     case kShapeC:
     case kShapeMC:
-        return ChannelPoints(s);
+        return RectanglePoints(-s.x, s.b - s.x, s.d);
     case kShapeWT:
     case kShapeMT:
     case kShapeST:
-        return TeePoints(s.b, s.d, s.tf, s.tw, s.y);
+        return TeePoints(s.b, s.d, s.tw, s.y);
     case kShapeL:
         return AnglePoints(s);
     case kShape2L:
-        return DoubleAnglePoints(s);
-    case kShapeHssRect:
-    case kShapeHssSquare:
-        return RectanglePoints(s.b, s.d);
+        return TeePoints(2 * s.b + s.sep, s.d, 2 * s.t + s.sep, s.y);
     case kShapeHssRound:
     case kShapePipe:
         return RoundPoints(s.d);
+    case kShapeW:
+    case kShapeM:
+    case kShapeS:
+    case kShapeHP:
+    case kShapeHssRect:
+    case kShapeHssSquare:
+        return RectanglePoints(-s.b / 2, s.b / 2, s.d);
     default:
         return {};
     }
@@ -96,6 +74,7 @@ StressSection SteelStressSection(const jxSect_AISC& shape)
             .Iz = shape.Ix,
             .Iy = shape.Iy,
             .Iyz = shape.shape == kShapeL ? AngleProductOfInertia(shape) : 0,
+            .edgeRadius = shape.shape == kShapeHssRound || shape.shape == kShapePipe ? shape.d / 2 : 0,
             .points = SteelPoints(shape)};
 }
 

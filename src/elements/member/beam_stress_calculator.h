@@ -16,7 +16,8 @@ RegularSection RegularSectionOf(const wchar_t* label);
 
 /// Stress points of a rolled shape, its properties as tabulated. As seen along the member from its start, y up:
 /// the web of a channel on the left, the heel of an angle below on the left with its long leg up, the flange of a tee
-/// and the outstanding legs of a double angle on top. Empty when the record has no shape.
+/// and the outstanding legs of a double angle on top. The outermost points alone: I shapes, channels and rectangular
+/// tubes have the corners of their outline, an angle heel and toes. Empty when the record has no shape.
 StressSection SteelStressSection(const jxSect_AISC& shape);
 
 }  // namespace qvx
@@ -30,8 +31,7 @@ public:
 
 /// Normal stresses of one member section in inch, pound and psi.
 ///
-/// At most eight points per section: a rectangle, a timber and a rectangular tube have their four corners, an angle its
-/// six, tee, channel, I shape and double angle eight, round shapes eight on the edge. See SteelStressSection and
+/// Four points per section, an angle three; a round section has six values. See SteelStressSection and
 /// section_stress.h for their order.
 class QVXFEM_API CBeamStressCalculator
 {

@@ -5,14 +5,14 @@
 #include "platform/cstring.h"
 #include "platform/export.h"
 
-/// Sawn lumber section, dressed on four sides [in]: what a section record named by a nominal size stands for.
+/// Sawn timber section [in].
 struct jxSect_NDS
 {
-    wchar_t label[128] = {};  ///< nominal size: "2x4"
+    wchar_t label[128] = {};  ///< of the section records that it stands for
     double b = 0;             ///< thickness, along local z
     double d = 0;             ///< depth, along local y
 };
 
-/// Fills the map with the standard dressed (S4S) sawn lumber sizes, by nominal size ("2x4", thickness first).
-/// Source: NDS Supplement, Design Values for Wood Construction, 2015 edition, tables 1A and 1B.
+/// Fills the map with the timber sections by label: none, as no table of timber is built in. A member of timber gets
+/// its stresses by the dimensions of its section record.
 QVXFEM_API void load_nds_sections(std::map<CString, jxSect_NDS>& sections);
