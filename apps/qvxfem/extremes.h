@@ -20,4 +20,8 @@ struct Extreme
 /// of the families that have results, and that are not zero throughout.
 std::vector<Extreme> ExtremesOf(const jxCombResult& result);
 
+/// "12 checked, largest ratio 0.873: member 4 (W14X90), combination 2 at 0.5 of its length; 1 above 1" of the members' own
+/// sections; empty without steel results.
+std::string SteelSummary(const CjxStruct& model);
+
 }  // namespace qvx::app

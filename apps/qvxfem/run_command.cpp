@@ -8,6 +8,7 @@
 
 #include <fmt/format.h>
 
+#include "analyses.h"
 #include "engine_log.h"
 #include "exit_code.h"
 #include "files/results_file.h"
@@ -29,10 +30,9 @@ constexpr std::size_t kMostDetails = 10;  // of one finding in the summary
 void RefuseWhatIsNotThere(const RunOptions& options)
 {
     for (const std::string& analysis : options.analyses) {
-        if (analysis == "static")
+        if (IsAnalysis(analysis))
             continue;
-        const bool isKnown =
-            analysis == "frequency" || analysis == "spectrum" || analysis == "concrete" || analysis == "steel";
+        const bool isKnown = analysis == "frequency" || analysis == "spectrum" || analysis == "concrete";
         throw FileError("", "--analysis " + analysis, isKnown ? "not available in this version" : "no such analysis");
     }
 }
@@ -145,7 +145,7 @@ int Analyse(const RunOptions& options, CjxStruct& model, std::vector<std::string
     const Stopwatch stopwatch;
     int done = 0;
     try {
-        done = model.ExecuteStatic();
+        done = RunAnalyses(model, options.analyses);
     } catch (const jxException& fault) {
         model.RestoreInputData();
         if (IsInterrupted())

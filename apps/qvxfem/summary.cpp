@@ -233,6 +233,8 @@ void PrintSummary(std::FILE* out, const CjxStruct& model, const SummaryFacts& fa
     for (std::size_t comb = 0; comb < model.loadCombs.size(); ++comb)
         PrintCombination(out, model, comb);
     fmt::print(out, "\n");
+    if (const std::string steel = SteelSummary(model); !steel.empty())
+        Row(out, "steel members", "{}", steel);
     Row(out, "time, memory", "{:.3g} s, at most {:.0f} MB", facts.seconds,
         static_cast<double>(PeakMemory()) / (1 << 20));
     if (!facts.results.empty())

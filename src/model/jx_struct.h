@@ -27,6 +27,7 @@ class CjxShell4Group;
 class CjxBrickGroup;
 struct jxSolutionData;
 namespace qvx {
+class DesignRun;
 class DirectSolver;
 class SolverWindow;
 struct RunContext;
@@ -83,6 +84,12 @@ public:
     int ExecuteStatic();
     /// What ExecuteStatic calls when solverType is DoubleSparse; only then.
     int ExecuteStaticSparse();
+    /// Steel design of the members from static results into steelResults. Success (1): input and units as before, results
+    /// in the model's units. Refused (0), told in a message box: nothing has changed without static results; after a check
+    /// that refuses, and after an exception, the model is in design units (kip, inch, moments kip-ft), bInSolution 1:
+    /// RestoreInputData brings the input back, results are to be cleared.
+    /// @throws jxException  "error finding <record> <id>", abort by the user
+    int ExecuteSteelDesign();
     /// Checks the input and puts settings out of range right. All faults are listed and logged, none throws. Changes:
     /// clamped settings, bSelected of nodes that nothing holds, bNonlinear, linearCombCount, links, the section
     /// "RIGID_LINK". No units, no results.
@@ -438,6 +445,27 @@ public:
     int pardiso_delete(int* ia, int* ja);        ///< frees the factor; returns 0, without one too
     CString get_pardiso_error(int error) const;  ///< text of an error number of the solver
 
+    // --- Stages of a design run, in design units ----------------------------------------------------------------------
+    /// Checks settings, criteria and materials of steel design; all faults are logged. 1 when all are valid.
+    int CheckSteelDesignInputData();
+    /// Fills steelResults member by member, on the threads of the solver with the results of one.
+    /// @throws jxException  "error finding <record> <id>", abort by the user
+    void MemberSteelDesign();
+    /// Whether loads of a combination act across a member.
+    /// @param flags  flags[0] along local y, flags[1] along local z: 1 or 0. A load in local axes counts even when it is
+    ///               0, one in other axes when it has something along the axis; self weight counts, moments do not
+    void CheckTransverseLoad(int* flags, const jxBm& bm, int comb) const;
+    /// Cm of a member's end moments, 0.4 to 1: 1 with transverse load or without moments, else 0.6 + 0.4 of the smaller
+    /// over the larger where they have one sign (single curvature), 0.6 - 0.4 of it where not (AISC 360-16, A-8-4).
+    double CalcCm(double m1, double m2, int transverse) const;
+    /// Cb of the unbraced segment in which x lies, 1 to 3; braces stand Lb apart from the start. Lb 0: one segment.
+    /// @param curve  stations from 0 to 1
+    /// @param L      length of the member, x in the same unit
+    double CalcCb(const jxBmVMD& curve, double L, double Lb, double x) const;
+    /// Cb of the segment from x1 to x2 by the moments at its quarter points, 1 to 3. They enter with their signs, which
+    /// in double curvature gives more than AISC 360-16, F1-1, whose magnitudes stand with bConsistentDesign.
+    double CalcSegmentCb(const jxBmVMD& curve, double L, double x1, double x2) const;
+
 protected:
     /// Rewrites every number of model, loads and results from one unit set to the other; the units themselves stay.
     void ConvertUnits(const jxUnit& from, const jxUnit& to);
@@ -453,6 +481,7 @@ protected:
 
 private:
     friend class ConvertUnitsAccess;  // tests of the conversion alone
+    friend class qvx::DesignRun;
 
     std::unique_ptr<qvx::SolverWindow> window_;
     std::unique_ptr<CjxStruct> savedInput_;

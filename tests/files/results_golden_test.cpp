@@ -153,7 +153,7 @@ private:
         FillAll(section.ratio, section.distance, section.P, section.M3, section.M2, section.V2, section.V3, section.Dy,
                 section.Dz, section.Cm3, section.Cm2, section.Cb, section.results, section.deflectionRatioTotal,
                 section.deflectionRatioLive, section.limitTotal, section.limitLive);
-        jxSteelResult member{.id = 29, .node1 = 30, .node2 = 31, .bParam1 = true, .sections = {section}};
+        jxSteelResult member{.id = 29, .node1 = 30, .node2 = 31, .bParam1 = 1, .sections = {section}};
         FillAll(member.length, member.fy, member.K, member.Lu, member.connectorDistance, member.Lb, member.Cb,
                 member.totalLoadDeflectionRatio, member.liveLoadDeflectionRatio);
         model_.steelResults = {member};

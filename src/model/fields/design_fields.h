@@ -95,7 +95,7 @@ struct FieldsOf<jxDesignSettings>
 {
     using R = jxDesignSettings;
     static constexpr auto list = RecordFields(
-        InMemory("bConsistentDesign", &R::bConsistentDesign, "design by the mechanics where the usual rule is unsafe", rule::kFlag),
+        Always("bConsistentDesign", &R::bConsistentDesign, "design by the mechanics where the usual rule is unsafe", rule::kFlag),
         Always("concreteCode", &R::concreteCode, "1 ACI 318-02, 2 -05, 3 -08, 4 -11, 5 -14, 6 -19"),
         Always("columnSolverSteps", &R::columnSolverSteps, "of an interaction surface: angles (a multiple of 4), axis divisions"),
         Always("bExcludeDisplaced", &R::bExcludeDisplaced, "concrete that bars displace carries nothing", rule::kFlag),

@@ -136,8 +136,8 @@ struct jxSteelResult
     int node1 = 0;
     int node2 = 0;
     double fy = 0;                 ///< [modulus]
-    bool bParam1 = false;          ///< load and resistance factors, else allowable strength
-    bool bParam2 = false;          ///< shear counts in the ratio
+    int bParam1 = 0;               ///< 1: load and resistance factors, else allowable strength
+    int bParam2 = 0;               ///< 1: shear counts in the ratio
     double K[3] = {};              ///< K3, K2, Kz
     double Lu[3] = {};             ///< L3, L2, Lz [length]
     double connectorDistance = 0;  ///< [length]
