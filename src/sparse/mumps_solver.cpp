@@ -42,7 +42,9 @@ enum Information : int { kError = 1, kNegative = 12, kMemory = 21, kTerms = 29, 
 constexpr int kScotch = 3;
 constexpr int kNullPivotThreshold = 3;  // entry of the real controls, counted from 1
 
-SparseStatus Translate(int error, bool isOutOfCore)
+}  // namespace
+
+SparseStatus StatusOfMumps(int error, bool isOutOfCore)
 {
     switch (error) {
     case 0:
@@ -65,8 +67,6 @@ SparseStatus Translate(int error, bool isOutOfCore)
         return {.error = error > 0 ? 0 : -5};
     }
 }
-
-}  // namespace
 
 /// One MUMPS instance with the settings of a solver.
 class MumpsSolver::Instance
@@ -153,7 +153,7 @@ SparseStatus MumpsSolver::Analyse(const SymmetricMatrix& matrix)
         std::fill(row_.begin() + matrix.rowStart[i] - 1, row_.begin() + matrix.rowStart[i + 1] - 1, i + 1);
     instance_ = std::make_unique<Instance>(settings_);
     instance_->SetMatrix(matrix, row_);
-    return Translate(instance_->Run(kAnalyse), settings_.isOutOfCore);
+    return StatusOfMumps(instance_->Run(kAnalyse), settings_.isOutOfCore);
 }
 
 SparseStatus MumpsSolver::Factorise(const SymmetricMatrix& matrix)
@@ -172,7 +172,7 @@ SparseStatus MumpsSolver::Factorise(const SymmetricMatrix& matrix)
 
 SparseStatus MumpsSolver::StatusOf(const SymmetricMatrix& matrix) const
 {
-    SparseStatus status = Translate(instance_->Get(kError), settings_.isOutOfCore);
+    SparseStatus status = StatusOfMumps(instance_->Get(kError), settings_.isOutOfCore);
     if (settings_.isPositiveDefinite && status &&
         (instance_->Get(kNegative) > 0 || instance_->Get(kNullPivotCount) > 0))
         status.error = -4;
@@ -205,7 +205,7 @@ SparseStatus MumpsSolver::Solve(const SymmetricMatrix& matrix, double* b, double
     const auto count = static_cast<std::size_t>(matrix.n) * static_cast<std::size_t>(nRhs);
     std::copy_n(b, count, x);
     instance_->SetMatrix(matrix, row_);
-    return Translate(instance_->SolveInPlace(x, nRhs, settings_.refinementSteps), settings_.isOutOfCore);
+    return StatusOfMumps(instance_->SolveInPlace(x, nRhs, settings_.refinementSteps), settings_.isOutOfCore);
 }
 
 void MumpsSolver::Release()

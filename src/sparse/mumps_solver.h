@@ -7,6 +7,10 @@
 
 namespace qvx {
 
+/// An error of MUMPS, entry 1 of its global information, in the numbers of SparseStatus. Warnings, above 0, are none.
+/// @param isOutOfCore  a lack of work space is then one of the limit that the settings give
+SparseStatus StatusOfMumps(int error, bool isOutOfCore);
+
 /// The multifrontal solver MUMPS, sequential build, behind the solver's door (Amestoy, Duff, L'Excellent & Koster,
 /// SIAM J. Matrix Anal. Appl. 23 (2001) 15-41).
 ///

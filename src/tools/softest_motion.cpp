@@ -61,8 +61,10 @@ public:
         std::uniform_real_distribution<double> uniform(-1, 1);
         std::vector<Real> start(search.rootOfDiagonal.size());
         for (std::size_t i = 0; i < start.size(); ++i)
-            if (!(search.rootOfDiagonal[i] == Real(0)))
+            if (!(search.rootOfDiagonal[i] == Real(0))) {
                 start[i] = Real(uniform(random));
+                ++mostSteps_;
+            }
         Normalize(start);
         basis_.push_back(std::move(start));
     }
@@ -71,13 +73,14 @@ public:
     /// @return  false when there was none: the factor gave up, or nothing new is left
     bool Step()
     {
-        if (isExhausted_)
+        if (isExhausted_ || diagonal_.size() == mostSteps_)
             return false;
         std::vector<Real> next = basis_.back();
         Multiply(next, search_.rootOfDiagonal);
         if (!search_.solve(next))
             return false;
         Multiply(next, search_.rootOfDiagonal);
+        assert(next.size() == basis_.back().size() && "a solution keeps the size");
         const auto diagonal = static_cast<double>(Dot(basis_.back(), next));
         diagonal_.push_back(diagonal);
         for (int pass = 0; pass < 2; ++pass)  // twice is enough (Parlett, 6.9)
@@ -124,6 +127,7 @@ private:
     std::vector<std::vector<Real>> basis_;  ///< one more than there are solutions
     std::vector<double> diagonal_;
     std::vector<double> offDiagonal_;
+    std::size_t mostSteps_ = 0;  ///< degrees of freedom: more vectors at right angles there are not
     bool isExhausted_ = false;
 };
 

@@ -1,6 +1,8 @@
 // How a sparse run ends when it cannot go on, and how it speaks to the progress window, on both backends.
+#include <algorithm>
 #include <csignal>
 #include <fstream>
+#include <iterator>
 
 #include <gmock/gmock.h>
 #include <sys/types.h>
@@ -83,6 +85,74 @@ TEST_P(SparseFailures, BadPivotOfTheLinearStageIsToldOnce)
     ASSERT_FALSE(m.window.lines.empty());
     EXPECT_TRUE(m.window.lines.back().text.starts_with(L"Zero or negative pivot at equation number = "));
     EXPECT_EQ(m.window.lines.back().status, L"NOT OK");
+}
+
+// A bar that nothing holds along its axis, Y: its two equations are Y of node 1 and of node 2.
+TEST_P(SparseFailures, BadPivotIsNamedByEquationNodeAndDirection)
+{
+    m.model.modelType = Truss2D;
+    m.Node(0, 0);
+    m.Node(0, 10);
+    m.Member(1, 2);
+    m.Support(1, L"200000");
+    m.Support(2, L"200000");
+    m.NodalLoad(2, kY, 1);
+
+    EXPECT_NE(m.FaultOfRun(), L"");
+
+    const bool isFirst =
+        m.window.HasLine(L"Zero or negative pivot at equation number = 1, at node 1, DOF Y", L"NOT OK");
+    const bool isSecond =
+        m.window.HasLine(L"Zero or negative pivot at equation number = 2, at node 2, DOF Y", L"NOT OK");
+    EXPECT_NE(isFirst, isSecond) << qvx::ToUtf8(m.window.lines.back().text);
+}
+
+// Loads of the linear stage are solved together; one that cannot be formed is told in its turn all the same, behind the
+// results of the combinations before it, and those behind it are not begun.
+TEST_P(SparseFailures, LoadThatCannotBeFormedIsToldInItsTurn)
+{
+    MakeColumn();
+    m.AddCase(L"LOST");
+    m.AddCombination(L"GOOD", {{L"LOAD", 2.0}});
+    m.AddCombination(L"BAD", {{L"LOST", 1.0}});
+    m.AddCombination(L"LAST", {{L"LOAD", 3.0}});
+    m.host.abortKey = [this] {  // behind the input check, which would refuse it
+        if (m.model.bInSolution && m.model.caseLoads[1].ndLoads.empty())
+            m.NodalLoad(99, kX, 1, 1);
+        return false;
+    };
+
+    EXPECT_EQ(m.FaultOfRun(), L"error finding node 99");
+
+    const auto at = [&](const std::wstring& text, const std::wstring& status) {
+        return std::find(m.window.lines.begin(), m.window.lines.end(), qvx::test::RecordingWindow::Line{text, status}) -
+               m.window.lines.begin();
+    };
+    const auto last = std::ssize(m.window.lines) - 1;
+    EXPECT_EQ(CountOf(L"Outputting displacements"), 4) << "of two combinations, begun and done";
+    EXPECT_LT(at(L"LOAD COMBINATION 1: LOAD", L"..."), at(L"LOAD COMBINATION 2: GOOD", L"..."));
+    EXPECT_EQ(at(L"LOAD COMBINATION 3: BAD", L"..."), last - 2);
+    EXPECT_EQ(at(L"error finding node 99", L"..."), last);
+    EXPECT_EQ(CountOf(L"LOAD COMBINATION 4: LAST"), 0);
+}
+
+// A combination without load among others: warned of in its turn, when its load has long become a displacement.
+TEST_P(SparseFailures, ZeroLoadAmongOthersIsWarnedOfInItsTurn)
+{
+    MakeColumn();
+    m.AddCombination(L"NOTHING", {{L"LOAD", 0.0}});
+    m.AddCombination(L"LAST", {{L"LOAD", 3.0}});
+
+    EXPECT_EQ(m.FaultOfRun(), L"");
+
+    const auto at = [&](const std::wstring& text) {
+        return std::find_if(m.window.lines.begin(), m.window.lines.end(),
+                            [&](const auto& line) { return line.text == text; }) -
+               m.window.lines.begin();
+    };
+    EXPECT_EQ(CountOf(L"Zero load vector"), 1);
+    EXPECT_LT(at(L"LOAD COMBINATION 2: NOTHING"), at(L"Zero load vector"));
+    EXPECT_LT(at(L"Zero load vector"), at(L"LOAD COMBINATION 3: LAST"));
 }
 
 // No negative pivot is let pass: the column buckles above pi^2 E I / (4 L^2) = 12.3, and the text names the combination

@@ -337,6 +337,32 @@ TEST(StaticMessages, BucklingIsToldOnceAndMarksTheFactorization)
     EXPECT_TRUE(m.model.combOutcomes[0].bBuckled);
 }
 
+// A stay that only pulls makes three iterations of it at least; the second and the third are past buckling. One box, one
+// line; every factorization behind it is marked.
+TEST(StaticMessages, BucklingInSeveralIterationsIsToldInTheFirst)
+{
+    Cantilever m;
+    m.Node(100, 0);
+    m.Support(3, L"111111");
+    m.Beam(m.Bar(3, 1)).nonlinear = kTensionOnly;  // between two supports: carries nothing
+    m.model.loadCombs[0].bPDelta = 1;
+    m.model.bInteractive = 1;
+    const double critical = 2.486 * 1000 * 100 / 1e4;
+    m.model.caseLoads[0].ndLoads[1].value = -2 * critical;
+    const wchar_t* text = L"structure buckled or excessive p-delta effect, check the results with caution.";
+
+    ASSERT_EQ(m.model.ExecuteStatic(), 1);
+
+    const auto count = [&](const std::wstring& line, const std::wstring& status) {
+        return std::count(m.window.lines.begin(), m.window.lines.end(), qvx::test::RecordingWindow::Line{line, status});
+    };
+    ASSERT_GE(m.model.combOutcomes[0].iterations, 3);
+    EXPECT_EQ(count(text, L"..."), 1);
+    EXPECT_EQ(std::count(m.host.boxes.begin(), m.host.boxes.end(), qvx::test::RecordingHost::Box{text, 0}), 1);
+    EXPECT_EQ(count(L"FACTORIZATION", L"OK"), 1);
+    EXPECT_EQ(count(L"FACTORIZATION", L"WARNING"), m.model.combOutcomes[0].iterations - 1);
+}
+
 TEST(StaticMessages, LockModelPreferenceIsHandedToTheHost)
 {
     for (const int preference : {0, 1, 2}) {

@@ -147,6 +147,31 @@ TYPED_TEST(SkylineKernel, ToleratedZeroPivotSpreadsNoFurtherThanColumnByColumn)
         }
 }
 
+// The reciprocal of a pivot below 1e-308 is infinite, and that of one above it subnormal: padding times either is no zero.
+// Pivots that small are met where a structure hangs on next to nothing, and the factor stays that of one column at a time.
+TYPED_TEST(SkylineKernel, TinyPivotsAreTreatedColumnByColumn)
+{
+    using Real = TypeParam;
+    const int n = 210;
+    for (const auto& [name, height] : Profiles(n))
+        for (const double odd : {1e-310, -1e-310}) {
+            auto blocked = MatrixWithPivots<Real>(
+                n, [&](int column) { return column == 77 ? 0 : height(column); }, [](int) { return 1; });
+            blocked(77, 77) = Real(odd);  // nothing above it: this is its pivot
+            auto byColumn = blocked;
+            for (int column = 2; column <= n; ++column)
+                FactorizeColumn(byColumn.View(), column, 1);
+
+            FactorizeSkyline(blocked.a.data(), blocked.maxa.data(), n, Pivots::Any, kNoHook);
+
+            for (std::size_t i = 1; i < blocked.a.size(); ++i)
+                if (byColumn.a[i] == byColumn.a[i])
+                    ASSERT_EQ(blocked.a[i], byColumn.a[i]) << name << ' ' << odd;
+                else
+                    ASSERT_NE(blocked.a[i], blocked.a[i]) << name << ' ' << odd;
+        }
+}
+
 TYPED_TEST(SkylineKernel, ExceptionOfTheHookLeavesAtItsColumn)
 {
     using Real = TypeParam;

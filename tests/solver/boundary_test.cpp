@@ -324,3 +324,26 @@ TEST_P(Boundary, PrescribedDisplacementIsALoadOfPenaltyTimesValue)
         sum += std::fabs(static_cast<double>(term));
     EXPECT_EQ(sum, static_cast<double>(expected));
 }
+
+// The forces of prescribed displacements are those of the matrix as it should be: what a double store rounded away of it
+// takes part.
+TEST(Settlement, RoundedTermsTakePartInItsForces)
+{
+    AssembledModel m(DoubleSkyline);
+    m.model.modelType = Truss2D;
+    m.Node(0, 0);
+    m.Node(10, 0);
+    m.Member(1, 2);
+    m.Support(1, L"110000", {2.0, 0.0});
+    m.Prepare();
+    const int e1 = m.Equation(1, kX), e2 = m.Equation(2, kX);
+    m.SetDiagonal(e1, 3);
+    m.SetDiagonal(e2, 5);
+    m.data.rounded = {{e1, e1, 0x1p-60}, {e1, e2, 0x1p-58}};
+
+    m.model.ProcessBoundary(m.data, qvx::double128(100), -1);
+
+    const auto force = [&](int e) { return m.data.settlementForce[static_cast<std::size_t>(e)]; };
+    EXPECT_EQ(static_cast<double>(force(e1) - qvx::double128(2 * (3 + 100))), 2 * 0x1p-60);
+    EXPECT_EQ(static_cast<double>(force(e2)), 2 * 0x1p-58);
+}

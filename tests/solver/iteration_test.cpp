@@ -220,3 +220,36 @@ TEST(Iteration, PDeltaWithOneWayElementsTakesThreeIterationsAtLeast)
     m.model.bNonlinear = 0;
     EXPECT_TRUE(m.model.CheckNonlinearStop(1, 0, bm));
 }
+
+// The tolerance is a percentage: the default of 0.5 stands for a change of 0.005 of the largest axial force, and what
+// changes by a hundredth goes on.
+TEST(Iteration, PDeltaToleranceIsInPercent)
+{
+    struct Case
+    {
+        double change;
+        bool isSettled;
+    };
+    for (const Case c : {Case{0.004, true}, Case{0.006, false}, Case{0.4, false}}) {
+        AssembledModel m;
+        m.model.modelType = Truss2D;
+        m.Node(0, 0);
+        m.Node(10, 0);
+        m.Member(1, 2);
+        m.model.loadCombs[0].bPDelta = 1;
+        m.model.pDeltaTolerance = 0.5;
+        m.Prepare();
+        m.SetU(2, kX, 0.01);  // E A / L = 1000: an axial force of 10
+        // The force N of the iteration before stiffens the bar by N / L: 10 + N / 1000 is found, N (1 - change) was there.
+        m.model.beams[0].axialForce = 10 * (1 - c.change) / (1 - 0.001 * (1 - c.change));
+        m.model.bElementStateChanged = 0;
+        CjxBmGroup bm(&m.model);
+
+        EXPECT_EQ(m.model.CheckNonlinearStop(2, 0, bm), c.isSettled) << c.change;
+
+        CString told;
+        told.Format(L"P-Delta axial force tolerance between iterations = %.3f%%", c.change * 100);
+        EXPECT_TRUE(m.window.HasLine(c.isSettled ? L"Final " + std::wstring(told.Text()) : told.Text(),
+                                     c.isSettled ? L"OK" : L"NOT OK"));
+    }
+}

@@ -100,6 +100,19 @@ TEST_P(Stability, DigitsAreCountedBelowTheWarning)
     EXPECT_EQ(m.model.digitsLost, FirstWarning() - 1);
 }
 
+// 9.9 digits are nine whole ones: what is not wholly lost counts as there.
+TEST_P(Stability, PartOfADigitIsNoDigit)
+{
+    m.SetDiagonal(3, 8 * std::pow(10.0, FirstWarning() - 1));
+    m.model.CheckDiagonalStiffnessTerm(m.data);
+    m.SetDiagonal(3, 1);
+    m.window.lines.clear();
+
+    m.model.CheckSolutionStability(m.data);
+
+    EXPECT_THAT(m.window.lines, ElementsAre(qvx::test::RecordingWindow::Line{Lost(FirstWarning() - 1), L"OK"}));
+}
+
 TEST_P(Stability, WarningBeginsAtItsThreshold)
 {
     LoseDigits(FirstWarning());

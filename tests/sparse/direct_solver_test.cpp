@@ -12,6 +12,8 @@
 #include <sys/wait.h>
 
 #include "sparse/direct_solver.h"
+#include "sparse/isolated_solver.h"
+#include "sparse/mumps_solver.h"
 #include "support/small_disk.h"
 
 namespace {
@@ -410,6 +412,30 @@ TEST_P(DirectSolvers, LargeMatrixIsSolvedAndNoProcessIsLeft)
     EXPECT_EQ(errno, ECHILD);
 }
 
+// What a solver in a process of its own tells of its factor is what one in this process tells.
+TEST_P(DirectSolvers, FactsOfTheFactorComeFromTheOtherProcess)
+{
+    const Csr m = RandomMatrix(200, 4);
+    const auto make = GetParam() == SparseBackend::Mumps
+                          ? [](const SparseSettings& s) { return MakeDirectSolver(SparseBackend::Mumps, s); }
+                          : [](const SparseSettings& s) { return MakeDirectSolver(SparseBackend::Pardiso, s); };
+    const auto factorised = [&](int least) {
+        auto solver = std::make_unique<qvx::IsolatedSolver>(
+            SparseSettings{.isPositiveDefinite = false, .isToGoOn = [] { return true; }}, make, least);
+        EXPECT_TRUE(solver->Analyse(m.View()));
+        EXPECT_TRUE(solver->Factorise(m.View()));
+        return solver;
+    };
+
+    const auto here = factorised(1000);
+    const auto there = factorised(100);
+
+    EXPECT_GT(here->FactorTerms(), 200);
+    EXPECT_EQ(there->FactorTerms(), here->FactorTerms());
+    EXPECT_EQ(there->NegativePivots(), here->NegativePivots());
+    EXPECT_GT(there->PeakKilobytes(), 0);
+}
+
 TEST_P(DirectSolvers, ReleasedSolverStartsAgain)
 {
     const Csr m = SpringChain(30);
@@ -423,6 +449,31 @@ TEST_P(DirectSolvers, ReleasedSolverStartsAgain)
         EXPECT_NEAR(x[29], 60, 1e-9);
         solver->Release();
     }
+}
+
+// Errors of MUMPS as the user's guide numbers them, in the numbers of the routine pardiso, whose texts users know.
+TEST(MumpsErrors, AreToldInTheNumbersOfPardiso)
+{
+    for (const auto& [mumps, expected] : std::map<int, int>{{0, 0},
+                                                            {2, 0},      // a warning
+                                                            {-7, -2},    // no memory for integers
+                                                            {-8, -2},    // integer work space
+                                                            {-13, -2},   // allocation failed
+                                                            {-10, -4},   // numerically singular
+                                                            {-90, -11},  // files out of core
+                                                            {-51, -8},   // ordering beyond 32 bits
+                                                            {-52, -8},
+                                                            {-9, -2},
+                                                            {-19, -2},
+                                                            {-3, -5}})
+        EXPECT_EQ(qvx::StatusOfMumps(mumps, false).error, expected) << mumps;
+}
+
+TEST(MumpsErrors, OutOfCoreALackOfWorkSpaceIsThatOfItsLimit)
+{
+    EXPECT_EQ(qvx::StatusOfMumps(-9, true).error, -9);
+    EXPECT_EQ(qvx::StatusOfMumps(-19, true).error, -9);
+    EXPECT_EQ(qvx::StatusOfMumps(-13, true).error, -2);
 }
 
 }  // namespace
