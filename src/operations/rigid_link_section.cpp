@@ -41,9 +41,14 @@ bool CjxStruct::SafeCreateRigidLinkSection()
 {
     if (std::any_of(sections.begin(), sections.end(), IsRigidLink))
         return false;
-    jxSect& rigid = sections.emplace_back();
-    rigid.id = static_cast<int>(sections.size());
+    const auto isTaken = [this](int id) {
+        return std::any_of(sections.begin(), sections.end(), [id](const jxSect& s) { return s.id == id; });
+    };
+    jxSect rigid;
+    rigid.id = static_cast<int>(sections.size()) + 1;
+    if (isTaken(rigid.id))  // ids with gaps
+        rigid.id = std::max_element(sections.begin(), sections.end())->id + 1;
     SetText(rigid.label, kRigidLink);
-    std::stable_sort(sections.begin(), sections.end());  // ids with gaps: the new one need not be the largest
+    sections.insert(std::upper_bound(sections.begin(), sections.end(), rigid), rigid);
     return true;
 }

@@ -84,6 +84,12 @@ std::array<jxPoint, 3> QuadLocalAxes(const QuadCorners& p, double angle)
     return Turned(UnturnedAxes(Shape(p)), angle).Axes();
 }
 
+std::array<jxPoint, 3> SquareQuadAxes(const QuadCorners& p, double angle)
+{
+    const Frame user = Turned(UnturnedAxes(Shape(p)), angle);
+    return {Cross(user.y, user.z), user.y, user.z};
+}
+
 std::array<jxPoint, 3> QuadSideAxes(const QuadCorners& p)
 {
     const Shape shape(p);

@@ -19,6 +19,12 @@ using QuadCorners = std::array<jxPoint, 4>;
 /// @param angle  turns x and y about z, right-handed [rad]
 QVXFEM_API std::array<jxPoint, 3> QuadLocalAxes(const QuadCorners& p, double angle);
 
+/// The axes in which stiffness, loads and results of a shell are formed: z and y of QuadLocalAxes, x = y x z.
+///
+/// They are orthonormal on every plane, so that a model turned as a whole gives the same answer; where QuadLocalAxes are
+/// so too they are the same within round-off.
+std::array<jxPoint, 3> SquareQuadAxes(const QuadCorners& p, double angle);
+
 /// Axes of the mixed-interpolation plate: z as in QuadLocalAxes, x along side 3-4 (from corner 3 to corner 4, the
 /// direction of its natural coordinate r), y = z x x.
 QVXFEM_API std::array<jxPoint, 3> QuadSideAxes(const QuadCorners& p);

@@ -334,6 +334,21 @@ TEST(RigidLinkSection, IsAddedOnceWithTheNextId)
     EXPECT_EQ(model.sections.size(), 2u);
 }
 
+// With gaps in the ids the number of sections + 1 may be taken; the next free one beyond all of them then is.
+TEST(RigidLinkSection, NeverTakesAnIdThatIsTaken)
+{
+    RecordingHost host;
+    for (const auto& [ids, expected] : {std::pair(std::array{1, 3}, 4), std::pair(std::array{2, 5}, 3)}) {
+        CjxStruct model;
+        model.sections = {{.id = ids[0]}, {.id = ids[1]}};
+        EXPECT_TRUE(model.SafeCreateRigidLinkSection());
+        ASSERT_EQ(model.sections.size(), 3u);
+        EXPECT_TRUE(std::is_sorted(model.sections.begin(), model.sections.end()));
+        for (const jxSect& s : model.sections)
+            EXPECT_EQ(s.id == expected, std::wcscmp(s.label, L"RIGID_LINK") == 0) << s.id;
+    }
+}
+
 TEST(RigidLinkSection, IsStifferThanEverySectionAndNotThanItself)
 {
     RecordingHost host;

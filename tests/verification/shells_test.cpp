@@ -319,4 +319,38 @@ TEST(HeatedPatch, GrowsFreelyWithoutStressAndIsPressedWhenHeld)
         }
 }
 
+// A strip of parallelograms, held at one end and pulled along its local x by 7 per area, lies flat or slopes by 3 %. User
+// axes take x from global X on both; on the slope that axis leans out of the plane, and a load along it would bend the strip
+// by p s L^4 / (8 E I), 64 times the pull's own p L^2 / (2 E t) and more. Invariance: the slope changes the direction of the
+// displacements only. The tolerance is that of the double solver on a plate of span to thickness 100.
+TEST(GentlySlopingShells, ALoadAlongLocalXPullsAndDoesNotBend)
+{
+    constexpr double kSlope = 0.03, kLength = 10, kWidth = 1;
+    const auto tipOf = [&](double slope) {
+        ShellGrid strip;
+        strip.Material(1e6, 0.3);
+        strip.Thickness(0.1);
+        const double c = 1 / std::hypot(1, slope), s = slope * c;
+        strip.Mesh(10, 1, [&](int i, int j) {
+            const double along = kLength * i / 10 + 0.3 * j;
+            return jxPoint{c * along, s * along, -kWidth * j};
+        });
+        for (const int j : {0, 1})
+            strip.Hold(strip.At(0, j), {0, 1, 2, 3, 4, 5});
+        strip.SurfaceLoadOnAll(kLocal, 0, 7);
+        strip.Run();
+        const int tip = strip.At(10, 0);
+        const double x = strip.Displacement(tip, kX), y = strip.Displacement(tip, kY);
+        return std::array{c * x + s * y, c * y - s * x};  // along the strip and across it
+    };
+
+    const auto flat = tipOf(0);
+    const auto sloping = tipOf(kSlope);
+
+    const double pull = 7 * kLength * kLength / (2 * 1e6 * 0.1);
+    EXPECT_NEAR(flat[0], pull, 0.02 * pull);
+    EXPECT_NEAR(sloping[0], flat[0], 1e-8 * pull);
+    EXPECT_NEAR(sloping[1], 0, 1e-8 * pull);
+}
+
 }  // namespace

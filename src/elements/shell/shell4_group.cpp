@@ -155,14 +155,14 @@ struct LoadedShell
 {
     const jxShell4& shell;
     GatheredShell g;
-    std::array<jxPoint, 3> axes;  ///< user axes, of its local loads
+    std::array<jxPoint, 3> axes;  ///< user axes made square, of its local loads
     ShellFrame<double> frame;     ///< in these axes
 };
 
 LoadedShell LoadedIn(const CjxStruct& model, const jxShell4& shell)
 {
     const GatheredShell g = Gather(model, shell);
-    const std::array<jxPoint, 3> axes = QuadLocalAxes(g.corners, shell.angle);
+    const std::array<jxPoint, 3> axes = SquareQuadAxes(g.corners, shell.angle);
     return {.shell = shell, .g = g, .axes = axes, .frame = ShellFrameOf<double>(g.corners, axes)};
 }
 

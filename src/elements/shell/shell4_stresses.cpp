@@ -39,7 +39,7 @@ bool AreEqual(const Axes& a, const Axes& b)
     return a[0] == b[0] && a[1] == b[1] && a[2] == b[2];
 }
 
-// Axes by which shells at a node are told apart: their own user axes, or the same for all.
+// Axes by which shells at a node are told apart: those of their results, or the same for all.
 Axes ComparisonAxes(const CjxStruct& model, const jxShell4& shell)
 {
     if (model.bAverageStresses != 2)
@@ -47,7 +47,7 @@ Axes ComparisonAxes(const CjxStruct& model, const jxShell4& shell)
     QuadCorners corners;
     for (std::size_t i = 0; i < 4; ++i)
         corners[i] = FindById(model.nodes, shell.node[i]).Point();
-    return QuadLocalAxes(corners, shell.angle);
+    return SquareQuadAxes(corners, shell.angle);
 }
 
 jxShellStress OwnForces(CjxShell4Group& group, const jxShell4& shell, int comb)

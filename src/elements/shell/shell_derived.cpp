@@ -28,8 +28,10 @@ void SetFace(jxShellDerived& d, int face, const double F[3], const double P[5], 
     d.Syy[face] = F[1] / t + bending * P[1];
     d.Sxy[face] = F[2] / t + bending * P[2];
     d.Szz[face] = 0;
-    d.Sxz[face] = P[3] / t;
-    d.Syz[face] = P[4] / t;
+    // V = Mxx,x + Mxy,y of these moments is minus the force that the side of +x passes on along z: the integral of z times
+    // sxx,x + sxy,y + sxz,z = 0 through the thickness gives -M,x + Q = 0 with M of the stress z sxx = -Mxx.
+    d.Sxz[face] = 0 - P[3] / t;  // no shear at all comes out as 0 and not as -0
+    d.Syz[face] = 0 - P[4] / t;
     const Principal stress = PrincipalOf(d.Sxx[face], d.Syy[face], d.Sxy[face]);
     d.S1[face] = stress.larger;
     d.S2[face] = stress.smaller;

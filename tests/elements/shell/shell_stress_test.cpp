@@ -276,8 +276,41 @@ TEST(ShellDerived, FaceStressesAreMembraneMinusAndPlusBending)
     EXPECT_NEAR(d.Sxy[1], 2 + bending * 0.125, 1e-13);
     for (int face = 0; face < 2; ++face) {
         EXPECT_EQ(d.Szz[face], 0);
-        EXPECT_EQ(d.Sxz[face], 6);
-        EXPECT_EQ(d.Syz[face], -8);
+        EXPECT_EQ(d.Sxz[face], -6);
+        EXPECT_EQ(d.Syz[face], 8);
+    }
+}
+
+// A strip fixed at x = 0 with a force P along +z at x = L passes a shear of +P across every section (on the face of +x,
+// along z), Sxz = P / (b t), and is bent by P (L - x): the face of +z is pressed, Mxx positive and falling along x. Both
+// plate forms, whatever the sign of their own shears.
+TEST(ShellDerived, ShearStressIsThatOfAForceOnTheFaceOfPositiveX)
+{
+    const double L = 2, P = 3, t = kThickness;
+    const double EI = kE * t * t * t / 12;  // of a width of 1
+    const QuadCorners p = {{{0, 0, 0}, {L, 0, 0}, {L, 1, 0}, {0, 1, 0}}};
+    const double GAs = kE / 2 * 5 / 6 * t;
+    for (const bool isThin : {false, true}) {
+        // Tip of a cantilever, slopes -thy = w,x less the shear strain. One MITC4 element has one shear only, that of its
+        // tied middle, and the force that its own deflections call for; so it is given the shear strain P / GAs alone.
+        const auto u = NodalValues<double>(p, [&](const jxPoint& x) {
+            const double w = isThin ? P * x.x * x.x * (3 * L - x.x) / (6 * EI) : P / GAs * x.x;
+            const double slope = isThin ? P * x.x * (2 * L - x.x) / (2 * EI) : 0;
+            return std::pair(jxPoint{0, 0, w}, jxPoint{0, -slope, 0});
+        });
+        const ShellElement<double> e =
+            FormShell(p, ShellRigidityOf<double>(kE, 0, t, {}), {.isThinPlateWanted = isThin});
+        ShellForces<double> f = RecoverShellForces(e, u, 0.0);
+        TurnShellForces(f, -e.referenceAngle);  // from side 3-4 to user x
+        jxShellStress s;
+        for (std::size_t k = 0; k < 5; ++k)
+            std::copy(f.P[k].begin(), f.P[k].end(), s.P[k]);
+        s.GetStresses(t);
+        for (const jxShellDerived& d : s.derived)
+            for (int face = 0; face < 2; ++face) {
+                EXPECT_NEAR(d.Sxz[face], P / t, 1e-9 * P / t) << isThin;
+                EXPECT_NEAR(d.Syz[face], 0, 1e-9 * P / t) << isThin;
+            }
     }
 }
 
