@@ -47,11 +47,15 @@ LinkStock StockOf(const CjxStruct& model)
         if (m.E > stock.material.E)
             stock.material = m;
     double stiffest = 0;
-    for (const jxSect& s : model.sections)
+    for (const jxSect& s : model.sections) {
+        // Its numbers are 1e5 times those of the stiffest real section: links made of it would take all digits.
+        if (model.bConsistentMechanics != 0 && CompareNoCase(s.label, L"RIGID_LINK") == 0)
+            continue;
         if (const double I = std::max(s.Iz, s.Iy); I > stiffest) {
             stock.section = s;
             stiffest = I;
         }
+    }
     return stock;
 }
 

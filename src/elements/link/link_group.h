@@ -11,7 +11,9 @@ namespace qvx {
 struct LinkStock
 {
     jxMat material;  ///< of the largest E, the first of equals; the default record when none has a positive E
-    jxSect section;  ///< of the largest Iz or Iy, the first of equals; the default record when none has a positive one
+    /// Of the largest Iz or Iy, the first of equals; the default record when none has a positive one. With
+    /// bConsistentMechanics sections labelled "RIGID_LINK" (any case) are passed over.
+    jxSect section;
 };
 /// Walks all materials and sections in their order.
 LinkStock StockOf(const CjxStruct& model);

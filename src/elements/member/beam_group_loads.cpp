@@ -4,54 +4,20 @@
 #include <array>
 #include <cassert>
 #include <cmath>
-#include <utility>
 
 #include "elements/combination_terms.h"
 #include "elements/invariants.h"
 #include "elements/member/beam_group.h"
 #include "elements/member/load_values.h"
-#include "elements/member/member_fixed_end.h"
-#include "elements/member/member_load_axes.h"
+#include "elements/member/member_equivalent.h"
 #include "elements/member/member_loads.h"
 #include "elements/nodal_vector.h"
-#include "elements/shell/shell4_group.h"
 #include "model/find_record.h"
 #include "tools/fixed_matrix.h"
 #include "tools/geometry.h"
+#include "tools/quad_axes.h"
 
 namespace {
-
-constexpr int kNodeDofs = 6;
-
-// The two masks of a member side by side, as the kernels take them.
-struct ReleaseMasks
-{
-    explicit ReleaseMasks(const jxRels& rels)
-    {
-        std::copy(std::begin(rels.start), std::end(rels.start), mask[0]);
-        std::copy(std::begin(rels.end), std::end(rels.end), mask[1]);
-    }
-    wchar_t mask[2][7];
-};
-
-/// Equivalent nodal loads of one member, local axes; its load lists become local too.
-jxBmLoadVector EquivalentLoads(qvx::MemberLoads& loads, const jxBmEx& member, const double (&c)[3][3],
-                               bool bStiffnessFactors)
-{
-    double T[6][6];
-    cos_matrix(&T[0][0], c, 6);
-    LocalizeLoads(loads.points, loads.lines, T);
-    const ReleaseMasks rels(member.rels);
-    double fem[2][kNodeDofs] = {};
-    FEM_POINT(loads.points.begin(), loads.points.end(), member.length, rels.mask, fem);
-    FEM_LINE(loads.lines.begin(), loads.lines.end(), member.length, rels.mask, fem);
-    const double A = bStiffnessFactors ? member.sect.A * member.f_A : member.sect.A;
-    FEM_THERMAL(loads.thermal.begin(), loads.thermal.end(), A, member.mat, fem);
-    jxBmLoadVector vector{.id = member.id, .value = {}};
-    for (int end = 0; end < 2; ++end)
-        std::copy_n(fem[end], kNodeDofs, vector.value + end * kNodeDofs);
-    return vector;
-}
 
 void AppendEndLoad(std::vector<jxPtLoad>& pts, int dir, double distance, double value)
 {
@@ -122,12 +88,10 @@ jxPoint BeamAxis(const CjxStruct& model, int id, int number)
 jxPoint ShellAxis(const CjxStruct& model, int id, int number)
 {
     const jxShell4& shell = qvx::FindById(model.shell4s, id);
-    jxPoint corner[4];
-    for (int k = 0; k < 4; ++k)
-        corner[k] = qvx::FindById(model.nodes, shell.node[k]).Point();
-    jxPoint axes[3];
-    CjxShell4Group::GetLocalAxis(axes, corner[0], corner[1], corner[2], corner[3], shell.angle);
-    return axes[number];
+    qvx::QuadCorners corners;
+    for (std::size_t k = 0; k < corners.size(); ++k)
+        corners[k] = qvx::FindById(model.nodes, shell.node[k]).Point();
+    return qvx::SquareQuadAxes(corners, shell.angle)[static_cast<std::size_t>(number)];
 }
 
 }  // namespace
@@ -151,7 +115,7 @@ void CjxBmGroup::ProcessElemLoads(int comb)
         double c[3][3];
         calc_cos(c, member.localAxis);
         assert(qvx::IsRotation(qvx::RotationMatrix<double>(c)) && "local axes are orthonormal");
-        vectors.push_back(EquivalentLoads(loads, member, c, model_->bStiffnessFactors != 0));
+        vectors.push_back(qvx::EquivalentLoads(loads, member, *model_));
         const std::array<double, 12> local = std::to_array(vectors.back().value);
         loadVector.AddAll(qvx::PositionsOf<2>(*model_, {beam.node1, beam.node2}),
                           qvx::ToGlobalAxes(local, qvx::RotationMatrix<double>(c)));
@@ -163,8 +127,8 @@ void CjxStruct::GetBeamLoads(std::vector<jxPtLoad>& pts, std::vector<jxLnLoad>& 
     qvx::MemberLoads loads;
     qvx::CollectMemberLoads(loads, *this, qvx::TermsOf(*this, comb), qvx::FindById(beams, id),
                             qvx::SelfWeightEntry::Always);
-    pts = std::move(loads.points);
-    lines = std::move(loads.lines);
+    pts.insert(pts.end(), loads.points.begin(), loads.points.end());
+    lines.insert(lines.end(), loads.lines.begin(), loads.lines.end());
     const auto& endForces = combResults[static_cast<std::size_t>(comb)].beamEndForces;
     if (const jxBmEndVMD* forces = qvx::FindOrNull(endForces, id); forces != nullptr)
         AppendEndForces(pts, *forces);

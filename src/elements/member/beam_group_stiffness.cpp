@@ -4,6 +4,7 @@
 
 #include "elements/invariants.h"
 #include "elements/member/beam_group.h"
+#include "elements/member/member_properties.h"
 #include "elements/member/member_releases.h"
 #include "elements/member/member_stiffness.h"
 #include "elements/nodal_vector.h"
@@ -19,26 +20,6 @@ using qvx::double128;
 using qvx::Number;
 
 constexpr int kNodeDofs = 6;
-
-template <Number Real>
-qvx::MemberProperties<Real> Properties(const jxBmEx& member, const CjxStruct& model)
-{
-    const bool bFactors = model.bStiffnessFactors != 0;
-    const bool bShear = model.bShearDeformation != 0;
-    const Real E = member.mat.E;
-    const Real G = E * Real(0.5) / (Real(member.mat.nu) + Real(1));
-    const Real cracked = E * Real(bFactors ? member.cracking : 1.0);  // cracks soften bending only
-    const auto withSection = [&](const jxSect& sect) -> qvx::MemberProperties<Real> {
-        return {.L = member.length,
-                .EA = Real(sect.A) * E,
-                .GJ = G * Real(sect.J),
-                .EIz = Real(sect.Iz) * cracked,
-                .EIy = Real(sect.Iy) * cracked,
-                .GAy = bShear && sect.Ay > 0 ? G * Real(sect.Ay) : Real(0),
-                .GAz = bShear && sect.Az > 0 ? G * Real(sect.Az) : Real(0)};
-    };
-    return bFactors ? withSection(CjxBmGroup::ApplyStiffnessFactor(member.sect, member)) : withSection(member.sect);
-}
 
 // A bar with ball joints and no axial force needs no condensation. It keeps its torsion although the mask of one end
 // releases it, so that a member between nodes with rotations does not spin about its own axis; in the truss models,
@@ -56,7 +37,7 @@ qvx::ReleasedMember<Real> Gather(const jxBmEx& member, const CjxStruct& model, i
 {
     if (member.length == 0)
         throw jxException(L"zero member length encountered");
-    const auto properties = Properties<Real>(member, model);
+    const auto properties = qvx::PropertiesOf<Real>(member, model);
     if (member.axialForce == 0 && qvx::IsPinEndedTruss(member.rels))
         return {.terms = TrussTerms(properties, model.modelType), .released = {}};
     auto terms = qvx::ElasticTerms(properties);

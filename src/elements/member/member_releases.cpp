@@ -124,6 +124,24 @@ void CondenseReleases(MemberParts<Real>& parts, const MemberDofSet& released)
     CondensePart(parts.inXz, released, {kUz1, kRy1, kUz2, kRy2});
 }
 
+FixedVector<double, 4> CondenseLoads(const FixedMatrix<double, 4, 4>& k, const MemberDofSet& released,
+                                     const int (&dofs)[4], FixedVector<double, 4> f)
+{
+    const ReleasedList<4> list(released, dofs);
+    if (list.count == 0)
+        return f;
+    assert(list.count <= 2 && "the other two hold the part against rigid motions");
+    // K is symmetric: K Bt (B K Bt)^-1 is the transpose of the released motion.
+    const FixedMatrix<double, 4, 4> motion = ReleasedMotion(k, list);
+    const FixedVector<double, 4> full = f;
+    for (int j = 0; j < 4; ++j)
+        for (int i = 0; i < list.count; ++i)
+            f[static_cast<std::size_t>(j)] -= motion(i, j) * full[static_cast<std::size_t>(list.index[i])];
+    for (int i = 0; i < list.count; ++i)
+        f[static_cast<std::size_t>(list.index[i])] = 0;
+    return f;
+}
+
 template <Number Real>
 MemberParts<Real> PartsOf(const ReleasedMember<Real>& member)
 {

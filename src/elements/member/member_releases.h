@@ -25,6 +25,14 @@ bool IsPinEndedTruss(const jxRels& rels);
 template <Number Real>
 void CondenseReleases(MemberParts<Real>& parts, const MemberDofSet& released);
 
+/// Condenses the loads of one part of a member as CondenseReleases does its stiffness: f := f - K Bt (B K Bt)^-1 B f. What
+/// is released takes no load, exactly, and the rest is in the same equilibrium as before.
+/// @param k         stiffness of the part before condensation; of B K Bt regular
+/// @param released  of the member
+/// @param dofs      the member's degrees of freedom in the order of the part
+FixedVector<double, 4> CondenseLoads(const FixedMatrix<double, 4, 4>& k, const MemberDofSet& released,
+                                     const int (&dofs)[4], FixedVector<double, 4> f);
+
 /// A member ready for its stiffness: what it has without releases, and what is to be condensed out.
 template <Number Real>
 struct ReleasedMember

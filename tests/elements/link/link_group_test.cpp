@@ -109,6 +109,17 @@ TEST(LinkStockOf, TakesTheStiffestMaterialAndSectionAndTheFirstOfEquals)
     EXPECT_EQ(StockOf(m.model).section.A, 0);
 }
 
+// A section that stands for rigid members is 1e5 times the stiffest real one; consistent mechanics passes over it.
+TEST(LinkStockOf, PassesOverRigidLinkSectionsInConsistentMechanicsOnly)
+{
+    DenseRun m;
+    m.model.sections = {{.id = 1, .A = 7, .Iz = 6}, {.id = 2, .A = 7e5, .Iz = 6e5}, {.id = 3, .A = 5, .Iz = 5}};
+    SetText(m.model.sections[1].label, L"Rigid_Link");
+    EXPECT_EQ(StockOf(m.model).section.id, 2);
+    m.model.bConsistentMechanics = 1;
+    EXPECT_EQ(StockOf(m.model).section.id, 1);
+}
+
 TEST(LinkStockOf, MakesLinksOfTheLargerSecondMomentOverTheirLength)
 {
     DenseRun m;

@@ -199,23 +199,27 @@ TEST_F(BeamGroupLoads, MissingSectionOfAHeavyMemberIsNamed)
     }
 }
 
-TEST_F(BeamGroupLoads, GetBeamLoadsGivesFactoredLoadsInTheirOwnAxesAndReplacesWhatWasThere)
+TEST_F(BeamGroupLoads, GetBeamLoadsAppendsFactoredLoadsInTheirOwnAxesToWhatWasThere)
 {
     AddMember();
     run.PointLoad(1, kGlobal, kY, -10, 0.5);
     run.LineLoad(1, kProjected, kY, 1, 2);
     run.model.selfWeightCase = 3;
     run.model.loadCombs[0].cases[0].factor = 2;
-    points.resize(5);
+    points = {{.id = 7, .value = 70}, {.id = 8, .value = 80}};
+    lines = {{.id = 9, .value1 = 90}};
     GetLoads();
 
-    ASSERT_EQ(points.size(), 1u);
-    EXPECT_EQ(points[0].coordSys, kGlobal);
-    EXPECT_EQ(points[0].value, -20);
-    ASSERT_EQ(lines.size(), 1u);
-    EXPECT_EQ(lines[0].coordSys, kProjected);
-    EXPECT_EQ(lines[0].value1, 2);
-    EXPECT_EQ(lines[0].value2, 4);
+    ASSERT_EQ(points.size(), 3u);
+    EXPECT_EQ(points[0].value, 70);
+    EXPECT_EQ(points[1].value, 80);
+    EXPECT_EQ(points[2].coordSys, kGlobal);
+    EXPECT_EQ(points[2].value, -20);
+    ASSERT_EQ(lines.size(), 2u);
+    EXPECT_EQ(lines[0].value1, 90);
+    EXPECT_EQ(lines[1].coordSys, kProjected);
+    EXPECT_EQ(lines[1].value1, 2);
+    EXPECT_EQ(lines[1].value2, 4);
 }
 
 // The curves get a self weight entry for every member, of value 0 where none acts: it marks stations.
@@ -223,6 +227,7 @@ TEST_F(BeamGroupLoads, GetBeamLoadsHoldsASelfWeightEntryForEveryMember)
 {
     AddMember();
     const auto weight = [this] {
+        lines.clear();
         GetLoads();
         return lines.size() == 1 && lines[0].coordSys == kGlobal && lines[0].distance2 == 1 ? lines[0].value1 : NAN;
     };
@@ -343,6 +348,30 @@ TEST_F(BeamGroupLoads, ConversionTurnsSurfaceLoadsIntoGlobalComponents)
     EXPECT_WITHIN(sum[1], 10 * axis[2].y, RoundOff(10, 4));
     EXPECT_WITHIN(std::fabs(sum[1]), 8.0, RoundOff(10, 10));
     EXPECT_WITHIN(sum[2], 0.0, RoundOff(10, 4));
+}
+
+// A plane that slopes by 3 % and is no rectangle: its user x axis, global X to the last bit, leans out of the plane, and a
+// load along local x must not. It stays square to the normal, whatever the angle of the shell.
+TEST_F(BeamGroupLoads, ConversionOfALoadAlongLocalXOfAGentleSlopeStaysInThePlane)
+{
+    const auto heightAt = [](double x) { return 0.03 * x; };
+    for (const auto& [x, z] : {std::pair{0.0, 0.0}, std::pair{0.0, 3.0}, std::pair{4.0, 5.0}, std::pair{4.0, 0.0}})
+        run.Node(x, heightAt(x), z);
+    const double length = std::hypot(1, 0.03);
+    const jxPoint normal{-0.03 / length, 1 / length, 0};
+    for (const double angle : {0.0, 0.7}) {
+        run.model.shell4s = {{.id = 1, .node = {1, 2, 3, 4}, .angle = angle}};
+        for (const int dir : {0, 1, 2}) {
+            run.model.caseLoads[0].shell4SurfaceLoads = {{.id = 1, .coordSys = kLocal, .dir = dir, .value = 10}};
+            run.model.ConvertAllLocalLoadsToGlobalLoads();
+
+            jxPoint sum;
+            for (const jxSurfaceLoad& load : run.model.caseLoads[0].shell4SurfaceLoads)
+                (load.dir == 0 ? sum.x : load.dir == 1 ? sum.y : sum.z) += load.value;
+            EXPECT_WITHIN(std::fabs(dot(sum, normal)), dir == 2 ? 10.0 : 0.0, RoundOff(10, 10)) << dir;
+            EXPECT_WITHIN(std::sqrt(dot(sum, sum)), 10.0, RoundOff(10, 10)) << dir;
+        }
+    }
 }
 
 // Deliberate (docs/members.md): whatever is not global is turned about the local axis of its direction.
