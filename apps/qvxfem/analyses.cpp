@@ -6,13 +6,18 @@ namespace qvx::app {
 
 bool IsAnalysis(const std::string& name)
 {
-    return name == "static" || name == "steel";
+    return name == "static" || name == "concrete" || name == "steel";
 }
 
 int RunAnalyses(CjxStruct& model, const std::vector<std::string>& analyses)
 {
+    const auto isAsked = [&](const char* name) {
+        return std::find(analyses.begin(), analyses.end(), name) != analyses.end();
+    };
     int done = model.ExecuteStatic();
-    if (done != 0 && std::find(analyses.begin(), analyses.end(), "steel") != analyses.end())
+    if (done != 0 && isAsked("concrete"))
+        done = model.ExecuteConcreteDesign();
+    if (done != 0 && isAsked("steel"))
         done = model.ExecuteSteelDesign();
     if (model.bInSolution != 0)  // a design that its check refused
         model.RestoreInputData();

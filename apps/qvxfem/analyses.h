@@ -7,7 +7,7 @@
 
 namespace qvx::app {
 
-/// Whether an analysis can be asked for: "static", "steel".
+/// Whether an analysis can be asked for: "static", "concrete", "steel".
 bool IsAnalysis(const std::string& name);
 
 /// The static run and then the design runs asked for.

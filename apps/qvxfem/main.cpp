@@ -23,7 +23,7 @@ void DefineRun(CLI::App& app, RunOptions& options)
 {
     CLI::App* run = app.add_subcommand("run", "Analyses a model (.json or .s2k) and prints a summary");
     run->add_option("MODEL", options.model, "model file")->required();
-    run->add_option("--analysis", options.analyses, "what to analyse; this version knows: static, steel")
+    run->add_option("--analysis", options.analyses, "what to analyse; this version knows: static, concrete, steel")
         ->delimiter(',')
         ->type_name("LIST")
         ->allow_extra_args(false);

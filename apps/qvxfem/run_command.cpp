@@ -32,7 +32,7 @@ void RefuseWhatIsNotThere(const RunOptions& options)
     for (const std::string& analysis : options.analyses) {
         if (IsAnalysis(analysis))
             continue;
-        const bool isKnown = analysis == "frequency" || analysis == "spectrum" || analysis == "concrete";
+        const bool isKnown = analysis == "frequency" || analysis == "spectrum";
         throw FileError("", "--analysis " + analysis, isKnown ? "not available in this version" : "no such analysis");
     }
 }

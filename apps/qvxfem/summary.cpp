@@ -7,6 +7,7 @@
 
 #include <fmt/format.h>
 
+#include "design_summary.h"
 #include "extremes.h"
 #include "load_balance.h"
 #include "loose_members.h"
@@ -232,6 +233,7 @@ void PrintSummary(std::FILE* out, const CjxStruct& model, const SummaryFacts& fa
     PrintList(out, "Findings of the input check and of the run", facts.findings);
     for (std::size_t comb = 0; comb < model.loadCombs.size(); ++comb)
         PrintCombination(out, model, comb);
+    PrintConcreteDesign(out, model);
     fmt::print(out, "\n");
     if (const std::string steel = SteelSummary(model); !steel.empty())
         Row(out, "steel members", "{}", steel);

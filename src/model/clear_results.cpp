@@ -49,6 +49,8 @@ void CjxStruct::ClearConcreteResult()
 {
     concreteBeams.clear();
     concreteColumns.clear();
+    concreteSections.clear();
+    interactionSurfaces.clear();
     concreteShear.clear();
     concretePlates.clear();
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <fstream>
+#include <map>
 #include <memory>
 #include <vector>
 
@@ -19,6 +20,7 @@
 #include "platform/cwnd.h"
 #include "platform/export.h"
 #include "quad/double128.h"
+#include "rc/interaction_surface.h"
 #include "tools/jx_exception.h"
 #include "tools/jx_point.h"
 
@@ -84,6 +86,9 @@ public:
     int ExecuteStatic();
     /// What ExecuteStatic calls when solverType is DoubleSparse; only then.
     int ExecuteStaticSparse();
+    /// Designs concrete members and plates by the envelopes of a static run; 0: refused, told in a message box. After a
+    /// refused check or an exception the model is in design units (inch, kip, kip-ft), bInSolution 1: RestoreInputData.
+    int ExecuteConcreteDesign();
     /// Steel design of the members from static results into steelResults. Success (1): input and units as before, results
     /// in the model's units. Refused (0), told in a message box: nothing has changed without static results; after a check
     /// that refuses, and after an exception, the model is in design units (kip, inch, moments kip-ft), bInSolution 1:
@@ -323,6 +328,11 @@ public:
     std::vector<jxResponseSpectrumResult> spectrumResults;  ///< per mode
     jxCombResult modalResult;                               ///< modes combined by modalCombination
 
+    // --- Of the last concrete design, in its units ------------------------------------------------------------------
+    std::vector<jxConcreteSection> concreteSections;  ///< candidates of its columns, by name
+    std::vector<P_M_Sect> interactionSurfaces;        ///< theirs, in kip and kip-ft
+    std::map<int, std::vector<int>> nodeBeams;        ///< members meeting at a node
+
     // --- Stages of a run --------------------------------------------------------------------------------------------
     // Called by ExecuteStatic in its order, in internal units; each leaves units, saved input and the other results as
     // they are. comb is a combination index, -1 for the linear stage, which all linear combinations share. Equations,
@@ -423,6 +433,20 @@ public:
     void CalcModalCombinationResult();  ///< nothing until a spectrum run has filled its results
     void CalcRcBeamEnvelop();           ///< concreteEnvelope over the combinations marked for concrete
     void CalcRcWoodArmerMoment();       ///< woodArmer over the same combinations; zeros for a shell left out
+
+    // Of a concrete design, in design units.
+    int CheckRcDesignInputData();  ///< 1 when the model may be designed; all faults are logged
+    void GetNodeBeamsMap();        ///< nodeBeams from the members
+    /// Width of the member that supports this one at its start (end 0) or end (1), 0 without one; at most 0.35 lengths.
+    void CalcBeamSupportWidth(double& width, const jxBm& bm, int end) const;
+    void BeamConcreteDesign();
+    /// Adds the candidates of a column by name; tells the user when there are none.
+    void GenerateColumnSections(std::map<CString, jxConcreteSection>& out, const jxMat& material, const jxSect& section,
+                                const jxColRcCrit& criterion);
+    void GenerateAllColumnSections();  ///< concreteSections of all columns, by name
+    void ColumnConcreteDesign();
+    void ConcreteShearDesign();
+    void PlateConcreteDesign();
 
     // Of the sparse run: the matrix is data.sparseK; a, ia, ja are its arrays, which prepare_pardiso hands out.
     /// Threads (profile integer SolverCPUs) and, out of core, the solver's configuration file in the current folder.

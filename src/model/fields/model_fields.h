@@ -132,7 +132,7 @@ struct FieldsOf<jxBm>
         WhenUnusual("f_A", &R::f_A, "stiffness modification factor"),
         WhenUnusual("f_Ay", &R::f_Ay, "stiffness modification factor"),
         WhenUnusual("f_Az", &R::f_Az, "stiffness modification factor"),
-        WhenUnusual("designType", &R::designType, "B beam, C column", {.letters = L"BC"}),
+        WhenUnusual("designType", &R::designType, "B beam, C column; the concrete design refuses others"),
         WhenUnusual("rcCriterion", &R::rcCriterion, "by designType", rule::kMemberCriterion),
         WhenUnusual("bConcreteSkip", &R::bConcreteSkip, "no concrete design", rule::kFlag),
         WhenUnusual("steelCriterion", &R::steelCriterion, "", rule::kSteelCriterion),

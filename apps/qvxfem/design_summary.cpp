@@ -1,0 +1,133 @@
+#include "design_summary.h"
+
+#include <algorithm>
+
+#include <fmt/format.h>
+
+#include "model/units.h"
+
+namespace qvx::app {
+namespace {
+
+void Line(std::FILE* out, const char* label, const std::string& text)
+{
+    fmt::print(out, "  {:<20}{}\n", label, text);
+}
+
+std::string Unit(const CjxStruct& model, Quantity quantity)
+{
+    return ToUtf8(UnitName(model.units.unit[quantity]));
+}
+
+std::string Combination(const CjxStruct& model, int comb)
+{
+    if (comb < 0 || static_cast<std::size_t>(comb) >= model.loadCombs.size())
+        return "no single combination";
+    return fmt::format("combination {} \"{}\"", comb + 1,
+                       ToUtf8(model.loadCombs[static_cast<std::size_t>(comb)].label));
+}
+
+std::string Failures(std::size_t count)
+{
+    return count == 0 ? "" : fmt::format("{} FAIL; ", count);
+}
+
+void PrintBeams(std::FILE* out, const CjxStruct& model)
+{
+    std::size_t failed = 0;
+    const jxBmRcResult* beam = nullptr;
+    const jxBmRcStation* worst = nullptr;
+    double most = -1;
+    for (const jxBmRcResult& result : model.concreteBeams) {
+        const auto fails = [](const jxBmRcStation& s) { return s.asTop < 0 || s.asBottom < 0; };
+        failed += std::any_of(result.stations.begin(), result.stations.end(), fails);
+        for (const jxBmRcStation& station : result.stations)
+            if (const double As = std::max(station.asTop, station.asBottom); As > most) {
+                most = As;
+                beam = &result;
+                worst = &station;
+            }
+    }
+    if (worst != nullptr)
+        Line(out, "concrete beams",
+             fmt::format("{}most steel {:.4g} {} at the {} of member {} at {:.4g}", Failures(failed), most,
+                         Unit(model, kReinforcementArea), worst->asTop >= worst->asBottom ? "top" : "bottom", beam->id,
+                         worst->distance));
+}
+
+void PrintColumns(std::FILE* out, const CjxStruct& model)
+{
+    const auto byRatio = [](const jxColRcResult& a, const jxColRcResult& b) { return a.ratio < b.ratio; };
+    const auto worst = std::max_element(model.concreteColumns.begin(), model.concreteColumns.end(), byRatio);
+    if (worst == model.concreteColumns.end())
+        return;
+    const auto failed = std::count_if(model.concreteColumns.begin(), model.concreteColumns.end(),
+                                      [](const jxColRcResult& c) { return c.ratio > 1 || c.comb < 0; });
+    Line(out, "concrete columns",
+         fmt::format("{}worst ratio {:.4g}, member {}, {}, at {:.4g}, section {}",
+                     Failures(static_cast<std::size_t>(failed)), worst->ratio, worst->id,
+                     Combination(model, worst->comb), worst->distance, ToUtf8(worst->section)));
+}
+
+void PrintShear(std::FILE* out, const CjxStruct& model)
+{
+    std::size_t failed = 0;
+    const jxRcShearResult* member = nullptr;
+    const jxRcShearStation* closest = nullptr;
+    for (const jxRcShearResult& result : model.concreteShear) {
+        const auto fails = [](const jxRcShearStation& s) { return s.spacing < 0; };
+        failed += std::any_of(result.stations.begin(), result.stations.end(), fails);
+        for (const jxRcShearStation& station : result.stations)
+            if (closest == nullptr || station.spacing < closest->spacing) {
+                member = &result;
+                closest = &station;
+            }
+    }
+    if (closest != nullptr)
+        Line(out, "concrete shear",
+             fmt::format("{}closest stirrups {:.4g} {}, member {}, {}, at {:.4g}", Failures(failed), closest->spacing,
+                         Unit(model, kDimension), member->id, Combination(model, static_cast<int>(closest->comb)),
+                         closest->distance));
+}
+
+void PrintPlates(std::FILE* out, const CjxStruct& model)
+{
+    constexpr const char* kLayers[] = {"top x", "top y", "bottom x", "bottom y"};
+    std::size_t failed = 0;
+    int shell = 0;
+    int layer = 0;
+    double most = -1;
+    for (const jxPlateRcResult& result : model.concretePlates) {
+        bool fails = false;
+        for (int point = 0; point < 5; ++point)
+            for (int k = 0; k < 4; ++k) {
+                fails = fails || result.status[point][k] != 0;  // a layer has no other fault than its failure
+                if (result.as[point][k] > most) {
+                    most = result.as[point][k];
+                    shell = result.id;
+                    layer = k;
+                }
+            }
+        failed += fails;
+    }
+    if (most >= 0)
+        Line(out, "concrete plates",
+             fmt::format("{}most steel {:.4g} {}/{} {} of shell {}", Failures(failed), most,
+                         Unit(model, kReinforcementArea), Unit(model, kDimension), kLayers[layer], shell));
+}
+
+}  // namespace
+
+void PrintConcreteDesign(std::FILE* out, const CjxStruct& model)
+{
+    if (model.concreteBeams.empty() && model.concreteColumns.empty() && model.concreteShear.empty() &&
+        model.concretePlates.empty())
+        return;
+    fmt::print(out, "\nConcrete design\n");
+    PrintBeams(out, model);
+    PrintColumns(out, model);
+    PrintShear(out, model);
+    PrintPlates(out, model);
+}
+
+}  // namespace qvx::app

@@ -1,0 +1,144 @@
+#include "design/column_search.h"
+
+#include <algorithm>
+#include <cmath>
+#include <tuple>
+
+#include "model/find_record.h"
+#include "model/records/text_fields.h"
+#include "rc/column_candidates.h"
+#include "rc/rc_manager.h"
+
+namespace qvx {
+
+namespace {
+
+std::vector<int> KeyOf(const jxBm& beam)
+{
+    return {beam.material, beam.section, beam.rcCriterion};
+}
+
+void Note(jxColRcResult& result, const ColumnDemand& demand, const ColumnDemand::Station& station, double ratio)
+{
+    result.ratio = ratio;
+    result.comb = demand.comb;
+    result.distance = station.distance;
+    result.P = station.P;
+    result.M3 = station.M3;
+    result.M2 = station.M2;
+    result.delta3 = demand.delta3;
+    result.delta2 = demand.delta2;
+    result.betaD = demand.betaD;
+    result.Cm3 = demand.Cm3;
+    result.Cm2 = demand.Cm2;
+}
+
+enum class Outcome { Carries, Fails, Unstable };
+
+/// Checks a candidate against one demand after the other, noting the record that governs.
+Outcome Check(jxColRcResult& result, const ColumnCandidate& candidate, const std::vector<ColumnDemand>& demands)
+{
+    result.ratio = 0;
+    SetText(result.section, candidate.section->name);
+    for (const ColumnDemand& demand : demands) {
+        if (demand.isUnstable) {
+            Note(result, demand, demand.stations.front(), kNoCapacity);
+            return Outcome::Unstable;
+        }
+        for (const ColumnDemand::Station& station : demand.stations) {
+            double ratio = 0;
+            const bool isInside = CjxRcManager::CheckCapacity(ratio, candidate.surface->curves, station.load);
+            if (ratio >= result.ratio || !isInside)
+                Note(result, demand, station, ratio);
+            if (!isInside)
+                return Outcome::Fails;
+        }
+    }
+    return Outcome::Carries;
+}
+
+/// By the steel itself, then by the number of bars; names decide the rest.
+bool IsLighter(const ColumnCandidate& a, const ColumnCandidate& b)
+{
+    constexpr double kRounding = 1e-6;  // [in^2]
+    const auto key = [](const jxConcreteSection& s) {
+        return std::tuple(std::llround(s.steelArea / kRounding), s.barCount, std::wstring_view(s.name));
+    };
+    return key(*a.section) < key(*b.section);
+}
+
+}  // namespace
+
+std::vector<jxConcreteSection> ColumnSectionsOf(const CjxStruct& model, const jxMat& material, const jxSect& section,
+                                                const jxColRcCrit& criterion)
+{
+    const RegularSection shape = RegularSectionOf(section.label);
+    if (shape != kRegularRect && shape != kRegularRound)
+        return {};
+    const bool isRound = shape == kRegularRound;
+    return ColumnCandidates({.type = isRound ? jxConcreteSection::kRound : jxConcreteSection::kRect,
+                             .b = section.dim[0],
+                             .h = isRound ? section.dim[0] : section.dim[1],
+                             .fc = material.fc,
+                             .fy = material.fy,
+                             .minRho = model.design.minColumnRho,
+                             .maxRho = model.design.maxColumnRho},
+                            criterion, CurrentBars(model));
+}
+
+bool IsConcreteColumn(const CjxStruct& model, const jxBm& beam)
+{
+    if (beam.bConcreteSkip != 0 || beam.designType == L'B' || !(FindById(model.materials, beam.material).fc > 0))
+        return false;
+    const RegularSection shape = RegularSectionOf(FindById(model.sections, beam.section).label);
+    return shape == kRegularRect || shape == kRegularRound;
+}
+
+ColumnSearch::ColumnSearch(const CjxStruct& model) : model_(model)
+{
+    for (std::size_t i = 0; i < model.interactionSurfaces.size(); ++i)
+        byName_[model.interactionSurfaces[i].name] = {&model.concreteSections[i], &model.interactionSurfaces[i]};
+    for (const jxBm& beam : model.beams)
+        if (IsConcreteColumn(model, beam) && beam.excluded == 0 && !candidates_.contains(KeyOf(beam)))
+            candidates_[KeyOf(beam)] = CandidatesOf(beam);
+}
+
+/// A candidate without a surface is passed over. The order of names is by number of bars, then by the text of the size.
+std::vector<ColumnCandidate> ColumnSearch::CandidatesOf(const jxBm& beam) const
+{
+    std::map<std::wstring, ColumnCandidate> sorted;
+    for (const jxConcreteSection& section :
+         ColumnSectionsOf(model_, FindById(model_.materials, beam.material), FindById(model_.sections, beam.section),
+                          FindById(model_.columnRcCriteria, beam.rcCriterion))) {
+        const auto found = byName_.find(section.name);
+        if (found != byName_.end())
+            sorted.insert(*found);
+    }
+    std::vector<ColumnCandidate> candidates;
+    for (const auto& [name, candidate] : sorted)
+        candidates.push_back(candidate);
+    if (model_.design.bConsistentDesign != 0)
+        std::sort(candidates.begin(), candidates.end(), IsLighter);
+    return candidates;
+}
+
+std::optional<ColumnSearch::Choice> ColumnSearch::Of(const jxBm& beam) const
+{
+    if (!IsConcreteColumn(model_, beam))
+        return std::nullopt;
+    const jxColRcCrit& criterion = FindById(model_.columnRcCriteria, beam.rcCriterion);
+    Choice choice;
+    choice.result.id = beam.id;
+    if (beam.excluded != 0)
+        return choice;
+    const ConcreteMember member = ConcreteMemberOf(model_, beam);
+    const std::vector<ColumnCandidate>& candidates = candidates_.at(KeyOf(beam));
+    choice.hasNoCandidates = candidates.empty();
+    const std::vector<ColumnDemand> demands = ColumnDemands(model_, member, criterion);
+    for (const ColumnCandidate& candidate : candidates)
+        if (Check(choice.result, candidate, demands) != Outcome::Fails)
+            break;
+    return choice;
+}
+
+}  // namespace qvx

@@ -1,0 +1,48 @@
+#pragma once
+
+#include "model/jx_struct.h"
+
+namespace qvx {
+
+/// Checks of the input of a concrete design, in design units. Every stage logs its name and its faults and goes on, so
+/// that all faults come at once.
+class ConcreteCheck
+{
+public:
+    explicit ConcreteCheck(CjxStruct& model) : model_(model) {}
+
+    void Settings();
+    void Rebars();
+    void Parameters();
+    void Criteria();
+    void Plates();
+    void Materials();
+    void Sections();
+    void Members();
+
+    bool IsValid() const { return isValid_; }
+
+private:
+    /// Bars of the current database; none when there is no such database.
+    const jxBarDatabase* Bars() const;
+    bool HasBar(int index) const;
+    void BeamBars(const jxBmRcCrit& criterion);
+    void ColumnBars(const jxColRcCrit& criterion);
+    void ColumnCriterion(const jxColRcCrit& criterion);
+    void Warnings();
+    void Material(const jxMat& material);
+    void Section(const jxSect& section);
+    void Member(const jxBm& beam);
+    void Cover(const jxBm& beam, const jxSect& section);
+    void Plate(const jxShell4& shell);
+
+    void Fault(const CString& text);
+    /// Ends a stage: one list line when it had a fault.
+    void End(const wchar_t* text);
+
+    CjxStruct& model_;
+    bool isValid_ = true;
+    bool hasFault_ = false;  ///< in the stage
+};
+
+}  // namespace qvx
