@@ -14,6 +14,9 @@ write_basic_package_version_file(${PROJECT_BINARY_DIR}/qvxFEMConfigVersion.cmake
 install(FILES ${PROJECT_BINARY_DIR}/qvxFEMConfig.cmake ${PROJECT_BINARY_DIR}/qvxFEMConfigVersion.cmake
         DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/qvxFEM)
 if(TARGET qvxfem_app)
+  # The program is linked anew on install: CMake would otherwise fill up the run path of the built one with a colon to
+  # the length of the installed one, and an empty element stands for the current folder.
+  set(CMAKE_NO_BUILTIN_CHRPATH ON)
   set_target_properties(qvxfem_app PROPERTIES INSTALL_RPATH "$ORIGIN/../${CMAKE_INSTALL_LIBDIR}")
   install(TARGETS qvxfem_app RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
 endif()

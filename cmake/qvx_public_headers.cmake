@@ -11,6 +11,7 @@ set(QVXFEM_PUBLIC_HEADERS
   files/results_file.h
   model/default_records.h
   model/find_record.h
+  model/findings.h
   model/jx_struct.h
   model/multi_dof_check.h
   model/near_nodes.h
@@ -20,6 +21,7 @@ set(QVXFEM_PUBLIC_HEADERS
   model/records/element.h
   model/records/element_stress.h
   model/records/envelope.h
+  model/records/finding.h
   model/records/host_data.h
   model/records/load.h
   model/records/node.h
@@ -29,6 +31,7 @@ set(QVXFEM_PUBLIC_HEADERS
   model/records/spring.h
   model/records/text_fields.h
   model/records/unit.h
+  model/unit_systems.h
   model/units.h
   platform/cstring.h
   platform/cwin_app.h

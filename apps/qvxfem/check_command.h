@@ -11,9 +11,11 @@ struct CheckOptions
     std::string model;
     std::vector<std::string> settings;  ///< FIELD=VALUE
     std::string log;
+    bool isJson = false;    ///< findings as JSON
+    bool isStrict = false;  ///< warnings refuse the model
 };
 
 /// Runs the input check alone and prints every finding. Returns the exit code.
-int CheckModel(const CheckOptions& options);
+int CheckModelFile(const CheckOptions& options);
 
 }  // namespace qvx::app

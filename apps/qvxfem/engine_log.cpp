@@ -5,71 +5,48 @@
 #include <utility>
 
 #include "platform/file_error.h"
+#include "tell_findings.h"
 
 namespace qvx::app {
 namespace {
 
-constexpr std::size_t kTimeWidth = 23;  // "[YYYY-MM-DD HH:MM:SS]: "
-#if defined(_WIN32)
-constexpr const char* kNowhere = "NUL";
-#else
-constexpr const char* kNowhere = "/dev/null";
-#endif
-
-std::string WithoutTime(const std::string& line)
+[[noreturn]] void Fail(const std::filesystem::path& path, int errorNumber)
 {
-    const bool hasTime = line.size() >= kTimeWidth && line.front() == '[' && line.compare(20, 3, "]: ") == 0;
-    return hasTime ? line.substr(kTimeWidth) : line;
+    throw FileError(path.string(), "", "cannot be written: " + std::generic_category().message(errorNumber));
 }
 
 }  // namespace
 
-EngineLog::EngineLog(CjxStruct& model, const std::filesystem::path& path, Listener listener) : model_(model)
+EngineLog::EngineLog(CjxStruct& model, std::filesystem::path path) : model_(model), path_(std::move(path))
 {
-    tee_.listener = std::move(listener);
-    // The engine writes to an open stream only; without a file the entries go nowhere but here.
-    model_.fileLog.open(path.empty() ? std::filesystem::path(kNowhere) : path, std::ios::out | std::ios::trunc);
-    if (!model_.fileLog)
-        throw FileError(path.string(), "", "cannot be written: " + std::generic_category().message(errno));
-    std::ios& stream = model_.fileLog;
-    tee_.target = stream.rdbuf(&tee_);
-}
-
-EngineLog::~EngineLog()
-{
-    std::ios& stream = model_.fileLog;
-    stream.rdbuf(tee_.target);
-    model_.fileLog.close();
-}
-
-EngineLog::Tee::int_type EngineLog::Tee::overflow(int_type c)
-{
-    if (traits_type::eq_int_type(c, traits_type::eof()))
-        return traits_type::not_eof(c);
-    Keep(traits_type::to_char_type(c));
-    return target->sputc(traits_type::to_char_type(c));
-}
-
-std::streamsize EngineLog::Tee::xsputn(const char* text, std::streamsize size)
-{
-    for (std::streamsize i = 0; i < size; ++i)
-        Keep(text[i]);
-    return target->sputn(text, size);
-}
-
-int EngineLog::Tee::sync()
-{
-    return target->pubsync();
-}
-
-void EngineLog::Tee::Keep(char c)
-{
-    if (c != '\n') {
-        line_ += c;
+    if (path_.empty())
         return;
-    }
-    listener(WithoutTime(line_));
-    line_.clear();
+    model_.fileLog.open(path_, std::ios::out | std::ios::trunc);
+    if (!model_.fileLog)
+        Fail(path_, errno);
+}
+
+void EngineLog::Finish()
+{
+    if (path_.empty())
+        return;
+    if (!model_.findings.empty())
+        model_.LogLine(L"FINDINGS");
+    for (const std::string& line : FindingLines(model_, Severity::Note))
+        model_.LogLine(CString(line.c_str()));
+    errno = 0;
+    if (!Close())
+        Fail(path_, errno == 0 ? EIO : errno);
+}
+
+bool EngineLog::Close()
+{
+    if (!model_.fileLog.is_open())
+        return true;
+    model_.fileLog.close();
+    const bool isWhole = !model_.fileLog.fail();
+    model_.fileLog.clear();
+    return isWhole;
 }
 
 }  // namespace qvx::app

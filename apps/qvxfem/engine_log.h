@@ -1,48 +1,30 @@
 #pragma once
 
 #include <filesystem>
-#include <functional>
-#include <streambuf>
-#include <string>
 
 #include "model/jx_struct.h"
 
 namespace qvx::app {
 
-/// The log of a model: written to a file when one is named, and read along, so that what only the log tells (which
-/// nodes, which members) can be shown.
+/// The log of a model, written to a file while it lives. Without a file the model keeps no log.
 class EngineLog
 {
 public:
-    /// Takes each entry, without its time.
-    using Listener = std::function<void(const std::string&)>;
-
-    /// Opens the model's log. Throws FileError when the file cannot be written.
-    EngineLog(CjxStruct& model, const std::filesystem::path& path, Listener listener);
-    ~EngineLog();
+    /// Opens the model's log; an empty path is none. Throws FileError when the file cannot be written.
+    EngineLog(CjxStruct& model, std::filesystem::path path);
+    ~EngineLog() { Close(); }
     EngineLog(const EngineLog&) = delete;
     EngineLog& operator=(const EngineLog&) = delete;
 
+    /// Writes the findings of the model at the end of the log and closes it.
+    /// Throws FileError when not all of the log could be written.
+    void Finish();
+
 private:
-    // Passes everything on to the stream's own buffer and hands over the lines.
-    class Tee : public std::streambuf
-    {
-    public:
-        std::streambuf* target = nullptr;
-        Listener listener;
-
-    protected:
-        int_type overflow(int_type c) override;
-        std::streamsize xsputn(const char* text, std::streamsize size) override;
-        int sync() override;
-
-    private:
-        void Keep(char c);
-        std::string line_;
-    };
+    bool Close();
 
     CjxStruct& model_;
-    Tee tee_;
+    std::filesystem::path path_;
 };
 
 }  // namespace qvx::app

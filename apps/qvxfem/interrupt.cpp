@@ -6,25 +6,43 @@
 namespace qvx::app {
 namespace {
 
-std::atomic<bool> isInterrupted{false};
-static_assert(std::atomic<bool>::is_always_lock_free, "a signal handler may touch lock-free atomics only");
+std::atomic<int> received{0};
+static_assert(std::atomic<int>::is_always_lock_free, "a signal handler may touch lock-free atomics only");
 
 extern "C" void OnInterrupt(int signalNumber)
 {
-    isInterrupted.store(true);
+    received.store(signalNumber);
     std::signal(signalNumber, SIG_DFL);
+}
+
+void Catch(int signalNumber)
+{
+    if (std::signal(signalNumber, OnInterrupt) == SIG_IGN)
+        std::signal(signalNumber, SIG_IGN);
 }
 
 }  // namespace
 
 void CatchInterrupt()
 {
-    std::signal(SIGINT, OnInterrupt);
+    Catch(SIGINT);
+#ifdef SIGHUP
+    Catch(SIGTERM);
+    Catch(SIGHUP);
+    std::signal(SIGXFSZ, SIG_IGN);
+    std::signal(SIGPIPE, SIG_IGN);
+#endif
 }
 
 bool IsInterrupted()
 {
-    return isInterrupted.load();
+    return received.load() != 0;
+}
+
+int InterruptExitCode()
+{
+    constexpr int kSignal = 128;
+    return kSignal + received.load();
 }
 
 }  // namespace qvx::app

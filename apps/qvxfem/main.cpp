@@ -44,7 +44,9 @@ void DefineRun(CLI::App& app, RunOptions& options)
         ->allow_extra_args(false);
     run->add_option("--threads", options.threads, "threads of the solver")->check(CLI::Range(1, 4096));
     run->add_flag("--interactive", options.isInteractive, "asks questions; without it they count as Yes");
-    run->add_flag("--quiet", options.isQuiet, "prints questions and errors only");
+    run->add_flag("--quiet", options.isQuiet, "prints no summary and no notes; warnings and errors stay");
+    run->add_flag("--verbose", options.isVerbose, "prints the lines of the run as well");
+    run->add_flag("--strict", options.isStrict, "refuses a model that brings a warning");
 }
 
 void DefineCheck(CLI::App& app, CheckOptions& options)
@@ -55,6 +57,8 @@ void DefineCheck(CLI::App& app, CheckOptions& options)
     check->add_option("--set", options.settings, "sets a field of the settings; may be given again")
         ->type_name("FIELD=VALUE")
         ->allow_extra_args(false);
+    check->add_flag("--json", options.isJson, "prints the findings as JSON");
+    check->add_flag("--strict", options.isStrict, "refuses a model that brings a warning");
 }
 
 struct ConvertOptions
@@ -75,7 +79,8 @@ int Main(int argc, char** argv)
     CLI::App app("qvxFEM, a structural finite-element engine", "qvxfem");
     app.set_version_flag("--version", std::string("qvxfem ") + QVXFEM_VERSION);
     app.require_subcommand(1);
-    app.footer("Exit codes: 0 done, 1 model refused, 2 bad usage or unreadable file, 3 analysis failed, 130 stopped.");
+    app.footer("Exit codes: 0 done, 1 model refused, 2 bad usage or unreadable file, 3 analysis failed, 4 done but at "
+               "least one combination is not to be relied on, 130 stopped.");
     RunOptions run;
     CheckOptions check;
     ConvertOptions convert;
@@ -88,7 +93,7 @@ int Main(int argc, char** argv)
         return app.exit(fault) == 0 ? kDone : kBadUsage;
     }
     if (app.got_subcommand("check"))
-        return CheckModel(check);
+        return CheckModelFile(check);
     if (app.got_subcommand("convert"))
         return ConvertModel(convert.from, convert.to);
     return RunModel(run);

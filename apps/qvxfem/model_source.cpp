@@ -6,6 +6,7 @@
 #include <system_error>
 
 #include "files/model_file.h"
+#include "model/findings.h"
 #include "platform/wide_path.h"
 #include "sap2000/sap2000_file.h"
 
@@ -28,7 +29,7 @@ void RequireReadable(const std::filesystem::path& path)
         throw FileError(path.string(), "", "cannot be opened: " + std::generic_category().message(errno));
 }
 
-std::vector<std::string> ImportSap2000(const std::filesystem::path& path, CjxStruct& model)
+void ImportSap2000(const std::filesystem::path& path, CjxStruct& model)
 {
     RequireReadable(path);
     model.bZVertical = 1;  // the global Z axis of such a file points up
@@ -36,16 +37,13 @@ std::vector<std::string> ImportSap2000(const std::filesystem::path& path, CjxStr
     std::vector<CString> told;
     if (!ReadSap2000File(TextOf(path), model, told))
         throw FileError(path.string(), "", "cannot be read");
-    std::vector<std::string> lines;
-    lines.reserve(told.size());
     for (const CString& line : told)
-        lines.push_back(ToUtf8(line.Text()));
-    return lines;
+        model.findings.Add(MakeFinding(FindingCode::ImportLoss, line.Text()));
 }
 
 }  // namespace
 
-std::vector<std::string> LoadModel(const std::filesystem::path& path, CjxStruct& model)
+void LoadModel(const std::filesystem::path& path, CjxStruct& model)
 {
     const std::string ending = EndingOf(path);
     model.documentPath = CString(TextOf(path));
@@ -54,7 +52,6 @@ std::vector<std::string> LoadModel(const std::filesystem::path& path, CjxStruct&
     if (ending != ".json")
         throw FileError(path.string(), "", "cannot be read: the name of a model ends in .json or .s2k");
     ReadModelFile(path, model);
-    return {};
 }
 
 void RequireKnownOutput(const std::filesystem::path& path)

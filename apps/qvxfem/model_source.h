@@ -1,16 +1,14 @@
 #pragma once
 
 #include <filesystem>
-#include <string>
-#include <vector>
 
 #include "model/jx_struct.h"
 
 namespace qvx::app {
 
-/// Reads a model by the ending of its file's name, .json or .s2k, and gives lines on what was lost on the way.
+/// Reads a model by the ending of its file's name, .json or .s2k; what was lost on the way is among its findings.
 /// Throws FileError.
-std::vector<std::string> LoadModel(const std::filesystem::path& path, CjxStruct& model);
+void LoadModel(const std::filesystem::path& path, CjxStruct& model);
 
 /// Throws FileError when the ending of the name tells of no format that can be written.
 void RequireKnownOutput(const std::filesystem::path& path);

@@ -3,8 +3,6 @@
 #include <algorithm>
 #include <chrono>
 #include <filesystem>
-#include <limits>
-#include <utility>
 
 #include <fmt/format.h>
 
@@ -12,20 +10,20 @@
 #include "engine_log.h"
 #include "exit_code.h"
 #include "files/results_file.h"
-#include "findings.h"
 #include "finite_results.h"
 #include "interrupt.h"
-#include "loose_members.h"
+#include "model/findings.h"
 #include "model_source.h"
+#include "output_paths.h"
+#include "run_window.h"
 #include "settings.h"
 #include "sparse/direct_solver.h"
 #include "summary.h"
+#include "tell_findings.h"
 #include "terminal.h"
 
 namespace qvx::app {
 namespace {
-
-constexpr std::size_t kMostDetails = 10;  // of one finding in the summary
 
 void RefuseWhatIsNotThere(const RunOptions& options)
 {
@@ -68,31 +66,29 @@ int BackendOf(const std::string& name)
     return name == "pardiso" ? 1 : name == "mumps" ? 2 : 0;
 }
 
-void SayAll(Progress& progress, const std::vector<std::string>& lines, std::string_view before)
+void SayFindings(Progress& progress, const CjxStruct& model, Severity least, const char* before)
 {
-    for (const std::string& line : lines)
-        progress.Say(std::string(before) + line);
+    for (const std::string& line : FindingLines(model, least))
+        progress.Say(before + line);
 }
 
-int Refused(Progress& progress, const Findings& findings)
+int Refused(Progress& progress, const CjxStruct& model)
 {
     progress.Say("The model is refused:");
-    SayAll(progress, findings.Lines(std::numeric_limits<std::size_t>::max()), "  ");
+    SayFindings(progress, model, Severity::Note, "  ");
     return kRefused;
 }
 
 int Stopped(Progress& progress)
 {
     progress.Say("Stopped by the user. No results are written.");
-    return kStopped;
+    return InterruptExitCode();
 }
 
 // The engine has shown the text in a message box already, unless it comes from a place that shows none.
-int Failed(Progress& progress, const RunOptions& options, const CjxStruct& model, const Findings& findings,
-           const std::string& text, bool isShown)
+int Failed(Progress& progress, const RunOptions& options, const CjxStruct& model, const std::string& text, bool isShown)
 {
-    SayAll(progress, findings.Lines(kMostDetails), "  ");
-    SayAll(progress, MembersLooseInThemselves(model), "  ");
+    SayFindings(progress, model, Severity::Note, "  ");
     progress.Say(isShown ? "The analysis failed." : "The analysis failed: " + text);
     if (!options.log.empty())
         progress.Say("Log: " + options.log);
@@ -133,16 +129,24 @@ bool HasEveryOneFailed(const CjxStruct& model)
                        [](const jxCombOutcome& outcome) { return outcome.end == CombEnd::Failed; });
 }
 
-int Analyse(const RunOptions& options, CjxStruct& model, std::vector<std::string> notes, Progress& progress,
-            const TerminalHost& host)
+// Whether the model is to be refused for what was found, beyond what the engine itself refuses.
+bool IsTooBadFor(const RunOptions& options, const CjxStruct& model)
 {
-    Findings findings;
-    RunWindow window(progress, findings);
+    return options.isStrict && HasFinding(model, Severity::Warning);
+}
+
+// Solves the model. Returns kDone, or the exit code with which the run ends.
+int Solve(const RunOptions& options, CjxStruct& model, Progress& progress, const TerminalHost& host)
+{
+    if (options.isStrict) {
+        CheckModel(model);
+        if (HasFinding(model, Severity::Warning))
+            return Refused(progress, model);
+    }
+    RunWindow window(progress);
     FactorizationWindow factorization(progress);
-    const EngineLog log(model, options.log, [&](const std::string& entry) { findings.TakeLogEntry(entry); });
     model.set_solver_wnds(&window);
     model.progressWindow = &factorization;
-    const Stopwatch stopwatch;
     int done = 0;
     try {
         done = RunAnalyses(model, options.analyses);
@@ -150,33 +154,53 @@ int Analyse(const RunOptions& options, CjxStruct& model, std::vector<std::string
         model.RestoreInputData();
         if (IsInterrupted())
             return Stopped(progress);
-        return Failed(progress, options, model, findings, ToUtf8(fault.GetText()), host.LastText() == fault.GetText());
+        return Failed(progress, options, model, ToUtf8(fault.GetText()), host.LastText() == fault.GetText());
     }
-    const double seconds = stopwatch.Seconds();
     model.clear_solver_wnds();
     model.progressWindow = nullptr;
     progress.Clear();
     if (IsInterrupted())
         return Stopped(progress);
-    if (done == 0)
-        return Refused(progress, findings);
-    if (const std::string place = UnusableResult(model); !place.empty())
-        return Failed(progress, options, model, findings, "results out of range, " + place, false);
+    if (done == 0 || IsTooBadFor(options, model))
+        return Refused(progress, model);
+    if (const std::string place = UnusableResult(model); !place.empty()) {
+        model.findings.Add(MakeFinding(FindingCode::ResultOutOfRange, FromUtf8(place)));
+        return Failed(progress, options, model, "results out of range, " + place, false);
+    }
+    return kDone;
+}
+
+int ExitCodeOf(const CjxStruct& model)
+{
+    if (HasEveryOneFailed(model))
+        return kAnalysisFailed;
+    return AreAllReliable(model) ? kDone : kNotReliable;
+}
+
+int Analyse(const RunOptions& options, CjxStruct& model, Progress& progress, const TerminalHost& host)
+{
+    EngineLog log(model, options.log);
+    const Stopwatch stopwatch;
+    if (const int ended = Solve(options, model, progress, host); ended != kDone) {
+        log.Finish();
+        return ended;
+    }
+    const double seconds = stopwatch.Seconds();
     if (!options.results.empty() && !WriteResults(options.results, model))
         return Stopped(progress);
-    const std::vector<std::string> found = findings.Lines(kMostDetails);  // the report checks the input once more
     if (!options.report.file.empty() && !WriteReport(options.report, model))
         return Stopped(progress);
-    if (!options.isQuiet)
+    log.Finish();
+    if (options.isQuiet)
+        SayFindings(progress, model, Severity::Warning, "");
+    else
         PrintSummary(stdout, model,
                      {.file = options.model,
                       .results = options.results,
                       .report = options.report.file,
                       .log = options.log,
-                      .notes = std::move(notes),
-                      .findings = found,
                       .seconds = seconds});
-    return HasEveryOneFailed(model) ? kAnalysisFailed : kDone;
+    return ExitCodeOf(model);
 }
 
 }  // namespace
@@ -185,10 +209,11 @@ int RunModel(const RunOptions& options)
 {
     RefuseWhatIsNotThere(options);
     RequireReportable(options.report);
-    Progress progress(options.isQuiet);
+    RequireDistinct(options.model, {options.results, options.report.file, options.log});
+    Progress progress(options.isVerbose ? Telling::Lines : options.isQuiet ? Telling::Nothing : Telling::Progress);
     TerminalHost host(progress, options.isInteractive, options.threads, BackendOf(options.backend));
     CjxStruct model;
-    std::vector<std::string> notes = LoadModel(options.model, model);
+    LoadModel(options.model, model);
     ApplySettings(options.settings, model);
     RequireFolderOf(options.results);
     RequireFolderOf(options.report.file);
@@ -197,7 +222,7 @@ int RunModel(const RunOptions& options)
     if (!options.backend.empty() && model.solverType != DoubleSparse)
         throw FileError("", "--backend " + options.backend, "only the sparse solver has one: add --solver sparse");
     CatchInterrupt();
-    return Analyse(options, model, std::move(notes), progress, host);
+    return Analyse(options, model, progress, host);
 }
 
 }  // namespace qvx::app

@@ -20,7 +20,9 @@ struct RunOptions
     std::vector<std::string> settings;  ///< FIELD=VALUE
     int threads = 0;
     bool isInteractive = false;
-    bool isQuiet = false;
+    bool isQuiet = false;    ///< findings of severity warning and error only
+    bool isVerbose = false;  ///< the engine's lines too
+    bool isStrict = false;   ///< warnings refuse the model
 };
 
 /// Analyses a model and writes what was asked for. Returns the exit code.

@@ -3,18 +3,18 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <set>
 
 #include <fmt/format.h>
 
 #include "design_summary.h"
 #include "extremes.h"
 #include "load_balance.h"
-#include "loose_members.h"
 #include "model/find_record.h"
 #include "model/setting_names.h"
 #include "model/units.h"
 #include "platform/process_memory.h"
+#include "platform/visible_text.h"
+#include "tell_findings.h"
 
 namespace qvx::app {
 namespace {
@@ -58,8 +58,9 @@ std::string SizeOf(const CjxStruct& m)
 
 void PrintHead(std::FILE* out, const CjxStruct& model, const SummaryFacts& facts)
 {
-    const std::string name = ToUtf8(model.modelName.Text());
-    fmt::print(out, "{}\n\n", name.empty() ? facts.file : fmt::format("{}  ({})", name, facts.file));
+    const std::string name = ToUtf8(VisibleText(model.modelName.Text()));
+    const std::string file = VisibleText(facts.file);
+    fmt::print(out, "{}\n\n", name.empty() ? file : fmt::format("{}  ({})", name, file));
     Row(out, "model", "{}", kModelTypeNames[std::clamp(model.modelType, 0, 7)]);
     Row(out, "size", "{}", SizeOf(model));
     Row(out, "loads", "{}, {}", Counted(model.loadCases.size(), "load case", "load cases"),
@@ -131,12 +132,10 @@ void PrintCombination(std::FILE* out, const CjxStruct& model, std::size_t comb)
     static const jxCombOutcome kNotSolved;
     const jxLoadComb& combination = model.loadCombs[comb];
     const jxCombOutcome& outcome = comb < model.combOutcomes.size() ? model.combOutcomes[comb] : kNotSolved;
-    fmt::print(out, "\nCombination {} \"{}\": {}\n", comb + 1, ToUtf8(combination.label), CourseOf(outcome));
-    if (outcome.bBuckled)
-        fmt::print(out, "  BUCKLED: a pivot was not positive; these values are no ordinary result\n");
-    for (const jxCaseFactor& term : combination.cases)
-        if (model.FindLoadCase(term.label) < 0)
-            fmt::print(out, "  no load case is named \"{}\": this term gives no load\n", ToUtf8(term.label));
+    fmt::print(out, "\nCombination {} \"{}\": {}\n", comb + 1, ToUtf8(VisibleText(combination.label)),
+               CourseOf(outcome));
+    if (!IsReliable(model, comb))
+        fmt::print(out, "  NOT TO BE RELIED ON: see the findings about this combination\n");
     if (comb >= model.combResults.size() || model.combResults[comb].displacements.empty())
         return;
     PrintBalance(out, model, comb);
@@ -154,83 +153,12 @@ void PrintList(std::FILE* out, const char* heading, const std::vector<std::strin
         fmt::print(out, "  {}\n", line);
 }
 
-template <class Load, class Element>
-std::size_t CountOrphans(const std::vector<Load>& loads, const std::vector<Element>& elements)
-{
-    return static_cast<std::size_t>(std::count_if(
-        loads.begin(), loads.end(), [&](const Load& load) { return FindOrNull(elements, load.id) == nullptr; }));
-}
-
-// Loads and releases that belong to nothing have no effect; nobody should have to find that out alone.
-std::vector<std::string> LooseRecords(const CjxStruct& m)
-{
-    std::size_t onMembers = 0;
-    std::size_t onShells = 0;
-    std::size_t onBricks = 0;
-    std::size_t areaLoads = 0;
-    for (const jxCaseLoad& c : m.caseLoads) {
-        onMembers += CountOrphans(c.ptLoads, m.beams) + CountOrphans(c.lnLoads, m.beams) +
-                     CountOrphans(c.bmThermalLoads, m.beams);
-        onShells += CountOrphans(c.shell4SurfaceLoads, m.shell4s) + CountOrphans(c.shell4ThermalLoads, m.shell4s);
-        onBricks += CountOrphans(c.brickThermalLoads, m.bricks);
-        areaLoads += c.areaLoads.size();
-    }
-    std::vector<std::string> lines;
-    const auto add = [&](std::size_t count, const char* what) {
-        if (count > 0)
-            lines.push_back(fmt::format("{} {}", count, what));
-    };
-    add(onMembers, "loads act on members that are not in the model");
-    add(onShells, "loads act on shells that are not in the model");
-    add(onBricks, "loads act on bricks that are not in the model");
-    add(CountOrphans(m.releases, m.beams), "releases belong to members that are not in the model");
-    add(areaLoads, "area loads are not converted to member loads: they take no part in the analysis");
-    add(m.shell3s.size(), "three-node shells take no part in the analysis");
-    return lines;
-}
-
-// The links of a diaphragm whose nodes stand off its plane, which the merge tolerance allows, run across it: they hold
-// their nodes out of the plane too. Nodes within the rounding of their coordinates count as in the plane.
-std::vector<std::string> DiaphragmsOffPlane(const CjxStruct& m)
-{
-    constexpr double kRelativeTolerance = 5e-7;
-    std::size_t count = 0;
-    double largest = 0;
-    const jxLink* steepest = nullptr;
-    for (const jxLink& link : m.links) {
-        const jxNd* start = FindOrNull(m.nodes, link.node1);
-        const jxNd* end = FindOrNull(m.nodes, link.node2);
-        if (start == nullptr || end == nullptr)
-            continue;
-        const jxPoint along = end->Point() - start->Point();
-        const double offset = std::fabs(dot(along, link.normal));
-        if (offset <= kRelativeTolerance * std::sqrt(dot(along, along)))
-            continue;
-        ++count;
-        if (offset > largest) {
-            largest = offset;
-            steepest = &link;
-        }
-    }
-    if (steepest == nullptr)
-        return {};
-    return {fmt::format(
-        "nodes lie off the plane of their rigid diaphragm, up to {:g} {} (nodes {} and {}); links that hold "
-        "them out of the plane too: {}",
-        largest, Unit(m, kLength), steepest->node1, steepest->node2, count)};
-}
-
 }  // namespace
 
 void PrintSummary(std::FILE* out, const CjxStruct& model, const SummaryFacts& facts)
 {
     PrintHead(out, model, facts);
-    std::vector<std::string> notes = facts.notes;
-    for (const std::vector<std::string>& more :
-         {LooseRecords(model), MembersLooseInThemselves(model), DiaphragmsOffPlane(model)})
-        notes.insert(notes.end(), more.begin(), more.end());
-    PrintList(out, "Notes", notes);
-    PrintList(out, "Findings of the input check and of the run", facts.findings);
+    PrintList(out, "Findings", FindingLines(model, Severity::Note));
     for (std::size_t comb = 0; comb < model.loadCombs.size(); ++comb)
         PrintCombination(out, model, comb);
     PrintConcreteDesign(out, model);

@@ -7,6 +7,7 @@
 #include <unistd.h>
 
 #include "interrupt.h"
+#include "platform/visible_text.h"
 
 namespace qvx::app {
 namespace {
@@ -21,11 +22,6 @@ std::string Joined(const std::string& text, const std::string& status)
     return status == "..." ? text + " ..." : text + " - " + status;
 }
 
-bool IsWorthKeeping(const std::string& status)
-{
-    return status == "WARNING" || status == "NOT OK" || status == "NOT SURE" || status == "ERROR";
-}
-
 }  // namespace
 
 bool IsTerminal(std::FILE* stream)
@@ -33,7 +29,10 @@ bool IsTerminal(std::FILE* stream)
     return isatty(fileno(stream)) != 0;
 }
 
-Progress::Progress(bool isQuiet) : isQuiet_(isQuiet), isTerminal_(IsTerminal(stderr)) {}
+Progress::Progress(Telling telling)
+    : telling_(telling == Telling::Progress && !IsTerminal(stderr) ? Telling::Nothing : telling)
+{
+}
 
 Progress::~Progress()
 {
@@ -42,14 +41,10 @@ Progress::~Progress()
 
 void Progress::ShowStep(const std::string& text, const std::string& status)
 {
-    if (isQuiet_)
-        return;
-    if (!isTerminal_) {
-        fmt::print(stderr, "{}\n", Joined(text, status));
-        return;
-    }
-    if (IsWorthKeeping(status))
+    if (telling_ == Telling::Lines)
         Say(Joined(text, status));
+    if (telling_ != Telling::Progress)
+        return;
     step_ = text;
     status_.clear();
     Draw(status != "OK");
@@ -58,14 +53,18 @@ void Progress::ShowStep(const std::string& text, const std::string& status)
 void Progress::ShowStatus(const std::string& text)
 {
     status_ = text;
-    if (!isQuiet_ && isTerminal_ && !step_.empty())
+    if (telling_ == Telling::Progress && !step_.empty())
         Draw(false);
 }
 
 void Progress::Say(const std::string& line)
 {
     Clear();
-    fmt::print(stderr, "{}\n", line);
+    for (std::size_t first = 0; first <= line.size();) {  // the line breaks of a message are meant
+        const std::size_t last = std::min(line.find('\n', first), line.size());
+        fmt::print(stderr, "{}\n", VisibleText(std::string_view(line).substr(first, last - first)));
+        first = last + 1;
+    }
 }
 
 void Progress::Clear()
@@ -84,9 +83,7 @@ void Progress::Draw(bool isDue)
     if (!isDue && now - drawnAt_ < kDrawInterval)
         return;
     drawnAt_ = now;
-    std::string line = status_.empty() ? step_ : step_ + "  " + status_;
-    std::replace_if(
-        line.begin(), line.end(), [](unsigned char c) { return c < 0x20; }, ' ');
+    std::string line = VisibleText(status_.empty() ? step_ : step_ + "  " + status_);
     if (line.size() > kLineWidth)
         line.resize(kLineWidth);
     fmt::print(stderr, "\r\x1b[K{}", line);

@@ -11,12 +11,18 @@ namespace qvx::app {
 /// Width that a terminal line may fill, and whether the stream is one.
 bool IsTerminal(std::FILE* stream);
 
-/// What a run shows while it goes on, on the error stream. On a terminal: one line with percent and the running step,
-/// written over again and again; warnings and errors stay. With output redirected: the engine's lines as they come.
+/// How much a run tells while it goes on.
+enum class Telling {
+    Nothing,   ///< no progress
+    Progress,  ///< on a terminal one line with percent and the running step, written over again and again
+    Lines,     ///< the engine's lines as they come
+};
+
+/// What a run shows while it goes on, on the error stream.
 class Progress
 {
 public:
-    explicit Progress(bool isQuiet);
+    explicit Progress(Telling telling);
     ~Progress();
     Progress(const Progress&) = delete;
     Progress& operator=(const Progress&) = delete;
@@ -33,8 +39,7 @@ public:
 private:
     void Draw(bool isDue);
 
-    bool isQuiet_;
-    bool isTerminal_;
+    Telling telling_;
     bool isDrawn_ = false;
     std::string step_;
     std::string status_;

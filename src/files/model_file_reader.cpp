@@ -4,11 +4,14 @@
 #include <iterator>
 #include <map>
 #include <system_error>
+#include <type_traits>
 
 #include "files/model_file.h"
 #include "files/model_references.h"
+#include "files/reader_findings.h"
 #include "files/record_reader.h"
 #include "model/struct_fields.h"
+#include "model/unit_systems.h"
 #include "model/units.h"
 
 namespace qvx {
@@ -32,11 +35,28 @@ std::string Utf8(const std::filesystem::path& path)
     return {text.begin(), text.end()};
 }
 
-// Units of the quantities named by their labels; a quantity takes only units of its own family.
+void ReadSystem(const Json& value, const JsonPath& path, jxUnit& units)
+{
+    std::wstring name;
+    ReadValue(value, path, {}, name);
+    const auto system = UnitsOfSystem(name);
+    if (!system)
+        throw JsonFault(path, "\"" + ToUtf8(name) + "\" is not a system of units");
+    std::copy(std::begin(system->unit), std::end(system->unit), units.unit);
+}
+
+// The name of a system, or units of the quantities named by their labels, which stand over those of a system named
+// beside them. A quantity takes only units of its own family.
 void ReadUnits(const Json& value, const JsonPath& path, jxUnit& units)
 {
+    if (value.is_string())
+        return ReadSystem(value, path, units);
     ExpectObject(value, path);
+    if (value.contains("system"))
+        ReadSystem(value["system"], path.Member("system"), units);
     for (const auto& [key, member] : value.get_ref<const Json::object_t&>()) {
+        if (key == "system")
+            continue;
         const JsonPath place = path.Member(key);
         const auto quantity = FindQuantity(FromUtf8(key));
         if (!quantity)
@@ -103,7 +123,11 @@ public:
     {
         values_["format"] = ReadFormatName;
         values_["version"] = ReadVersion;
-        values_["units"] = [this](const Json& value, const JsonPath& path) { ReadUnits(value, path, model_.units); };
+        values_["units"] = [this](const Json& value, const JsonPath& path) {
+            ReadUnits(value, path, model_.units);
+            if (value.is_object())
+                FindUnitsLeftOut(value, model_);
+        };
         values_["formats"] = [this](const Json& value, const JsonPath& path) {
             ReadFormats(value, path, model_.units);
         };
@@ -157,6 +181,8 @@ private:
     {
         elements_[std::string(list.key)] = [this, list](const Json& value, const JsonPath& path) {
             ReadValue(value, path, ValueRule{}, (model_.*list.member).emplace_back());
+            if constexpr (std::is_same_v<typename List::Element, jxCaseLoad>)
+                FindValuesLeftOut(value, path, model_);
         };
     }
 
@@ -196,6 +222,7 @@ void ReadFresh(std::string_view text, CjxStruct& fresh)
     ParseJsonObject(text, receiver);
     receiver.Finish();
     PairLoadsWithCases(fresh);
+    AddMissingCombinations(fresh);
     CheckModelReferences(fresh);
     SortLists(fresh, kModelLists);
     for (jxCaseLoad& loads : fresh.caseLoads)
@@ -213,6 +240,7 @@ void ReadNamedText(std::string_view fileName, std::string_view text, CjxStruct& 
     fresh.documentPath = model.documentPath;
     model.copy_input(fresh);
     model.ClearResult();
+    model.findings = fresh.findings;
 }
 
 std::string ReadBytes(const std::filesystem::path& path)

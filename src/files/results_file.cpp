@@ -5,6 +5,7 @@
 #include <type_traits>
 #include <utility>
 
+#include "files/finding_list.h"
 #include "files/json_output.h"
 #include "files/json_writer.h"
 #include "files/record_writer.h"
@@ -73,6 +74,7 @@ void WriteCombinations(JsonWriter& out, const CjxStruct& model)
         CombinationSummary summary = Summarize(model.loadCombs[i].label, outcome, result);
         if (summary.isSolved && !result.beamCurves.empty())
             summary.beamStresses = model.GetBeamStresses(static_cast<int>(i));
+        summary.isReliable = IsReliable(model, i);
         WriteCombination(out, summary, result);
     }
     out.EndArray();
@@ -101,6 +103,8 @@ void WriteResults(JsonWriter& out, const CjxStruct& model)
     WriteCombinations(out, model);
     WriteModal(out, model);
     WriteMembers(out, model, model, kResultLists);
+    out.Key("findings");
+    WriteFindings(out, model.findings);
     out.EndObject();
     out.Finish();
 }

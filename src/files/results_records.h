@@ -20,6 +20,7 @@ struct CombinationSummary
     int iterations = 0;
     bool isBuckled = false;
     std::wstring failure;
+    bool isReliable = true;  ///< as far as the findings know
     std::vector<jxBmStress> beamStresses;
 };
 
@@ -37,7 +38,8 @@ inline constexpr auto kCombinationFields = std::tuple_cat(
         Always("course", &CombinationSummary::course, "linear, converged, stopped at maximum iterations, no load, failed, not solved"),
         Always("iterations", &CombinationSummary::iterations, "factorisations made for this combination alone"),
         Always("buckled", &CombinationSummary::isBuckled, "a pivot was not positive: the state is past buckling, no ordinary result"),
-        WhenUnusual("failure", &CombinationSummary::failure, "reason, where it failed")),
+        WhenUnusual("failure", &CombinationSummary::failure, "reason, where it failed"),
+        WhenUnusual("reliable", &CombinationSummary::isReliable, "false when it is not to be relied on; the findings tell why")),
     kNodeAndMemberFamilies,
     RecordFields(Always("beamStresses", &CombinationSummary::beamStresses, "normal stresses along members")),
     kElementFamilies);

@@ -24,6 +24,7 @@ void CjxStruct::ClearStaticResult()
     assert(combResults.size() == loadCombs.size() && !HasStaticSolution());
     combOutcomes.clear();
     digitsLost = 0;
+    findings.Drop(qvx::FindingStage::Run);
     concreteEnvelope.clear();
     woodArmer.clear();
     modalResult.clear();

@@ -1,33 +1,67 @@
 #include "model/input_check.h"
 
+#include <algorithm>
 #include <cassert>
 #include <cstdarg>
+#include <cwchar>
 
 #include "platform/host_services.h"
 
 namespace qvx {
 
-void InputCheck::Warn(const wchar_t* text)
+namespace {
+
+// A question as a statement in one line: without its last sentence, since it is told whatever the answer.
+std::wstring Statement(std::wstring question)
+{
+    if (const std::size_t asked = question.find(L"\nDo you want"); asked != std::wstring::npos)
+        question.erase(asked);
+    std::replace(question.begin(), question.end(), L'\n', L' ');
+    return question;
+}
+
+}  // namespace
+
+void InputCheck::Find(FindingCode code, std::wstring text)
+{
+    Finding finding = MakeFinding(code, std::move(text));
+    finding.combination = pending_.combination;
+    finding.count = pending_.count;
+    finding.records = std::move(pending_.records);
+    finding.field = std::move(pending_.field);
+    pending_ = {};
+    model.findings.Add(std::move(finding));
+}
+
+void InputCheck::WarnOnly(const wchar_t* text)
 {
     model.list_msg(text, L"WARNING");
     model.LogLine(text);
 }
 
-void InputCheck::Refuse(const wchar_t* text, const wchar_t* logText)
+void InputCheck::Warn(FindingCode code, const wchar_t* text)
 {
-    RefuseLogged(text);
-    model.LogLine(logText == nullptr ? text : logText);
+    WarnOnly(text);
+    Find(code, text);
 }
 
-void InputCheck::RefuseLogged(const wchar_t* text)
+void InputCheck::Refuse(FindingCode code, const wchar_t* text, const wchar_t* logText)
+{
+    RefuseOnly(text);
+    model.LogLine(logText == nullptr ? text : logText);
+    Find(code, text);
+}
+
+void InputCheck::RefuseOnly(const wchar_t* text)
 {
     model.list_msg(text, L"NOT OK");
     result = 0;
 }
 
-void InputCheck::List(const wchar_t* text)
+void InputCheck::List(FindingCode code, const wchar_t* text)
 {
     model.list_msg(text, L"...");
+    Find(code, Statement(text));
 }
 
 bool InputCheck::Ask(const wchar_t* text) const
@@ -39,8 +73,22 @@ bool InputCheck::Ask(const wchar_t* text) const
 
 void InputCheck::AskOrRefuse(const wchar_t* text)
 {
-    if (!Ask(text))
-        result = 0;
+    if (Ask(text))
+        return;
+    result = 0;
+    Find(FindingCode::AnsweredNo, Statement(text));
+}
+
+FindingOfMany::FindingOfMany(InputCheck& check, FindingCode code, std::string field)
+    : check_(check), finding_(MakeFinding(code, {}))
+{
+    finding_.field = std::move(field);
+}
+
+FindingOfMany::~FindingOfMany()
+{
+    if (finding_.count > 0)
+        check_.model.findings.Add(std::move(finding_));
 }
 
 void InputCheck::Log(const wchar_t* format, ...)
@@ -54,12 +102,24 @@ void InputCheck::Log(const wchar_t* format, ...)
     model.LogLine(text);
 }
 
+namespace {
+
+// "Member" begins a line of the log, "member" names the kind of a record.
+const wchar_t* KindOf(const wchar_t* element)
+{
+    return std::wcscmp(element, L"Member") == 0 ? L"member" : L"shell";
+}
+
+}  // namespace
+
 bool CheckStiffnessFactors(InputCheck& check, const wchar_t* element, int id, const std::vector<double>& factors)
 {
     bool isValid = true;
     for (const double factor : factors) {
         if (!(factor > 0)) {  // a factor that is no number is invalid too
             check.Log(L"%s %d invalid stiffness modification factor: %g", element, id, factor);
+            if (isValid)
+                check.About(KindOf(element), id);
             isValid = false;
         }
         check.isUsingFactors |= factor != 1.0;
@@ -73,6 +133,7 @@ bool CheckCracking(InputCheck& check, const wchar_t* element, int id, double cra
     if (cracking > 0 && cracking <= 1)
         return true;
     check.Log(L"%s %d invalid cracking factor: %g", element, id, cracking);
+    check.About(KindOf(element), id);
     return false;
 }
 
@@ -96,6 +157,7 @@ void LengthRange::Add(double length, int id)
 int CjxStruct::CheckInputData(int mode, bool bSilent)
 {
     assert(mode == qvx::kStaticCheck || mode == qvx::kFrequencyCheck);
+    findings.Drop(qvx::FindingStage::Check);
     qvx::InputCheck check(*this, mode, bSilent);
     qvx::LimitSettings(check);
     qvx::CheckMassCombination(check);
@@ -114,9 +176,16 @@ int CjxStruct::CheckInputData(int mode, bool bSilent)
     try {
         CreateDiaphragmLinks();
     } catch (const jxException& fault) {  // a diaphragm that cannot be: bad input like any other
-        check.Refuse(fault.GetText());
+        check.Refuse(qvx::FindingCode::DiaphragmInvalid, fault.GetText());
     }
     qvx::CheckLinksAgainstSolver(check);
+    qvx::CheckElementShapes(check);
+    qvx::CheckCombinations(check);
+    qvx::CheckLoadValues(check);
+    qvx::CheckIdleRecords(check);
+    qvx::CheckReleases(check);
+    qvx::CheckDiaphragmPlanes(check);
+    FindInElements(check);
     assert(linearCombCount >= 0 && linearCombCount <= static_cast<int>(loadCombs.size()));
     return check.result;
 }

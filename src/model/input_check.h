@@ -1,9 +1,11 @@
 #pragma once
 
 #include <limits>
+#include <string>
+#include <utility>
 #include <vector>
 
-#include "model/jx_struct.h"
+#include "model/findings.h"
 
 namespace qvx {
 
@@ -19,18 +21,30 @@ public:
 
     /// Log line ahead of a block of checks.
     void Heading(const wchar_t* text) { model.LogLine(text); }
-    /// List line with status "WARNING", and a log line.
-    void Warn(const wchar_t* text);
-    /// List line with status "NOT OK", a log line (its own text when none is given), result 0.
-    void Refuse(const wchar_t* text, const wchar_t* logText = nullptr);
-    /// List line with status "NOT OK" whose log line was written before; result 0.
-    void RefuseLogged(const wchar_t* text);
-    /// List line with status "...", for a finding on which the user is asked.
-    void List(const wchar_t* text);
+    /// The next finding is about this record; it may be about several.
+    void About(const wchar_t* kind, int id) { pending_.About(kind, id); }
+    /// The next finding is about this value of the model file.
+    void AboutField(std::string path) { pending_.field = std::move(path); }
+    /// The next finding is about the load combination of this index.
+    void AboutCombination(std::size_t index) { pending_.combination = static_cast<int>(index); }
+    /// Finding without a message of its own.
+    void Find(FindingCode code, std::wstring text);
+    /// List line with status "WARNING" and a log line, without a finding.
+    void WarnOnly(const wchar_t* text);
+    /// The same, and a finding.
+    void Warn(FindingCode code, const wchar_t* text);
+    /// List line with status "NOT OK", a log line (its own text when none is given), a finding, result 0.
+    void Refuse(FindingCode code, const wchar_t* text, const wchar_t* logText = nullptr);
+    /// List line with status "NOT OK" whose log line and findings stand already; result 0.
+    void RefuseOnly(const wchar_t* text);
+    /// List line with status "..." and a finding on which the user is asked.
+    void List(FindingCode code, const wchar_t* text);
     /// Message box with Yes and No; true for Yes.
     bool Ask(const wchar_t* text) const;
-    /// Question whose No refuses the model without a further message.
+    /// Question whose No refuses the model; that is a finding, without a further message.
     void AskOrRefuse(const wchar_t* text);
+    /// The No to a question: list line with status "NOT OK", a log line, a finding, result 0.
+    void RefuseAnswer(const wchar_t* text) { Refuse(FindingCode::AnsweredNo, text); }
     /// Formatted log line.
     void Log(const wchar_t* format, ...);
 
@@ -39,6 +53,9 @@ public:
     const bool isSilent;          ///< leaves the length variation questions out
     int result = 1;               ///< 1 when the model may be solved
     bool isUsingFactors = false;  ///< an element has a cracking or stiffness factor other than 1
+
+private:
+    Finding pending_;  ///< what the next finding is about
 };
 
 enum CheckMode : int { kStaticCheck = 0, kFrequencyCheck = 1 };
@@ -58,7 +75,38 @@ void CheckShells(InputCheck& check);              ///< input_check_shells.cpp
 void CheckLoads(InputCheck& check);               ///< input_check_loads.cpp
 void DeriveNonlinearity(InputCheck& check);       ///< input_check_loads.cpp
 void CheckDiaphragms(InputCheck& check);          ///< input_check_loads.cpp
+void CheckElementShapes(InputCheck& check);       ///< input_check_geometry.cpp
 void CheckLinksAgainstSolver(InputCheck& check);  ///< input_check_loads.cpp
+
+// What a model that may be solved says and its author hardly means; findings without messages of their own.
+void CheckCombinations(InputCheck& check);     ///< input_check_terms.cpp
+void CheckLoadValues(InputCheck& check);       ///< input_check_load_values.cpp
+void CheckIdleRecords(InputCheck& check);      ///< input_check_idle.cpp
+void CheckReleases(InputCheck& check);         ///< input_check_releases.cpp
+void CheckDiaphragmPlanes(InputCheck& check);  ///< input_check_idle.cpp
+
+/// One finding about many records, told when it goes out of scope. The first record gives the text.
+class FindingOfMany
+{
+public:
+    FindingOfMany(InputCheck& check, FindingCode code, std::string field = {});
+    ~FindingOfMany();
+    FindingOfMany(const FindingOfMany&) = delete;
+    FindingOfMany& operator=(const FindingOfMany&) = delete;
+
+    /// @param text  makes the text; called for the first record only
+    template <class Text>
+    void Add(const wchar_t* kind, int id, Text&& text)
+    {
+        if (finding_.count == 0)
+            finding_.text = text();
+        finding_.About(kind, id);
+    }
+
+private:
+    InputCheck& check_;
+    Finding finding_;
+};
 
 /// Logs every factor of an element that is not above 0, marks the check as using factors for every one that is not 1.
 /// @return whether all factors are valid

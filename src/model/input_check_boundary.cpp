@@ -22,10 +22,11 @@ void CheckForcedDisplacements(InputCheck& check)
         if (std::all_of(std::begin(s.value), std::end(s.value), [](double v) { return v == 0; }))
             continue;
         check.Log(L"Support %d: forced displacements ignored in frequency analysis", s.id);
+        check.About(L"support", s.id);
         isAnyForced = true;
     }
     if (isAnyForced)
-        check.Warn(L"Forced displacements are ignored in frequency analysis");
+        check.Warn(FindingCode::ForcedDisplacementIgnored, L"Forced displacements are ignored in frequency analysis");
 }
 
 }  // namespace
@@ -37,14 +38,22 @@ void CheckBoundaryConditions(InputCheck& check)
     if (!HasBoundaryConditions(m)) {
         constexpr const wchar_t* kNone = L"No boundary conditions defined";
         check.Log(kNone);
-        if (m.multiDofConstraints.empty())
-            check.RefuseLogged(kNone);
+        if (m.multiDofConstraints.empty()) {
+            check.RefuseOnly(kNone);
+            check.Find(FindingCode::NoBoundaryConditions, kNone);
+        }
     }
     if (check.mode == kFrequencyCheck)
         CheckForcedDisplacements(check);
     if (const CString fault = checkMultiDofConstraints(m.multiDofConstraints, m.nodes); !fault.IsEmpty()) {
         check.model.LogLine(fault);
-        check.RefuseLogged(L"Invalid Multi-DOF constraint found");
+        check.RefuseOnly(L"Invalid Multi-DOF constraint found");
+        for (const jxMultiDofConstraint& c : m.multiDofConstraints)
+            if (!checkMultiDofConstraints({c}, m.nodes).IsEmpty())
+                check.About(L"constraint", c.id);
+        const std::wstring& text = fault.Text();
+        check.Find(FindingCode::ConstraintInvalid,
+                   L"Invalid Multi-DOF constraint found: " + text.substr(0, text.find(L'\n')));
     }
 }
 

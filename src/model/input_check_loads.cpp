@@ -33,11 +33,11 @@ void CheckIterationLimit(InputCheck& check)
         return;
     const bool isAccepted = check.Ask(L"The maximum nonlinear iterations is less than 2.\n"
                                       L"The solution may not converge.\nDo you want to continue?");
-    check.List(L"Maximum nonlinear iterations is less than 2.");
+    check.List(FindingCode::TooFewIterations, L"Maximum nonlinear iterations is less than 2.");
     check.Log(L"The model contains nonlinear load combinations or elements. However, the maximum nonlinear iterations "
               L"is less than 2. The solution may not be converged.");
     if (!isAccepted)
-        check.Refuse(L"Too few the maximum nonlinear iterations");
+        check.RefuseAnswer(L"Too few the maximum nonlinear iterations");
 }
 
 }  // namespace
@@ -51,10 +51,11 @@ void CheckLoads(InputCheck& check)
             if (load.distance1 < load.distance2)
                 continue;  // a load the wrong way round has no length either, and is left out by the loads of members
             check.Log(L"Member %d: zero line load length", load.id);
+            check.About(L"member", load.id);
             isAnyInvalid = true;
         }
     if (isAnyInvalid)
-        check.Warn(L"Invalid line load(s) encountered.");
+        check.Warn(FindingCode::LineLoadNoLength, L"Invalid line load(s) encountered.");
 }
 
 void DeriveNonlinearity(InputCheck& check)
@@ -64,7 +65,7 @@ void DeriveNonlinearity(InputCheck& check)
     if (m.bNonlinear != 0)
         check.Log(L"nonlinear elements are detected in the model.");
     if (m.loadCombs.empty())
-        check.Refuse(L"No load combinations found", L"No valid combination defined.");
+        check.Refuse(FindingCode::NoCombination, L"No load combinations found", L"No valid combination defined.");
     const auto nLinear =
         std::count_if(m.loadCombs.begin(), m.loadCombs.end(), [](const jxLoadComb& c) { return c.bPDelta == 0; });
     assert(nLinear <= static_cast<std::ptrdiff_t>(m.loadCombs.size()));
@@ -78,7 +79,7 @@ void CheckDiaphragms(InputCheck& check)
     const CjxStruct& m = check.model;
     if (m.diaphragms.empty() || m.bRigidDiaphragms == 0 || m.diaphragmStiffnessFactor >= 1000.0)
         return;
-    check.Warn(L"Diaphragm stiffness factor is not large enough.");
+    check.Warn(FindingCode::DiaphragmSoft, L"Diaphragm stiffness factor is not large enough.");
 }
 
 void CheckLinksAgainstSolver(InputCheck& check)
@@ -89,7 +90,8 @@ void CheckLinksAgainstSolver(InputCheck& check)
     // Links are stiffer than what they join by the factor of the diaphragms: that many digits a double solver loses.
     check.AskOrRefuse(L"The model contains rigid diaphragms. The quad-precision solver is recommended (from Run | "
                       L"Analysis Options).\nDo you want to continue the solution?");
-    check.Warn(L"Quad-precision solver is recommended for the model containing rigid diaphragms");
+    check.Warn(FindingCode::QuadRecommended,
+               L"Quad-precision solver is recommended for the model containing rigid diaphragms");
 }
 
 }  // namespace qvx

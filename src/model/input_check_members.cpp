@@ -13,23 +13,24 @@ void CheckMembers(InputCheck& check)
     for (const jxBm& b : m.beams)
         areValid &= CheckCracking(check, L"Member", b.id, b.cracking);
     if (!areValid)
-        check.Refuse(L"Invalid member cracking factors found");
+        check.Refuse(FindingCode::CrackingFactorInvalid, L"Invalid member cracking factors found");
 
     areValid = true;
     for (const jxBm& b : m.beams)
         areValid &= CheckStiffnessFactors(check, L"Member", b.id, {b.f_Iz, b.f_Iy, b.f_J, b.f_A, b.f_Ay, b.f_Az});
     if (!areValid)
-        check.Refuse(L"Invalid member stiffness modification factors found");
+        check.Refuse(FindingCode::StiffnessFactorInvalid, L"Invalid member stiffness modification factors found");
 
     areValid = true;
     for (const jxBm& b : m.beams) {
         if (b.node1 != b.node2)
             continue;
         check.Log(L"Member %d same start and end nodes", b.id);
+        check.About(L"member", b.id);
         areValid = false;
     }
     if (!areValid)
-        check.Refuse(L"Same start and end nodes are found on member(s)");
+        check.Refuse(FindingCode::MemberSameNodes, L"Same start and end nodes are found on member(s)");
 }
 
 void CheckMemberLengths(InputCheck& check)
@@ -54,9 +55,11 @@ void CheckMemberLengths(InputCheck& check)
                 L"Minimum length member no. %d. Maximum length member no. %d",
                 range.shortestId, range.longestId);
     const bool isAccepted = check.Ask(text + L"\nDo you want to continue solution process?");
-    check.List(text);
+    check.About(L"member", range.shortestId);
+    check.About(L"member", range.longestId);
+    check.List(FindingCode::MemberLengthVariation, text);
     if (!isAccepted)
-        check.Refuse(L"Excessive member length variation exists in the model.");
+        check.RefuseAnswer(L"Excessive member length variation exists in the model.");
 }
 
 }  // namespace qvx

@@ -24,10 +24,14 @@ void CheckDuplicateNodes(InputCheck& check)
         L"It is recommended that you run Edit | Merge Nodes & Elements before proceeding.\n"
         L"Do you want to continue?";
     const bool isAccepted = check.Ask(kQuestion);
-    check.List(kQuestion);
+    for (const auto& [node, other] : duplicates) {
+        check.About(L"node", node);
+        check.About(L"node", other);
+    }
+    check.List(FindingCode::DuplicateNodes, kQuestion);
     check.Log(L"%d duplicate nodes are found in the model.", static_cast<int>(duplicates.size()));
     if (!isAccepted)
-        check.Refuse(L"duplicate nodes found");
+        check.RefuseAnswer(L"duplicate nodes found");
 }
 
 /// Marks the nodes, by position, that elements and constraints hold.
@@ -82,10 +86,11 @@ void CheckOrphanedNodes(InputCheck& check)
             continue;  // a node that is held all round gives no free equation: hosts use it as a mark
         node.bSelected |= kSelected;
         check.Log(L"Node %d is an orphaned (unconnected) node", node.id);
+        check.About(L"node", node.id);
         isAnyOrphaned = true;
     }
     if (isAnyOrphaned)
-        check.Refuse(L"orphaned nodes found");
+        check.Refuse(FindingCode::OrphanedNode, L"orphaned nodes found");
 }
 
 }  // namespace
@@ -103,11 +108,14 @@ void CheckMergeableNodes(InputCheck& check)
     // A node on a member that does not end there looks connected on the screen and is not: the commonest fault of a
     // drawn model, and one that no equation shows.
     const auto found = FindNodesOnMembers(m.beams, m.nodes, m.mergeTolerance);
-    for (const auto& [member, node] : found)
+    for (const auto& [member, node] : found) {
         check.Log(L"Member %d: potential mergeable node %d", member, node);
+        check.About(L"member", member);
+        check.About(L"node", node);
+    }
     if (found.empty())
         return;
-    check.Warn(L"Mergeable nodes found on members");
+    check.Warn(FindingCode::NodeOnMember, L"Mergeable nodes found on members");
     check.AskOrRefuse(L"Mergeable nodes are found on members.\nDo you want to continue solution process?");
 }
 

@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <cassert>
+#include <string>
 
 #include "model/input_check.h"
 
@@ -31,6 +32,20 @@ bool IsInconsistentModelType(const CjxStruct& m)
     }
 }
 
+// Sets a value into its range and tells what it was.
+template <class Value>
+void Limit(InputCheck& check, const char* field, Value& value, Value least, Value most)
+{
+    const Value before = value;
+    value = std::clamp(value, least, most);
+    if (value == before)
+        return;
+    CString text;
+    text.Format(L"%S is %g and is taken as %g", field, static_cast<double>(before), static_cast<double>(value));
+    check.AboutField(std::string("settings.") + field);
+    check.Find(FindingCode::SettingLimited, text.Text());
+}
+
 }  // namespace
 
 /// The bounds of the segments are those of a byte with its sign, in which a host may keep them. A tolerance below
@@ -38,10 +53,12 @@ bool IsInconsistentModelType(const CjxStruct& m)
 void LimitSettings(InputCheck& check)
 {
     CjxStruct& m = check.model;
-    m.maxNonlinearIterations = std::clamp(m.maxNonlinearIterations, 1, 1000);
-    m.pDeltaTolerance = std::clamp(m.pDeltaTolerance, 0.001, 100.0);
-    m.modelType = std::clamp<int>(m.modelType, Frame3D, Grillage2D);
-    m.numberOfSegments = std::clamp(m.numberOfSegments, 1, 127);
+    if (m.maxNonlinearIterations == 0)
+        m.maxNonlinearIterations = 1;  // the same: one solution, no iteration
+    Limit(check, "maxNonlinearIterations", m.maxNonlinearIterations, 1, 1000);
+    Limit(check, "pDeltaTolerance", m.pDeltaTolerance, 0.001, 100.0);
+    Limit(check, "modelType", m.modelType, int{Frame3D}, int{Grillage2D});
+    Limit(check, "numberOfSegments", m.numberOfSegments, 1, 127);
     m.currentLoadCase = std::clamp(m.currentLoadCase, 0, std::max(0, static_cast<int>(m.loadCases.size()) - 1));
     assert(m.loadCases.empty() || m.currentLoadCase < static_cast<int>(m.loadCases.size()));
 }
@@ -51,7 +68,9 @@ void CheckMassCombination(InputCheck& check)
     CjxStruct& m = check.model;
     if (m.massLoadComb < static_cast<int>(m.loadCombs.size()))
         return;
-    check.Warn(L"The load combination for frequency analysis is invalid and will be reset.");
+    check.AboutField("settings.massLoadComb");
+    check.Warn(FindingCode::MassCombinationReset,
+               L"The load combination for frequency analysis is invalid and will be reset.");
     m.massLoadComb = 0;
 }
 
@@ -60,21 +79,33 @@ void CheckConsistency(InputCheck& check)
     const CjxStruct& m = check.model;
     check.Heading(L"CHECKING MODEL CONSISTENCY");
     if (IsInconsistentModelType(m)) {
-        check.Warn(L"Model type setting is inconsistent with the types of elements in the model");
+        check.AboutField("settings.modelType");
+        check.Warn(FindingCode::ModelTypeMismatch,
+                   L"Model type setting is inconsistent with the types of elements in the model");
         check.AskOrRefuse(L"Model type setting is inconsistent with the types of elements in the model.\n"
                           L"Do you want to continue solution process?");
     }
-    if (m.numberOfSegments < 20 && !m.beams.empty())
-        check.Warn(L"Member output segments less than 20 may produce inaccurate results");
+    if (m.numberOfSegments < 20 && !m.beams.empty()) {
+        check.AboutField("settings.numberOfSegments");
+        check.Warn(FindingCode::FewSegments, L"Member output segments less than 20 may produce inaccurate results");
+    }
     if (m.loadCases.empty())
-        check.Refuse(L"No load cases found");
-    if (m.selfWeightCase >= static_cast<int>(m.loadCases.size()))
-        check.Refuse(L"Self weight load case is invalid", L"Self weight load case not valid");
+        check.Refuse(FindingCode::NoLoadCase, L"No load cases found");
+    if (m.selfWeightCase >= static_cast<int>(m.loadCases.size())) {
+        check.AboutField("settings.selfWeightCase");
+        check.Refuse(FindingCode::SelfWeightCaseMissing, L"Self weight load case is invalid",
+                     L"Self weight load case not valid");
+    }
     if (m.selfWeightFactor == 0)
-        check.Warn(L"The model does not contain self weight load");
+        check.Warn(FindingCode::NoSelfWeight, L"The model does not contain self weight load");
+    constexpr const wchar_t* kGravity = L"Gravity direction is not parallel to vertical axis";
     const int verticalAxis = m.bZVertical != 0 ? kZ : kY;
-    if (m.selfWeightDir != verticalAxis)
-        check.Warn(L"Gravity direction is not parallel to vertical axis");
+    if (m.selfWeightDir == verticalAxis)
+        return;
+    if (m.selfWeightFactor == 0)  // nothing acts along it
+        return check.WarnOnly(kGravity);
+    check.AboutField("settings.selfWeightDir");
+    check.Warn(FindingCode::GravityNotVertical, kGravity);
 }
 
 }  // namespace qvx

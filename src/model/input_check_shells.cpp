@@ -2,6 +2,8 @@
 #include <cassert>
 #include <iterator>
 #include <set>
+#include <string>
+#include <vector>
 
 #include "model/find_record.h"
 #include "model/input_check.h"
@@ -34,9 +36,11 @@ void CheckEdgeLengths(InputCheck& check, const LengthRange& range)
                 L"Minimum length shell no. %d, Maximum length shell no. %d.",
                 range.shortestId, range.longestId);
     const bool isAccepted = check.Ask(text + L"\nDo you want to continue solution process?");
-    check.List(text);
+    check.About(L"shell", range.shortestId);
+    check.About(L"shell", range.longestId);
+    check.List(FindingCode::ShellLengthVariation, text);
     if (!isAccepted)
-        check.Refuse(L"Excessive shell length variation exists in the model.");
+        check.RefuseAnswer(L"Excessive shell length variation exists in the model.");
 }
 
 void CheckFactorsAgainstOption(InputCheck& check)
@@ -49,6 +53,7 @@ void CheckFactorsAgainstOption(InputCheck& check)
         L"However, the \"Apply stiffness modification factors and cracking factors\" analysis option is not set.";
     check.model.list_msg(kFactors, L"");
     check.model.list_msg(kOption, L"WARNING");
+    check.Find(FindingCode::FactorsNotApplied, std::wstring(kFactors) + L" " + kOption);
     check.AskOrRefuse(CString(kFactors) + L" " + kOption + L"\n\nDo you want to continue?");
 }
 
@@ -60,10 +65,11 @@ void CheckRepeatedNodes(InputCheck& check)
         if (distinct.size() == std::size(s.node))
             continue;
         check.Log(L"Shell %d same nodes", s.id);
+        check.About(L"shell", s.id);
         isAnyRepeated = true;
     }
     if (isAnyRepeated)
-        check.Warn(L"Same nodes are found on shell(s)");
+        check.Warn(FindingCode::ShellSameNodes, L"Same nodes are found on shell(s)");
 }
 
 }  // namespace
@@ -72,21 +78,24 @@ void CheckShellGeometry(InputCheck& check)
 {
     const CjxStruct& m = check.model;
     LengthRange range;
-    bool isAnyPoor = false;
+    std::vector<int> poor;
     for (const jxShell4& s : m.shell4s) {
         QuadCorners p;
         if (!GetCorners(m, s, p))
             continue;
         if (!IsConvexQuad(p, s.angle)) {
             check.Log(L"poor element shape for shell %d", s.id);
-            isAnyPoor = true;
+            poor.push_back(s.id);
         }
         for (std::size_t i = 0; i < p.size(); ++i)
             range.Add(calc_distance(p[i], p[(i + 1) % p.size()]), s.id);
     }
     CheckEdgeLengths(check, range);
-    if (isAnyPoor)
-        check.Warn(L"Shells with poor element shapes found.");
+    if (poor.empty())
+        return;
+    for (const int id : poor)
+        check.About(L"shell", id);
+    check.Warn(FindingCode::PoorShellShape, L"Shells with poor element shapes found.");
 }
 
 void CheckShells(InputCheck& check)
@@ -97,14 +106,14 @@ void CheckShells(InputCheck& check)
     for (const jxShell4& s : m.shell4s)
         areValid &= CheckCracking(check, L"Shell", s.id, s.cracking);
     if (!areValid)
-        check.Refuse(L"Invalid shell cracking factors found");
+        check.Refuse(FindingCode::CrackingFactorInvalid, L"Invalid shell cracking factors found");
 
     areValid = true;
     for (const jxShell4& s : m.shell4s)
         areValid &= CheckStiffnessFactors(check, L"Shell", s.id,
                                           {s.f_Fxx, s.f_Fyy, s.f_Fxy, s.f_Mxx, s.f_Myy, s.f_Mxy, s.f_Vxx, s.f_Vyy});
     if (!areValid)
-        check.Refuse(L"Invalid shell stiffness modification factors found");
+        check.Refuse(FindingCode::StiffnessFactorInvalid, L"Invalid shell stiffness modification factors found");
 
     CheckFactorsAgainstOption(check);
     CheckRepeatedNodes(check);

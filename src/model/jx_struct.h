@@ -10,6 +10,7 @@
 #include "model/records/design_result.h"
 #include "model/records/element.h"
 #include "model/records/envelope.h"
+#include "model/records/finding.h"
 #include "model/records/host_data.h"
 #include "model/records/load.h"
 #include "model/records/node.h"
@@ -31,6 +32,7 @@ struct jxSolutionData;
 namespace qvx {
 class DesignRun;
 class DirectSolver;
+class InputCheck;
 class SolverWindow;
 struct RunContext;
 }  // namespace qvx
@@ -327,6 +329,7 @@ public:
     std::vector<jxEigenResult> eigenResults;                ///< per mode
     std::vector<jxResponseSpectrumResult> spectrumResults;  ///< per mode
     jxCombResult modalResult;                               ///< modes combined by modalCombination
+    qvx::FindingList findings;                              ///< of reader, last check, last run (model/findings.h)
 
     // --- Of the last concrete design, in its units ------------------------------------------------------------------
     std::vector<jxConcreteSection> concreteSections;  ///< candidates of its columns, by name
@@ -502,6 +505,8 @@ protected:
     void CreateLinks(const std::vector<jxNd>& levelNodes, int& count, const jxPoint& normal);
     /// Adds the stiffness of the links to the matrix of data, when bRigidDiaphragms is set.
     void ProcessDiaphragmStiffness(jxSolutionData& data);
+    /// Findings of the input check that take the elements' own rules: their axes, ends and shapes.
+    void FindInElements(qvx::InputCheck& check);
 
 private:
     friend class ConvertUnitsAccess;  // tests of the conversion alone

@@ -25,7 +25,7 @@ inline constexpr auto kDocumentFields = RecordFields(
 
 /// Analysis and spectrum settings: members of the model file's object "settings", beside those of FieldsOf<jxDesignSettings>.
 inline constexpr auto kAnalysisSettings = RecordFields(
-    Always("modelType", &CjxStruct::modelType, "0 3D frame and shell, 1 2D frame, 2 3D truss, 3 2D truss, 4 2D plate bending, 5 2D plane stress, 6 3D brick, 7 2D grillage"),
+    Always("modelType", &CjxStruct::modelType, "0 3D frame and shell, 1 2D frame, 2 3D truss, 3 2D truss, 4 2D plate bending, 5 2D plane stress, 6 3D brick, 7 2D grillage", {.least = 0, .most = 7}),
     Always("solverType", &CjxStruct::solverType, "0 double skyline, 1 quad skyline, 2 double sparse", {.least = DoubleSkyline, .most = DoubleSparse}),
     Always("bThinPlate", &CjxStruct::bThinPlate, "thin plate bending of rectangular shells", rule::kFlag),
     Always("bIncompatibleMembrane", &CjxStruct::bIncompatibleMembrane, "incompatible modes of shells and bricks", rule::kFlag),

@@ -23,6 +23,15 @@ std::string Utf8(const fs::path& path)
     return {text.begin(), text.end()};
 }
 
+/// A file that takes the place of another stays readable for those who could read that one, and for nobody else.
+void KeepModeOf(const fs::path& replaced, const fs::path& written)
+{
+    std::error_code ignored;
+    const fs::file_status status = fs::status(replaced, ignored);
+    if (fs::is_regular_file(status))
+        fs::permissions(written, status.permissions(), ignored);
+}
+
 /// A name that only a glance at the folder would find, and that tells whose remnant it is should the machine fail.
 fs::path TemporaryName(const fs::path& path, const fs::path& ending)
 {
@@ -64,8 +73,10 @@ std::FILE* PendingFile::Open()
 void PendingFile::Commit()
 {
     std::error_code fault;
-    if (!IsDirect())
+    if (!IsDirect()) {
+        KeepModeOf(path_, written_);
         fs::rename(written_, path_, fault);
+    }
     if (fault)
         Fail(fault.value());
     isCreated_ = false;

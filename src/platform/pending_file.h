@@ -10,7 +10,7 @@ namespace qvx {
 
 /// The name under which a file is written until it is whole: a temporary one in the same folder, which Commit turns
 /// into the file's own. Without Commit nothing is left behind and a file that stood there before is untouched. Of a
-/// link the target is replaced. A device or pipe is written to directly.
+/// link the target is replaced, and what replaces a file takes its mode. A device or pipe is written to directly.
 class QVXFEM_API PendingFile
 {
 public:

@@ -8,6 +8,7 @@
 #include "model/jx_struct.h"
 #include "platform/host_services.h"
 #include "platform/wide_path.h"
+#include "report/report_findings.h"
 #include "report/report_sections.h"
 #include "report/report_writer.h"
 
@@ -111,7 +112,10 @@ void CjxReport::endline()
 void CjxReport::run_report()
 {
     isWhole_ = false;
+    const qvx::FindingList before = model->findings;
     model->CheckInputData(0, true);
+    if (model->HasStaticSolution())
+        model->findings = before;  // the check of the run saw settings that it has limited since
     try {
         if (!open_file())
             return;
@@ -133,6 +137,7 @@ void CjxReport::WriteAll()
     WriteHead();
     WriteContents();
     WriteSections();
+    WriteReportFindings(*writer_, *model);
     writer_->Flush();  // the lines that make the report look whole follow only what is surely written
     for (const char* line : {"</font>", "</body>", "</html>"})
         writer_->Line(line);

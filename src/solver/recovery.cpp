@@ -7,6 +7,7 @@
 #include "elements/shell/shell4_group.h"
 #include "model/find_record.h"
 #include "model/jx_struct.h"
+#include "solver/solution_findings.h"
 
 using qvx::double128;
 
@@ -103,6 +104,7 @@ void CjxStruct::Output_All(int comb, CjxBmGroup& bm, CjxShell4Group& sh, CjxBric
            [&] { bAverage ? AverageShellStresses(sh, comb) : AllShell4Stresses(sh, comb); });
     Output(*this, L"Outputting brick Stresses", !bricks.empty(),
            [&] { bAverage ? AverageBrickStresses(br, comb) : AllBrickStresses(br, comb); });
+    qvx::FindInSolution(*this, comb);
 }
 
 void CjxStruct::AllDisplacement(int comb)

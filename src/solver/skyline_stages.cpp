@@ -6,6 +6,7 @@
 
 #include "platform/host_services.h"
 #include "solver/instability.h"
+#include "solver/run_findings.h"
 #include "solver/skyline_solver.h"
 #include "solver/skyline_system.h"
 
@@ -25,6 +26,7 @@ int DigitsLeftToUser(const CjxStruct& model)
     int node = 0;
     int dof = 1;
     model.FindDof(node, dof, static_cast<int>(model.nodes.size()), equation);
+    FindUnstable(model, {{node, dof}});
     model.LogLine(InstabilityText(node, dof) + L" during solution");
     model.list_msg0(L"FACTORIZATION", L"NOT OK");
     throw jxException(kUnstableText);

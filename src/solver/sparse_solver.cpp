@@ -10,6 +10,7 @@
 #include "platform/cwin_app.h"
 #include "platform/host_services.h"
 #include "solver/out_of_core_file.h"
+#include "solver/run_findings.h"
 #include "solver/sparse_system.h"
 
 using qvx::double128;
@@ -91,6 +92,7 @@ void TellBadPivot(CjxStruct& model, int equation)
     text.Format(L"Zero or negative pivot at equation number = %d, at node %d, DOF %s", equation, node,
                 kDofNames[dof - 1]);
     model.list_msg(text, L"NOT OK");
+    qvx::FindUnstable(model, {{node, dof}});
 }
 
 }  // namespace

@@ -6,6 +6,7 @@
 #include "platform/host_services.h"
 #include "skyline/skyline_store.h"
 #include "solver/instability.h"
+#include "solver/run_findings.h"
 
 namespace {
 
@@ -36,7 +37,7 @@ double CjxStruct::ComputeMaxStiffnessTerm(jxSolutionData& data) const
 /// Keeps the diagonals for the digit count after the factorisation and names every equation that nothing holds.
 void CjxStruct::CheckDiagonalStiffnessTerm(jxSolutionData& data)
 {
-    bool bStable = true;
+    std::vector<std::pair<int, int>> free;
     int node = 0;
     int dof = 1;
     qvx::WithStiffnessSink(data, solverType, [&](const auto& stiffness) {
@@ -48,12 +49,13 @@ void CjxStruct::CheckDiagonalStiffnessTerm(jxSolutionData& data)
                 original[static_cast<std::size_t>(e)] = term;
             if (term > Real(0))
                 continue;
-            bStable = false;
             FindDof(node, dof, static_cast<int>(nodes.size()), e);
+            free.emplace_back(node, dof);
             LogLine(qvx::InstabilityText(node, dof));
         }
     });
-    if (!bStable) {
+    if (!free.empty()) {
+        qvx::FindUnstable(*this, free);
         list_msg(L"Processing boundary conditions", L"NOT OK");
         throw jxException(qvx::kUnstableText);
     }

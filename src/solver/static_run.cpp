@@ -5,6 +5,7 @@
 #include <chrono>
 
 #include "platform/cwin_app.h"
+#include "solver/run_findings.h"
 #include "solver/skyline_stages.h"
 #include "solver/sparse_stages.h"
 #include "solver/static_stages.h"
@@ -47,7 +48,7 @@ int StaticRun::Execute()
     const WallClock clock;
     timer(1);
     model_.list_msg(L"START CHECKING INPUT", L"...");
-    if (model_.CheckInputData(0, false) == 0)
+    if (model_.CheckInputData(0, false) == 0 || HasRefusedShapes(model_))
         return RefuseInput();
     model_.list_msg(L"FINISHED CHECKING INPUT", L"OK");
     model_.LogLine(L"\nSolving...\n");
@@ -62,10 +63,16 @@ int StaticRun::Execute()
     try {
         model_.AutoRenumberNodesAndElements();
         SolveAllParts();
+    } catch (const jxException& fault) {
+        if (!context_.IsAborted())
+            FindFailure(model_, fault.GetText());
+        DropResults();
+        throw;
     } catch (...) {
         DropResults();
         throw;
     }
+    FindInOutcomes(model_);
     model_.CalcModalCombinationResult();
     model_.CalcRcBeamEnvelop();
     model_.CalcRcWoodArmerMoment();

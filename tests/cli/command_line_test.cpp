@@ -1,6 +1,8 @@
 #include "cli/command_line.h"
 
 #include <cmath>
+#include <fstream>
+#include <iterator>
 
 #include <gmock/gmock.h>
 #include <nlohmann/json.hpp>
@@ -162,7 +164,7 @@ TEST_F(CommandLine, RefusedModelsEndWithOneAndEveryReason)
         EXPECT_EQ(run.exitCode, 1);
         const std::string told = run.out + run.err;
         EXPECT_THAT(told, HasSubstr("error: orphaned nodes found"));
-        EXPECT_THAT(told, HasSubstr("Node 9 is an orphaned (unconnected) node"));
+        EXPECT_THAT(told, HasSubstr("    node 9\n"));
         EXPECT_THAT(told, HasSubstr("error: Invalid section properties found"));
     }
     EXPECT_EQ(Files(), 1);
@@ -173,8 +175,8 @@ TEST_F(CommandLine, AcceptedModelsAreToldWithTheirWarnings)
     Write("m.json", kCantilever);
     const ProgramRun run = Run({"check", "m.json"});
     EXPECT_EQ(run.exitCode, 0);
-    EXPECT_THAT(run.out, HasSubstr("warning: The model does not contain self weight load"));
-    EXPECT_THAT(run.out, HasSubstr("accepted: 0 errors, 1 warning"));
+    EXPECT_THAT(run.out, HasSubstr("note: The model does not contain self weight load [no-self-weight]\n"));
+    EXPECT_THAT(run.out, HasSubstr("accepted: 0 errors, 0 warnings, 1 note"));
 }
 
 // A short member far from a long one, two nodes at one place, one iteration for a P-Delta combination.
@@ -192,40 +194,106 @@ TEST_F(CommandLine, WhatTheCheckAsksIsAmongItsWarnings)
     const ProgramRun run = Run({"check", "m.json"});
     EXPECT_EQ(run.exitCode, 0);
     EXPECT_EQ(run.out,
-              "warning: The model does not contain self weight load\n"
+              "note: The model does not contain self weight load [no-self-weight]\n"
+              "    Set selfWeightFactor to -1 if the weight is to act.\n"
               "warning: Duplicate nodes are found in the model. It is recommended that you run Edit | Merge Nodes & "
-              "Elements before proceeding.\n"
-              "    1 duplicate nodes are found in the model.\n"
-              "warning: Mergeable nodes found on members\n"
-              "    Member 8: potential mergeable node 4\n"
-              "    Member 9: potential mergeable node 3\n"
+              "Elements before proceeding. [duplicate-nodes]\n"
+              "    nodes 3, 4\n"
+              "    Merge the nodes, or reduce mergeTolerance if they are meant to be apart.\n"
+              "warning: Mergeable nodes found on members [node-on-member]\n"
+              "    member 8, node 4, member 9, node 3\n"
+              "    Split the member at the node if they are to be connected.\n"
               "warning: Excessive member length variation exists in the model. Minimum length member no. 8. Maximum "
-              "length member no. 7\n"
-              "warning: However, the \"Apply stiffness modification factors and cracking factors\" analysis option is "
-              "not set.\n"
-              "    The model contains elements with stiffness modifications or cracking factors.\n"
-              "warning: Maximum nonlinear iterations is less than 2.\n"
-              "    The model contains nonlinear load combinations or elements. However, the maximum nonlinear "
-              "iterations is less than 2. The solution may not be converged.\n"
-              "nodes nearer to one another than 0.01 in:\n"
-              "    3 and 4\n"
-              "accepted: 0 errors, 6 warnings\n");
+              "length member no. 7 [member-length-variation]\n"
+              "    members 8, 7\n"
+              "    Look at both members; digits are lost where the stiffness varies that much.\n"
+              "warning: The model contains elements with stiffness modifications or cracking factors. However, the "
+              "\"Apply stiffness modification factors and cracking factors\" analysis option is not set. "
+              "[factors-not-applied]\n"
+              "    Set bStiffnessFactors to 1 if they are to be used.\n"
+              "warning: Maximum nonlinear iterations is less than 2. [too-few-iterations]\n"
+              "    Set maxNonlinearIterations to 10 or more.\n"
+              "accepted: 0 errors, 5 warnings, 1 note\n");
     EXPECT_THAT(Run({"run", "m.json"}).out, HasSubstr("warning: Excessive member length variation"));
 }
 
-TEST_F(CommandLine, EveryDetailStandsUnderItsFinding)
+TEST_F(CommandLine, EveryReasonIsTold)
 {
     Write("m.json", R"({"format": "qvxfem-model", "version": 1})");
-    EXPECT_EQ(Run({"check", "m.json"}).out,
-              "warning: The load combination for frequency analysis is invalid and will be reset.\n"
-              "error: No load cases found\n"
-              "error: Self weight load case is invalid\n"
-              "    Self weight load case not valid\n"
-              "warning: The model does not contain self weight load\n"
-              "error: No boundary conditions defined\n"
-              "error: No load combinations found\n"
-              "    No valid combination defined.\n"
-              "refused: 4 errors, 2 warnings\n");
+    const ProgramRun run = Run({"check", "m.json"});
+    EXPECT_EQ(run.exitCode, 1);
+    for (const char* line :
+         {"warning: The load combination for frequency analysis is invalid and will be reset. "
+          "[mass-combination-reset]\n",
+          "error: No load cases found [no-load-case]\n",
+          "error: Self weight load case is invalid [self-weight-case-missing]\n",
+          "note: The model does not contain self weight load [no-self-weight]\n",
+          "error: No boundary conditions defined [no-boundary-conditions]\n",
+          "error: No load combinations found [no-combination]\n", "refused: 4 errors, 1 warning, 1 note\n"})
+        EXPECT_THAT(run.out, HasSubstr(line));
+}
+
+TEST_F(CommandLine, CheckTellsItsFindingsAsJson)
+{
+    Write("m.json", kCantilever);
+    const json accepted = json::parse(Run({"check", "m.json", "--json"}).out);
+    EXPECT_EQ(accepted["accepted"], true);
+    EXPECT_EQ(accepted["findings"][0]["code"], "no-self-weight");
+
+    Write("m.json", Replaced(kCantilever, "\"A\": 10", "\"A\": 0"));
+    const ProgramRun run = Run({"check", "m.json", "--json"});
+    EXPECT_EQ(run.exitCode, 1);
+    const json refused = json::parse(run.out);
+    EXPECT_EQ(refused["accepted"], false);
+    EXPECT_EQ(refused["findings"][1]["code"], "section-invalid");
+    EXPECT_EQ(refused["findings"][1]["records"], json::parse(R"([{"kind": "section", "id": 1}])"));
+}
+
+// Two load cases of one label: a warning, and no more than that unless warnings are to refuse.
+TEST_F(CommandLine, StrictTurnsWarningsIntoARefusal)
+{
+    Write("m.json", Replaced(kCantilever, "{\"id\": 1, \"label\": \"TIP\"}",
+                             "{\"id\": 1, \"label\": \"TIP\"}, {\"id\": 2, \"label\": \"TIP\"}"));
+    for (const char* command : {"check", "run"}) {
+        EXPECT_EQ(Run({command, "m.json"}).exitCode, 0);
+        const ProgramRun run = Run({command, "m.json", "--strict"});
+        EXPECT_EQ(run.exitCode, 1) << command;
+        EXPECT_THAT(run.out + run.err, HasSubstr("[load-case-label-twice]"));
+    }
+    Write("m.json", kCantilever);
+    EXPECT_EQ(Run({"run", "m.json", "--strict"}).exitCode, 0);
+}
+
+TEST_F(CommandLine, QuietStillTellsWarningsAndErrors)
+{
+    Write("m.json", Replaced(kCantilever, "{\"id\": 1, \"label\": \"TIP\"}",
+                             "{\"id\": 1, \"label\": \"TIP\"}, {\"id\": 2, \"label\": \"TIP\"}"));
+    const ProgramRun run = Run({"run", "m.json", "--quiet"});
+    EXPECT_EQ(run.exitCode, 0);
+    EXPECT_EQ(run.out, "");
+    EXPECT_THAT(run.err, HasSubstr("warning: the label \"TIP\" is taken"));
+    EXPECT_THAT(run.err, Not(HasSubstr("note: ")));
+}
+
+TEST_F(CommandLine, LinesOfTheRunAreShownWhenAskedFor)
+{
+    Write("m.json", kCantilever);
+    EXPECT_EQ(Run({"run", "m.json"}).err, "");
+    EXPECT_THAT(Run({"run", "m.json", "--verbose"}).err, HasSubstr("FACTORIZATION - OK\n"));
+}
+
+// A label that clears the screen and one that hides a line must not act on the reader's terminal.
+TEST_F(CommandLine, ControlCharactersOfNamesAreShownAndDoNotAct)
+{
+    Write("m.json", Replaced(Replaced(kCantilever, "\"name\": \"cantilever\"", "\"name\": \"a\\u001b[2Jb\""),
+                             "\"label\": \"one\"", "\"label\": \"x\\u009b8m\""));
+    const ProgramRun run = Run({"run", "m.json", "--verbose"});
+    EXPECT_THAT(run.out, HasSubstr("a\\x1b[2Jb"));
+    EXPECT_THAT(run.out, HasSubstr("x\\x9b8m"));
+    for (const std::string& text : {run.out, run.err}) {
+        EXPECT_THAT(text, Not(HasSubstr("\x1b")));
+        EXPECT_THAT(text, Not(HasSubstr("\xc2\x9b")));
+    }
 }
 
 // Without a restraint about its own axis the member turns freely.
@@ -298,9 +366,18 @@ TEST_F(CommandLine, TermsThatNameNoLoadCaseAreTold)
 {
     Write("m.json", Replaced(kCantilever, "{\"label\": \"TIP\", \"factor\": 1}",
                              "{\"label\": \"TIP\", \"factor\": 1}, {\"label\": \"WIND\", \"factor\": 2}"));
-    const ProgramRun run = Run({"run", "m.json"});
-    EXPECT_EQ(run.exitCode, 0);
-    EXPECT_THAT(run.out, HasSubstr("no load case is named \"WIND\": this term gives no load"));
+    EXPECT_EQ(Run({"check", "m.json"}).exitCode, 4);
+    const ProgramRun run = Run({"run", "m.json", "--results", "r.json", "--log", "l.txt", "--report", "r.htm"});
+    EXPECT_EQ(run.exitCode, 4);
+    const std::string line = "error: combination 1 \"one\": no load case is named \"WIND\": this term gives no load "
+                             "[term-without-load-case]";
+    EXPECT_THAT(run.out, HasSubstr(line));
+    EXPECT_THAT(run.out, HasSubstr("NOT TO BE RELIED ON"));
+    EXPECT_THAT(Read("l.txt"), HasSubstr("]: " + line));
+    EXPECT_THAT(Read("r.htm"), HasSubstr("no load case is named &quot;WIND&quot;"));
+    const json results = json::parse(Read("r.json"));
+    EXPECT_EQ(results["combinations"][0]["reliable"], false);
+    EXPECT_EQ(results["findings"][1]["code"], "term-without-load-case");
 }
 
 TEST_F(CommandLine, DiaphragmsOffTheirPlaneAreTold)
@@ -311,8 +388,8 @@ TEST_F(CommandLine, DiaphragmsOffTheirPlaneAreTold)
     Write("m.json", floor);
     EXPECT_THAT(
         Run({"run", "m.json"}).out,
-        HasSubstr("nodes lie off the plane of their rigid diaphragm, up to 0.009 in (nodes 1 and 2); links that "
-                  "hold them out of the plane too: 1\n"));
+        HasSubstr("nodes lie off the plane of their rigid diaphragm, up to 0.009; links that hold them out of the "
+                  "plane too: 1 [diaphragm-off-plane]\n      nodes 1, 2\n"));
     EXPECT_THAT(Run({"run", "m.json", "--set", "bRigidDiaphragms=0"}).out, Not(HasSubstr("off the plane")));
     Write("m.json", Replaced(floor, "0.009", "0"));
     EXPECT_THAT(Run({"run", "m.json"}).out, Not(HasSubstr("off the plane")));
@@ -330,10 +407,11 @@ TEST_F(CommandLine, ReleasesThatLeaveAMemberLooseInItselfAreTold)
         const ProgramRun run = Run({"run", "m.json"});
         return run.out + run.err;  // with the summary, or with the reason why there is none
     };
-    const auto across = HasSubstr("members cannot carry a force across themselves, with shear released at both ends or "
-                                  "three of shear and moment in one plane; their forces are no results: 8\n");
-    const auto along =
-        HasSubstr("axial force or torsion is released at both ends; the members keep that stiffness: 8\n");
+    const auto across = HasSubstr(
+        "members cannot carry a force across themselves, with shear released at both ends or "
+        "three of shear and moment in one plane; their forces are no results [member-loose-across]\n      member 8\n");
+    const auto along = HasSubstr("axial force or torsion is released at both ends; the members keep that stiffness "
+                                 "[member-released-twice]\n      member 8\n");
     EXPECT_THAT(notesWith("010000", "010000"), across);
     EXPECT_THAT(notesWith("001010", "000010"), across);
     EXPECT_THAT(notesWith("000100", "000100"), along);
@@ -363,7 +441,7 @@ TEST_F(CommandLine, ResultsOutOfRangeFailAndReplaceNoFile)
 
 // A shell whose first two nodes coincide has no map at that corner: its area is that of a triangle, and the gradient of
 // the displacements there is 0 / 0.
-TEST_F(CommandLine, StressesOfACollapsedCornerFailWithTheirShell)
+TEST_F(CommandLine, CollapsedShellsAreRefusedWithTheirId)
 {
     std::string model = Replaced(kCantilever, "\"x\": 100, \"y\": 0, \"z\": 0}",
                                  "\"x\": 100, \"y\": 0, \"z\": 0}, {\"id\": 3}, {\"id\": 4, \"y\": 50}");
@@ -374,10 +452,14 @@ TEST_F(CommandLine, StressesOfACollapsedCornerFailWithTheirShell)
                      "\"thicknesses\": [{\"id\": 1, \"t\": 1}], "
                      "\"shell4s\": [{\"id\": 5, \"node\": [1, 3, 2, 4]}], \"beams\"");
     Write("m.json", model);
-    const ProgramRun run = Run({"run", "m.json", "--report", "r.htm", "--set", "bIncompatibleMembrane=0"});
-    EXPECT_EQ(run.exitCode, 3);
-    EXPECT_THAT(run.err, HasSubstr("The analysis failed: results out of range, load combination 1 \"one\": shell 5, "));
-    EXPECT_THAT(run.err, HasSubstr(" is nan"));
+    for (const std::vector<std::string>& command :
+         {std::vector<std::string>{"run", "m.json", "--report", "r.htm"}, {"check", "m.json"}}) {
+        const ProgramRun run = Run(command);
+        EXPECT_EQ(run.exitCode, 1);
+        EXPECT_THAT(run.out + run.err, HasSubstr("error: Shells with collapsed or inside-out corners found "
+                                                 "[shell-corner-invalid]\n"));
+        EXPECT_THAT(run.out + run.err, HasSubstr("    shell 5\n"));
+    }
     EXPECT_FALSE(Exists("r.htm"));
 }
 
@@ -385,7 +467,10 @@ TEST_F(CommandLine, StressesOfACollapsedCornerFailWithTheirShell)
 TEST_F(CommandLine, ReadsFilesOfAnyName)
 {
     Write("Träger 梁.json", kCantilever);
-    Write("Träger 梁.s2k", "TABLE:  \"JOINT COORDINATES\"\nJoint=1 GlobalX=0 GlobalY=0 GlobalZ=0\n");
+    Write("Träger 梁.s2k", [] {
+        std::ifstream file(std::string(QVXFEM_SOURCE_DIR) + "/tests/cases/import/01-plain-frame/IN.s2k");
+        return std::string{std::istreambuf_iterator<char>(file), {}};
+    }());
 
     EXPECT_EQ(Run({"run", "Träger 梁.json", "--quiet"}).exitCode, 0);
     EXPECT_EQ(Run({"convert", "Träger 梁.s2k", "Träger 梁 2.json"}).exitCode, 0);
@@ -405,22 +490,115 @@ TEST_F(CommandLine, ReadsSap2000FilesAndTellsWhatTheyLose)
     EXPECT_EQ(Run({"run", file, "--quiet"}).exitCode, 0);
 }
 
-// Upside down a brick has no stiffness: the combinations of a nonlinear run fail one by one.
+// The second combination goes on to the next iteration until its limit, which is no answer.
+TEST_F(CommandLine, WhatIsNotConvergedIsWrittenAndEndsWithFour)
+{
+    Write("m.json",
+          Replaced(Replaced(kCantilever, "\"solverType\": 0", "\"solverType\": 0, \"maxNonlinearIterations\": 1"),
+                   "\"label\": \"one\"", "\"label\": \"one\", \"bPDelta\": 1"));
+    const ProgramRun run = Run({"run", "m.json", "--results", "r.json"});
+    EXPECT_EQ(run.exitCode, 4);
+    EXPECT_THAT(run.out, HasSubstr("error: combination 1 \"one\": not converged after 1 iterations: its values prove "
+                                   "nothing [not-converged]"));
+    EXPECT_EQ(json::parse(Read("r.json"))["combinations"][0]["reliable"], false);
+}
+
+// A member between two nodes at one place has no length, and in a nonlinear run its combinations fail one by one.
 TEST_F(CommandLine, RunOfWhichEveryCombinationFailsEndsWithThree)
 {
-    Write("m.json", R"({"format": "qvxfem-model", "version": 1, "settings": {"modelType": 6},
-        "nodes": [{"id": 1}, {"id": 2, "x": 1}, {"id": 3, "x": 1, "y": 1}, {"id": 4, "y": 1},
-        {"id": 5, "z": 1}, {"id": 6, "x": 1, "z": 1}, {"id": 7, "x": 1, "y": 1, "z": 1}, {"id": 8, "y": 1, "z": 1}],
-        "materials": [{"id": 1, "E": 1000, "nu": 0.3, "Wc": 1, "Tc": 1}], "bricks": [{"id": 1, "node": [5, 6, 7, 8, 1, 2, 3, 4]}],
-        "supports": [{"id": 1, "flag": "111111"}, {"id": 2, "flag": "111111"}, {"id": 3, "flag": "111111"},
-        {"id": 4, "flag": "111111"}], "loadCases": [{"id": 1, "label": "G"}],
-        "loadCombs": [{"label": "A", "bPDelta": 1, "cases": [{"label": "G", "factor": 1}]}]})");
+    Write("m.json", Replaced(Replaced(Replaced(kCantilever, "\"label\": \"one\"", "\"label\": \"A\", \"bPDelta\": 1"),
+                                      "{\"id\": 2, \"x\": 100, \"y\": 0, \"z\": 0}",
+                                      "{\"id\": 2, \"x\": 100, \"y\": 0, \"z\": 0}, {\"id\": 3, \"x\": 100}"),
+                             "\"section\": 1}]", "\"section\": 1}, {\"id\": 8, \"node1\": 2, \"node2\": 3}]"));
 
     const ProgramRun run = Run({"run", "m.json", "--results", "r.json"});
 
     EXPECT_EQ(run.exitCode, 3);
-    EXPECT_THAT(run.out, HasSubstr("Combination 1 \"A\": FAILED: Negative diagonal terms in brick stiffness."));
+    EXPECT_THAT(run.out, HasSubstr("Combination 1 \"A\": FAILED: zero member length encountered"));
+    EXPECT_THAT(run.out, HasSubstr("error: combination 1 \"A\": not solved: zero member length encountered "
+                                   "[combination-failed]"));
     EXPECT_THAT(Read("r.json"), HasSubstr("\"solved\": false"));
+}
+
+// An output that is the input would destroy it, one that is another output would lose that; links are no way around.
+TEST_F(CommandLine, OutputsThatAreOneFileAreRefusedBeforeAnythingIsRead)
+{
+    Write("m.json", kCantilever);
+    std::filesystem::create_symlink("m.json", folder_ / "link.json");
+    std::filesystem::create_hard_link(folder_ / "m.json", folder_ / "hard.json");
+    for (const char* output : {"m.json", "./m.json", "link.json", "hard.json"}) {
+        const ProgramRun run = Run({"run", "m.json", "--results", output});
+        EXPECT_EQ(run.exitCode, 2) << output;
+        EXPECT_THAT(run.err, HasSubstr("cannot be written: is the input"));
+        EXPECT_EQ(Run({"convert", "m.json", output}).exitCode, 2) << output;
+        EXPECT_EQ(Run({"check", "m.json", "--log", output}).exitCode, 2) << output;
+    }
+    const ProgramRun run = Run({"run", "none.json", "--results", "r.htm", "--report", "./r.htm"});
+    EXPECT_EQ(run.exitCode, 2);
+    EXPECT_THAT(run.err, HasSubstr("./r.htm: cannot be written: two outputs are one file"));
+    EXPECT_EQ(Run({"run", "m.json", "--results", "r", "--log", "r"}).exitCode, 2);
+    EXPECT_EQ(Read("m.json"), kCantilever);
+    EXPECT_EQ(Run({"run", "m.json", "--results", "/dev/null", "--log", "/dev/null"}).exitCode, 0);
+}
+
+// A file that only its owner may read stays so when it is replaced.
+TEST_F(CommandLine, AReplacedFileKeepsItsMode)
+{
+    namespace fs = std::filesystem;
+    Write("m.json", kCantilever);
+    Write("r.json", "old");
+    fs::permissions(folder_ / "r.json", fs::perms::owner_read | fs::perms::owner_write);
+    EXPECT_EQ(Run({"run", "m.json", "--results", "r.json"}).exitCode, 0);
+    EXPECT_EQ(fs::status(folder_ / "r.json").permissions(), fs::perms::owner_read | fs::perms::owner_write);
+    EXPECT_NE(Read("r.json"), "old");
+}
+
+TEST_F(CommandLine, ALogThatCannotBeWrittenEndsWithTwo)
+{
+    if (!std::filesystem::exists("/dev/full"))
+        GTEST_SKIP() << "no device without space here";
+    Write("m.json", kCantilever);
+    const ProgramRun run = Run({"run", "m.json", "--log", "/dev/full", "--quiet"});
+    EXPECT_EQ(run.exitCode, 2);
+    EXPECT_THAT(run.err, HasSubstr("qvxfem: /dev/full: cannot be written: "));
+}
+
+// Three metres of HEB 200 under 15 kN at the tip: P L^3 / (3 E I) = 15e3 * 3000^3 / (3 * 210000 * 56.96e6) = 11.286 mm.
+TEST_F(CommandLine, ASystemOfUnitsHoldsForEveryQuantity)
+{
+    const std::string model = R"({"format": "qvxfem-model", "units": "kN-m", "settings": {"bShearDeformation": 0},
+      "materials": [{"id": 1, "E": 210000, "nu": 0.3, "Tc": 1.2e-5}],
+      "sections": [{"id": 1, "A": 7808, "Iz": 56.96e6, "Iy": 20.03e6, "J": 592.8e3}],
+      "nodes": [{"id": 1}, {"id": 2, "x": 3}], "supports": [{"id": 1, "flag": "111111"}],
+      "beams": [{"id": 1, "node1": 1, "node2": 2}], "loadCases": [{"id": 1, "label": "TIP"}],
+      "caseLoads": [{"ndLoads": [{"id": 2, "dof": 1, "value": -15}]}]})";
+    const auto tipOf = [&](const std::string& text) {
+        Write("m.json", text);
+        const ProgramRun run = Run({"run", "m.json", "--results", "r.json"});
+        EXPECT_EQ(run.exitCode, 0) << run.err;
+        EXPECT_THAT(run.out, HasSubstr("note: the model has no load combinations: each load case is solved by itself"));
+        return json::parse(Read("r.json"))["combinations"][0]["displacements"][1]["value"][1].get<double>();
+    };
+    const double expected = -15e3 * 27e9 / (3 * 210000 * 56.96e6);
+    constexpr double kPenalty = 1e-4;
+    EXPECT_NEAR(tipOf(model), expected, kPenalty * -expected);
+    EXPECT_NEAR(tipOf(Replaced(Replaced(model, "\"kN-m\"", "\"N-mm\""), "\"x\": 3", "\"x\": 3000")), expected / 1000,
+                kPenalty * -expected);
+    EXPECT_NEAR(tipOf(Replaced(model, "\"kN-m\"", R"({"system": "kN-m", "Translational Displacement": "cm"})")),
+                expected / 10, kPenalty * -expected);
+    Write("m.json", Replaced(model, "\"kN-m\"", "\"kN-km\""));
+    EXPECT_EQ(Run({"run", "m.json"}).err, "qvxfem: m.json: units: \"kN-km\" is not a system of units\n");
+}
+
+// What a run refuses is not written as a model file either.
+TEST_F(CommandLine, ConvertRefusesWhatRunRefuses)
+{
+    Write("m.json", Replaced(kCantilever, "\"A\": 10", "\"A\": 0"));
+    const ProgramRun run = Run({"convert", "m.json", "a.json"});
+    EXPECT_EQ(run.exitCode, 1);
+    EXPECT_THAT(run.err,
+                HasSubstr("error: Invalid section properties found: A = 0 of section 1 \"s\", must be above 0"));
+    EXPECT_FALSE(Exists("a.json"));
 }
 
 }  // namespace

@@ -16,7 +16,7 @@ protected:
     /// Runs the model and presses Ctrl-C when this stands on the error stream.
     ProgramRun RunUntil(const std::string& text, const std::vector<std::string>& options = {}) const
     {
-        std::vector<std::string> arguments{"run", "m.json", "--results", "r.json"};
+        std::vector<std::string> arguments{"run", "m.json", "--results", "r.json", "--verbose"};
         arguments.insert(arguments.end(), options.begin(), options.end());
         return RunProgram(QVXFEM_PROGRAM, arguments, folder_, "",
                           [&](const std::string& err) { return err.find(text) != std::string::npos; });

@@ -57,7 +57,8 @@ TEST_F(ResultsFile, HasEveryFamilyInItsOrder)
                                                "concreteColumns",
                                                "concreteShear",
                                                "concretePlates",
-                                               "steel"};
+                                               "steel",
+                                               "findings"};
     EXPECT_EQ(keys, expected);
     std::vector<std::string> families;
     for (const auto& [key, value] : results["combinations"][0].items())

@@ -21,8 +21,14 @@ public:
         SetText(model_.loadCombs[0].label, L"every family");
         SetText(model_.loadCombs[1].label, L"lost");
         model_.combResults.resize(2);
-        model_.combOutcomes = {{.end = CombEnd::Limit, .iterations = 3, .bBuckled = true, .text = {}},
-                               {.end = CombEnd::Failed, .text = L"no inverse"}};
+        model_.combOutcomes = {
+            {.end = CombEnd::Limit,
+             .iterations = 3,
+             .bBuckled = true,
+             .text = {},
+             .failedMembers = {},
+             .failedSprings = {}},
+            {.end = CombEnd::Failed, .text = L"no inverse", .failedMembers = {}, .failedSprings = {}}};
         FillNodes(model_.combResults[0]);
         FillElements(model_.combResults[0]);
         FillMemberWithStresses(model_.combResults[0]);

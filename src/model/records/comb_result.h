@@ -16,6 +16,14 @@ enum class CombEnd {
     Failed,     ///< no element stiffness; the results are empty
 };
 
+/// A one-way spring that let go in one direction.
+struct jxFailedSpring
+{
+    const wchar_t* owner = L"";  ///< "node", "member", "shell"
+    int id = 0;
+    int dof = 0;
+};
+
 /// Course of the solution of one load combination, for summaries.
 struct jxCombOutcome
 {
@@ -27,6 +35,12 @@ struct jxCombOutcome
     /// Sum of the loads on the equations along X, Y, Z [pound, whatever the units of the model]; without the penalty
     /// terms of prescribed displacements. What a support flag of '2' or a suppressed DOF takes out is not in it.
     double appliedForce[3] = {};
+    /// Sum of what holds the structure along X, Y, Z [pound]: in equilibrium the opposite of the loads.
+    double reactionForce[3] = {};
+    /// Largest sum of loads and reactions along X, Y or Z over the size of the loads.
+    double imbalance = 0;
+    std::vector<int> failedMembers;             ///< ids of the one-way members that are off in the end
+    std::vector<jxFailedSpring> failedSprings;  ///< one-way springs that are off in the end
 };
 
 /// Results of one load combination, in the units of the model after a run. A vector has a record per node, support,

@@ -1,0 +1,12 @@
+#pragma once
+
+#include <filesystem>
+#include <initializer_list>
+
+namespace qvx::app {
+
+/// Throws FileError when an output is the input or another output, by its name, through links or by another spelling of
+/// its folder. Empty paths are no files; a device such as /dev/null may be named more than once.
+void RequireDistinct(const std::filesystem::path& input, std::initializer_list<std::filesystem::path> outputs);
+
+}  // namespace qvx::app

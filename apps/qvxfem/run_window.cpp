@@ -1,0 +1,46 @@
+#include "run_window.h"
+
+#include <cstdint>
+#include <string>
+
+#include <fmt/format.h>
+
+#include "platform/cstring.h"
+
+namespace qvx::app {
+namespace {
+
+constexpr std::size_t kTimeWidth = 11;  // "[HH:MM:SS] " before a list line
+
+enum EngineMessage : UINT { kListLine = 1124, kStatusLine = 1126 };
+enum FactorizationMessage : UINT { kPercent = 1124 };
+
+std::string TextOf(std::uintptr_t buffer)
+{
+    const auto* text = reinterpret_cast<const wchar_t*>(buffer);
+    return text == nullptr ? std::string() : ToUtf8(text);
+}
+
+}  // namespace
+
+int RunWindow::PostMessageW(UINT message, WPARAM wParam, LPARAM lParam)
+{
+    if (message == kListLine) {
+        std::string text = TextOf(wParam);
+        if (text.size() >= kTimeWidth && text.front() == '[')
+            text.erase(0, kTimeWidth);
+        progress_.ShowStep(text, TextOf(static_cast<std::uintptr_t>(lParam)));
+    } else if (message == kStatusLine) {
+        progress_.ShowStatus(TextOf(wParam));
+    }
+    return 1;
+}
+
+int FactorizationWindow::PostMessageW(UINT message, WPARAM wParam, LPARAM)
+{
+    if (message == kPercent)
+        progress_.ShowStatus(fmt::format("{}%", wParam));
+    return 1;
+}
+
+}  // namespace qvx::app

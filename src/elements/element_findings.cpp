@@ -1,0 +1,140 @@
+// What the rules of the elements make of a model that its author hardly means: axes that turn, bars that bend.
+
+#include <array>
+#include <cmath>
+#include <string>
+
+#include "elements/member/beam_group.h"
+#include "elements/member/member_releases.h"
+#include "model/find_record.h"
+#include "model/input_check.h"
+#include "tools/geometry.h"
+#include "tools/quad_axes.h"
+
+namespace qvx {
+
+namespace {
+
+constexpr double kNearly = 1e-3;  // what a drawing shows as exactly so
+constexpr double kTurned = 0.01;  // [rad] of axes that are no longer the same
+
+double Length(const jxPoint& v)
+{
+    return std::sqrt(dot(v, v));
+}
+
+// Unit vectors that point along another line, or the other way.
+bool IsTurned(const jxPoint& a, const jxPoint& b)
+{
+    return Length(a - b) > kTurned;
+}
+
+// A member within a thousandth of vertical, but not within the 5e-7 that count as vertical, takes its local z from its
+// direction in plan. That may be any: the sense of its shears and of its strong axis hangs on a rounding of a coordinate.
+bool IsNearlyVerticalAndTurned(const jxPoint& start, const jxPoint& end, const jxPoint (&axes)[3])
+{
+    const jxPoint run = end - start;
+    const double lean = std::hypot(run.x, run.z);
+    if (lean == 0 || lean > kNearly * Length(run))
+        return false;
+    jxPoint vertical[3];
+    CjxBmGroup::GetLocalAxis(vertical, start, {start.x, end.y, start.z}, 0);
+    return IsTurned(axes[2], vertical[2]);
+}
+
+// With Z drawn upward the reference direction of local axes is global Y all the same: the local y of a beam lies flat,
+// and its section bends about the other axis than it would in a model with Y upward.
+bool IsStrongAxisFlat(const jxSect& section, const jxBm& beam, const jxPoint (&axes)[3])
+{
+    constexpr double kStronger = 1.05;
+    const bool isUpright = std::fabs(axes[0].z) > std::cos(5 * 3.14159265358979 / 180);
+    return beam.angle == 0 && !isUpright && section.Iz > kStronger * section.Iy &&
+           std::fabs(axes[1].z) < std::fabs(axes[2].z);
+}
+
+void FindInMembers(InputCheck& check)
+{
+    const CjxStruct& m = check.model;
+    FindingOfMany nearlyVertical(check, FindingCode::MemberNearlyVertical);
+    FindingOfMany flat(check, FindingCode::StrongAxisFlat);
+    FindingOfMany bending(check, FindingCode::TrussMemberBends);
+    const bool isTruss = m.modelType == Truss3D || m.modelType == Truss2D;
+    for (const jxBm& beam : m.beams) {
+        const jxNd* start = FindOrNull(m.nodes, beam.node1);
+        const jxNd* end = FindOrNull(m.nodes, beam.node2);
+        const jxSect* section = FindOrNull(m.sections, beam.section);
+        if (start == nullptr || end == nullptr || section == nullptr)
+            continue;
+        const jxRels* rels = FindOrNull(m.releases, beam.id);
+        if (isTruss && (rels == nullptr || !IsPinEndedTruss(*rels)))
+            bending.Add(jxBm::name(), beam.id, [] {
+                return L"members of a truss are not released at both ends: they carry bending between nodes that do "
+                       L"not "
+                       L"turn";
+            });
+        jxPoint axes[3];
+        CjxBmGroup::GetLocalAxis(axes, start->Point(), end->Point(), 0);
+        if (IsNearlyVerticalAndTurned(start->Point(), end->Point(), axes))
+            nearlyVertical.Add(jxBm::name(), beam.id, [] {
+                return L"members are vertical but for less than a thousandth, and their local y and z are not those of "
+                       L"vertical members";
+            });
+        if (m.bZVertical != 0 && IsStrongAxisFlat(*section, beam, axes))
+            flat.Add(jxBm::name(), beam.id, [] {
+                return L"Z points up, and the strong axis of members lies flat: local axes take global Y for the "
+                       L"vertical";
+            });
+    }
+}
+
+// Rectangular within a thousandth: opposite sides equal, neighboring ones square.
+bool IsNearlyRectangle(const QuadCorners& p)
+{
+    const jxPoint a = p[1] - p[0];
+    const jxPoint b = p[3] - p[0];
+    const double la = Length(a);
+    const double lb = Length(b);
+    const double shift = Length((p[2] - p[3]) - a);
+    return shift <= kNearly * std::min(la, lb) && std::fabs(dot(a, b)) <= kNearly * la * lb;
+}
+
+// A rectangle takes its local x along its side, any other shape from the horizontal.
+bool IsTurnedByRounding(const QuadCorners& p)
+{
+    if (is_rectangle(p[0], p[1], p[2], p[3]) || !IsNearlyRectangle(p))
+        return false;
+    jxPoint side = 0.5 * ((p[1] + p[2]) - (p[3] + p[0]));
+    normalize(side);
+    return IsTurned(QuadLocalAxes(p, 0)[0], side);
+}
+
+void FindInShells(InputCheck& check)
+{
+    const CjxStruct& m = check.model;
+    FindingOfMany turned(check, FindingCode::ShellNearlyRectangle);
+    for (const jxShell4& shell : m.shell4s) {
+        QuadCorners p;
+        bool isWhole = true;
+        for (std::size_t i = 0; i < 4 && isWhole; ++i) {
+            const jxNd* node = FindOrNull(m.nodes, shell.node[i]);
+            isWhole = node != nullptr;
+            if (isWhole)
+                p[i] = node->Point();
+        }
+        if (isWhole && IsTurnedByRounding(p))
+            turned.Add(L"shell", shell.id, [] {
+                return L"shells are rectangles but for less than a thousandth, and their local axes are not those of "
+                       L"rectangles";
+            });
+    }
+}
+
+}  // namespace
+
+}  // namespace qvx
+
+void CjxStruct::FindInElements(qvx::InputCheck& check)
+{
+    qvx::FindInMembers(check);
+    qvx::FindInShells(check);
+}

@@ -1,0 +1,92 @@
+#include "files/reader_findings.h"
+
+#include <string>
+#include <utility>
+
+#include "model/findings.h"
+#include "model/units.h"
+#include "platform/cstring.h"
+
+namespace qvx {
+namespace {
+
+// Quantities whose unit is composed of a length and a force; their internal units are composed of inch and pound.
+constexpr Quantity kComposed[] = {kDimension,
+                                  kLinearForce,
+                                  kMoment,
+                                  kLinearMoment,
+                                  kSurfacePressure,
+                                  kTranslationalDisplacement,
+                                  kModulus,
+                                  kWeightDensity,
+                                  kStress,
+                                  kNodalTranslationalSpring,
+                                  kNodalRotationalSpring,
+                                  kLineTranslationalSpring,
+                                  kSurfaceTranslationalSpring};
+
+bool IsNamed(const Json& units, Quantity quantity)
+{
+    return units.contains(ToUtf8(QuantityLabel(quantity)));
+}
+
+}  // namespace
+
+void FindUnitsLeftOut(const Json& units, CjxStruct& model)
+{
+    const jxUnit internal;
+    const bool isOwn =
+        model.units.unit[kLength] != internal.unit[kLength] || model.units.unit[kForce] != internal.unit[kForce];
+    if (!isOwn || units.contains("system"))
+        return;
+    std::wstring left;
+    for (const Quantity quantity : kComposed)
+        if (!IsNamed(units, quantity))
+            left += std::wstring(left.empty() ? L"" : L", ") + QuantityLabel(quantity) + L" (" +
+                    UnitName(internal.unit[quantity]) + L")";
+    if (left.empty())
+        return;
+    Finding finding =
+        MakeFinding(FindingCode::UnitsLeftOut, std::wstring(L"Length is ") + UnitName(model.units.unit[kLength]) +
+                                                   L" and Force is " + UnitName(model.units.unit[kForce]) +
+                                                   L", and these quantities stay in inch and pound: " + left);
+    finding.field = "units";
+    model.findings.Add(std::move(finding));
+}
+
+void FindValuesLeftOut(const Json& caseLoad, const JsonPath& path, CjxStruct& model)
+{
+    if (!caseLoad.contains("lnLoads"))
+        return;
+    const Json& loads = caseLoad["lnLoads"];
+    Finding finding =
+        MakeFinding(FindingCode::Value2LeftOut, L"line loads have a value1 and no value2: they fall to 0 at their end");
+    for (std::size_t i = 0; i < loads.size(); ++i) {
+        const Json& load = loads[i];
+        if (load.contains("value2") || load.value("value1", 0.0) == 0)
+            continue;
+        if (finding.count == 0)
+            finding.field = path.Member("lnLoads").Element(i).Member("value2").Text();
+        finding.About(L"member", load.value("id", 0));
+    }
+    if (finding.count > 0)
+        model.findings.Add(std::move(finding));
+}
+
+void AddMissingCombinations(CjxStruct& model)
+{
+    if (!model.loadCombs.empty() || model.loadCases.empty())
+        return;
+    for (const jxLoadCase& loadCase : model.loadCases) {
+        jxLoadComb& comb = model.loadCombs.emplace_back();
+        SetText(comb.label, loadCase.label);
+        jxCaseFactor& term = comb.cases.emplace_back();
+        SetText(term.label, loadCase.label);
+    }
+    Finding finding = MakeFinding(FindingCode::CombinationsAdded,
+                                  L"the model has no load combinations: each load case is solved by itself");
+    finding.field = "loadCombs";
+    model.findings.Add(std::move(finding));
+}
+
+}  // namespace qvx
