@@ -37,6 +37,17 @@ TEST(WoodArmer, TwistAddsToBothMomentsWhereBothArePositive)
     EXPECT_EQ(Bottom(-10, -4, 3).y, -7);
 }
 
+// mx = -10 + 2 < 0, my = -1.5 + 2 > 0, but the twist that y has to carry alone leaves -1.5 + 2^2 / 10 < 0: none at all.
+TEST(WoodArmer, WhatIsLeftOfTheTwistMayStillBeNegative)
+{
+    EXPECT_EQ(Top(-10, -1.5, 2).x, 0);
+    EXPECT_EQ(Top(-10, -1.5, 2).y, 0);
+    EXPECT_EQ(Top(-1.5, -10, 2).x, 0);
+    EXPECT_EQ(Top(-1.5, -10, 2).y, 0);
+    EXPECT_EQ(Bottom(10, 1.5, 2).y, 0);
+    EXPECT_EQ(Bottom(1.5, 10, 2).x, 0);
+}
+
 // mx = -8 + 2 < 0: no steel in x, and y carries 6 + 2^2 / 8.
 TEST(WoodArmer, OneDirectionCarriesTheTwistAloneWhereTheOtherIsNegative)
 {

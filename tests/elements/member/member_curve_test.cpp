@@ -369,6 +369,10 @@ TEST(BreakPoints, FullListStopsAtItsLimits)
         pts.push_back(Point(1, 1, i / 11.0 + 1e-4));
     // 256 regular stations fill the list: the first point load enters, its far side and all later loads do not.
     EXPECT_EQ(Stations(pts, {}, 1, 255).size(), 257U);
+    // 254: the first load and its far side fill the list to the limit, the second still enters and ends it. 255: the first
+    // load alone reaches the limit and gets no far side.
+    EXPECT_EQ(Stations(pts, {}, 253, 253).size(), 257U);
+    EXPECT_EQ(Stations(pts, {}, 254, 254).size(), 256U);
     // 253 regular stations: one line load brings the list to 256, the next finds it full.
     const std::vector<jxLnLoad> lines{Line(1, 1, 1, 0.1234, 0.2345), Line(1, 1, 1, 0.3456, 0.4567)};
     EXPECT_EQ(Stations({}, lines, 1, 252).size(), 256U);

@@ -353,6 +353,31 @@ TYPED_TEST(Mitc4, LinearMomentsComeOutCornerByCornerOnASkewShell)
     }
 }
 
+// w = y alone is a unit shear along y: the force is minus the rigidity along y, whatever that along x; w = x the other way
+// round. Local x runs along side 3-4, as stiffness axes do.
+TYPED_TEST(Mitc4, AUnitShearIsTheRigidityOfItsOwnDirection)
+{
+    using Real = TypeParam;
+    ShellRigidity<Real> rigidity = ShellRigidityOf<Real>(1000, 0.25, 0.5, {});
+    rigidity.shearX = Real(3);
+    rigidity.shearY = Real(7);
+    const PlaneQuad<Real> q{{Real(2), Real(0), Real(0), Real(2)}, {Real(1), Real(1), Real(0), Real(0)}};
+    for (const ShearDirections directions : {ShearDirections::Unsigned, ShearDirections::Signed})
+        for (const BilinearPoint<Real>& at : ResultPoints<Real>()) {
+            std::array<Real, 12> alongX{}, alongY{};
+            for (std::size_t node = 0; node < 4; ++node) {
+                alongX[3 * node] = q.x[node];
+                alongY[3 * node] = q.y[node];
+            }
+            const auto x = Mitc4Forces(q, rigidity, directions, alongX, at);
+            const auto y = Mitc4Forces(q, rigidity, directions, alongY, at);
+            EXPECT_NEAR(static_cast<double>(x.V[0]), -3, 1e-13);
+            EXPECT_NEAR(static_cast<double>(x.V[1]), 0, 1e-13);
+            EXPECT_NEAR(static_cast<double>(y.V[0]), 0, 1e-13);
+            EXPECT_NEAR(static_cast<double>(y.V[1]), -7, 1e-13);
+        }
+}
+
 TYPED_TEST(Mitc4, ShearFactorsActOnTheirDirectionOnly)
 {
     using Real = TypeParam;

@@ -211,6 +211,20 @@ TYPED_TEST(ShellStiffnessOf, DrillingIsAFractionOfTheSmallestDiagonalTerm)
         }
 }
 
+// Whichever of the 20 diagonal terms of membrane and plate is the smallest is the one that counts.
+TYPED_TEST(ShellStiffnessOf, DrillingLooksAtEveryDiagonalTerm)
+{
+    using Real = TypeParam;
+    for (int smallest = 0; smallest < 20; ++smallest) {
+        ShellElement<Real> e{};
+        for (int i = 0; i < 8; ++i)
+            e.membrane.stiffness(i, i) = Real(i == smallest ? 3 : 10);
+        for (int i = 0; i < 12; ++i)
+            e.plate(i, i) = Real(8 + i == smallest ? 3 : 10);
+        EXPECT_EQ(static_cast<double>(DrillingStiffness(e, 0.5)), 1.5) << smallest;
+    }
+}
+
 TYPED_TEST(ShellStiffnessOf, DrillingIsZeroWhenAnotherDiagonalTermIs)
 {
     using Real = TypeParam;
