@@ -15,6 +15,7 @@ packages=(
   libmumps-seq-dev             # direct sparse solver
   libgtest-dev libgmock-dev    # tests
   libmpfr-dev                  # reference arithmetic of the double128 tests
+  python3-jsonschema           # validator of the schema tests
   clang-format                 # layout check
 )
 [ "${1:-}" != checks ] || packages+=(clang-tidy doxygen)

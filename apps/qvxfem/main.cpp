@@ -12,6 +12,7 @@
 #include "platform/cstring.h"
 #include "platform/file_error.h"
 #include "run_command.h"
+#include "schema_command.h"
 #include "tools/jx_exception.h"
 #include "version.h"
 
@@ -74,6 +75,12 @@ void DefineConvert(CLI::App& app, ConvertOptions& options)
     convert->add_option("OUT", options.to, "model file to write")->required();
 }
 
+void DefineSchema(CLI::App& app, std::string& file)
+{
+    CLI::App* schema = app.add_subcommand("schema", "Prints the JSON Schema of a file");
+    schema->add_option("FILE", file, "model or results")->required()->check(CLI::IsMember({"model", "results"}));
+}
+
 int Main(int argc, char** argv)
 {
     CLI::App app("qvxFEM, a structural finite-element engine", "qvxfem");
@@ -84,9 +91,11 @@ int Main(int argc, char** argv)
     RunOptions run;
     CheckOptions check;
     ConvertOptions convert;
+    std::string schema;
     DefineRun(app, run);
     DefineCheck(app, check);
     DefineConvert(app, convert);
+    DefineSchema(app, schema);
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& fault) {
@@ -96,6 +105,8 @@ int Main(int argc, char** argv)
         return CheckModelFile(check);
     if (app.got_subcommand("convert"))
         return ConvertModel(convert.from, convert.to);
+    if (app.got_subcommand("schema"))
+        return PrintSchema(schema);
     return RunModel(run);
 }
 

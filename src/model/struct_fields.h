@@ -58,7 +58,7 @@ inline constexpr auto kAnalysisSettings = RecordFields(
     Always("selectedMaterial", &CjxStruct::selectedMaterial, "of the host, index", rule::kIndex),
     Always("selectedSection", &CjxStruct::selectedSection, "of the host, index", rule::kIndex),
     Always("selectedThickness", &CjxStruct::selectedThickness, "of the host, index", rule::kIndex),
-    Always("currentRebarDatabase", &CjxStruct::currentRebarDatabase, "table of bars, index; -1 the one that the bar file names", {.least = -1}),
+    Always("currentRebarDatabase", &CjxStruct::currentRebarDatabase, "table of bars, index; -1 the one that the bar file names", {.least = -1, .isDefaultOpen = true}),
     Always("bPerformSpectrum", &CjxStruct::bPerformSpectrum, "a frequency run goes on to the response to the spectra", rule::kFlag),
     Always("bSignedModalResults", &CjxStruct::bSignedModalResults, "modal rules get the dominant mode of each direction", rule::kFlag),
     Always("dampingRatio", &CjxStruct::dampingRatio, ""),

@@ -43,6 +43,7 @@ struct ValueRule
     const wchar_t* letters = nullptr;  ///< of a text of codes: the letters that may stand in it
     Reference refersTo = Reference::None;
     Measure measure = {};
+    bool isDefaultOpen = false;  ///< a file or a preference says the default: none is told
     // Of lists of records
     bool isSortedById = true;                ///< else the order of the file stays
     bool mayRepeatIds = false;               ///< effects of records with one id add
