@@ -41,6 +41,7 @@ set(QVXFEM_PUBLIC_HEADERS
   platform/host_services.h
   platform/wide_path.h
   quad/double128.h
+  rc/interaction_surface.h
   report/report.h
   sap2000/import_loss.h
   sap2000/sap2000_file.h
