@@ -115,6 +115,25 @@ TEST(BrickGroup, BricksInsideOutStopTheRunAfterAllAreLogged)
     }
 }
 
+// A cube with its first corner pulled through the opposite side: in the plain form the fourth corner alone has negative
+// diagonal terms. In each of the 24 numberings of the same solid they stand at another node, and are seen.
+TEST(BrickGroup, ANegativeDiagonalIsSeenAtEveryNode)
+{
+    BrickMesh mesh = qvx::test::GridMesh({1, 1, 1}, [](int i, int j, int k) {
+        return jxPoint{1.0 * i, 1.0 * j, 1.0 * k};
+    });
+    const std::array<int, 8> solid = mesh.bricks[0];
+    mesh.nodes[static_cast<std::size_t>(solid[0])] = {0.75, 2, 0.5};
+    for (const std::array<int, 8>& numbering : qvx::test::ProperNumberings()) {
+        for (std::size_t i = 0; i < 8; ++i)
+            mesh.bricks[0][i] = solid[static_cast<std::size_t>(numbering[i])];
+        BrickModel m(mesh);
+        m.model.bIncompatibleMembrane = 0;
+        jxSolutionData data = m.EmptyData();
+        EXPECT_THROW(m.group.ProcessStiffness(data), jxException);
+    }
+}
+
 TEST(BrickGroup, ExcludedBrickInsideOutIsLeftOut)
 {
     BrickModel m(InsideOut(TwoCubes(), {0}));
@@ -284,6 +303,30 @@ TEST(BrickGroup, SharedCornersTakeTheMean)
 }
 
 // There are no axes to tell bricks apart: both ways of averaging are one.
+// Eight bricks at one node: each counts an eighth, whichever came first.
+TEST(BrickGroup, AllBricksAtANodeCountAlike)
+{
+    BrickModel m(qvx::test::GridMesh({2, 2, 2}, [](int i, int j, int k) {
+        return jxPoint{1.0 * i, 1.0 * j, 1.0 * k};
+    }));
+    m.Displace([](const jxPoint& p, int dof) { return 1e-3 * std::sin(3 * p.x + 5 * p.y + 7 * p.z + dof); });
+    const int middle = 14;  // of 27
+    m.model.AllBrickStresses(m.group, 0);
+    const std::vector<jxBrickStress> own = m.model.combResults[0].brickStresses;
+    const auto atMiddle = [&](std::size_t i) {
+        const auto& node = m.model.bricks[i].node;
+        return static_cast<std::size_t>(std::find(std::begin(node), std::end(node), middle) - std::begin(node)) + 1;
+    };
+    m.model.AverageBrickStresses(m.group, 0);
+    for (int component = 0; component < 6; ++component) {
+        double sum = 0;
+        for (std::size_t i = 0; i < 8; ++i)
+            sum += own[i].S[atMiddle(i)][component];
+        for (std::size_t i = 0; i < 8; ++i)
+            EXPECT_NEAR(m.model.combResults[0].brickStresses[i].S[atMiddle(i)][component], sum / 8, 1e-9);
+    }
+}
+
 TEST(BrickGroup, AveragingByAxesAveragesAsWithout)
 {
     BrickModel m(TwoCubes());

@@ -102,6 +102,35 @@ TEST_P(ShellGroup, TakesCrackingAndFactorsOnlyWhenTheSettingIsOn)
     EXPECT_NEAR(BendingTerm(1), Expected(weak), 1e-10);
 }
 
+// Every factor of the record reaches its own rigidity: the whole matrix is that of the kernel with this factor alone.
+TEST_P(ShellGroup, TakesEachFactorForItsOwnRigidity)
+{
+    const struct
+    {
+        double jxShell4::*record;
+        double ShellFactors::*kernel;
+    } factors[] = {{&jxShell4::cracking, &ShellFactors::cracking}, {&jxShell4::f_Fxx, &ShellFactors::fxx},
+                   {&jxShell4::f_Fyy, &ShellFactors::fyy},         {&jxShell4::f_Fxy, &ShellFactors::fxy},
+                   {&jxShell4::f_Mxx, &ShellFactors::mxx},         {&jxShell4::f_Myy, &ShellFactors::myy},
+                   {&jxShell4::f_Mxy, &ShellFactors::mxy},         {&jxShell4::f_Vxx, &ShellFactors::vxx},
+                   {&jxShell4::f_Vyy, &ShellFactors::vyy}};
+    for (const auto& factor : factors) {
+        DenseShells run;
+        run.ShellAt(kSkew).*factor.record = 0.5;
+        run.model.bStiffnessFactors = 1;
+        run.PrepareShells(GetParam());
+        run.shells.ProcessStiffness(run.data);
+        ShellFactors half;
+        half.*factor.kernel = 0.5;
+        const Matrix24<double> k =
+            ShellStiffness(FormShell(kSkew, ShellRigidityOf<double>(kE, kNu, 1, half), {}), 1e-7);
+        for (int i = 0; i < 24; ++i)
+            for (int j = i; j < 24; ++j)
+                EXPECT_NEAR(run.Term(i / 6 + 1, i % 6, j / 6 + 1, j % 6), k(i, j), 1e-9)
+                    << &factor - factors << ": " << i << ", " << j;
+    }
+}
+
 TEST_P(ShellGroup, TakesTheFormsOfTheSettings)
 {
     const QuadCorners rectangle = {{{0, 0, 0}, {3, 0, 0}, {3, 2, 0}, {0, 2, 0}}};
@@ -301,6 +330,23 @@ TEST(ShellGroupLoads, TermsOfACombinationAddWithTheirFactors)
         EXPECT_NEAR(location[0], -kE * strain / (1 - kNu), 1e-12);
 }
 
+// Temperatures push the nodes with the factor of their term: E t Tc dT / (1 - nu) times half a side at each corner.
+TEST(ShellGroupLoads, TemperaturesPushTheNodesWithTheFactorOfTheirTerm)
+{
+    DenseShells run;  // Tc = 1e-3, thickness 1
+    run.ShellAt({{{0, 0, 0}, {3, 0, 0}, {3, 2, 0}, {0, 2, 0}}});
+    run.Heat(1, 7);
+    run.model.loadCombs[0].cases[0].factor = -0.5;
+    run.PrepareShells(DoubleSkyline);
+    run.shells.ProcessElemLoads(0);
+    const double N = kE * 1e-3 * 7 * -0.5 / (1 - kNu);
+    const double signX[] = {-1, 1, 1, -1}, signY[] = {-1, -1, 1, 1};
+    for (int node = 1; node <= 4; ++node) {
+        EXPECT_NEAR(run.Load(node, kX), signX[node - 1] * N * 2 / 2, 1e-12);
+        EXPECT_NEAR(run.Load(node, kY), signY[node - 1] * N * 3 / 2, 1e-12);
+    }
+}
+
 // Three shells in a strip, each with its own constant force: nodal displacements impose the strains 1, 2 and 4 (times
 // 1e-3) along x, nothing across.
 class AveragedStrip : public DenseShells
@@ -355,6 +401,33 @@ TEST(ShellAveraging, SharesOneMeanAtANode)
             EXPECT_NEAR(strip.Fxx(shell, 0), (left + right) / 2, 1e-12);
             EXPECT_NEAR(strip.Stress(shell).derived[1].Fmax, strip.Stress(shell).F[1][0], 1e-9);
         }
+    }
+}
+
+// Four shells at one node: the mean is a quarter of each, whichever came first.
+TEST(ShellAveraging, WeighsAllShellsAtANodeAlike)
+{
+    DenseShells run;
+    for (int i = 0; i < 9; ++i)
+        run.Node(i / 3, i % 3);
+    for (const int corner : {1, 2, 4, 5})
+        run.Shell(corner, corner + 3, corner + 4, corner + 1);
+    run.PrepareShells(DoubleSkyline);
+    for (int node = 1; node <= 9; ++node)
+        for (const int dof : {kX, kY, kZ, kOX})
+            run.Vector(node, dof) = 1e-3 * std::sin(7.0 * node + 3.0 * dof);
+
+    run.model.AllShell4Stresses(run.shells, 0);
+    const int cornerAtMiddle[4] = {3, 2, 4, 1};  // of shells 1 to 4, counted from 1
+    double sumF = 0, sumM = 0;
+    for (int shell = 1; shell <= 4; ++shell) {
+        sumF += run.Stress(shell).F[cornerAtMiddle[shell - 1]][0];
+        sumM += run.Stress(shell).P[cornerAtMiddle[shell - 1]][1];
+    }
+    run.model.AverageShellStresses(run.shells, 0);
+    for (int shell = 1; shell <= 4; ++shell) {
+        EXPECT_NEAR(run.Stress(shell).F[cornerAtMiddle[shell - 1]][0], sumF / 4, 1e-12);
+        EXPECT_NEAR(run.Stress(shell).P[cornerAtMiddle[shell - 1]][1], sumM / 4, 1e-12);
     }
 }
 
