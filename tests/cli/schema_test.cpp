@@ -31,6 +31,12 @@ protected:
         return RunProgram(QVXFEM_PYTHON, files, folder_);
     }
 
+    // Raw imports are not models yet: triangles stand in them as shells without a fourth node.
+    static bool IsRawImport(const std::string& name)
+    {
+        return name.starts_with("expected-raw") || name.starts_with("expected-alt");
+    }
+
     static std::vector<std::string> ModelFiles()
     {
         std::vector<std::string> files;
@@ -39,7 +45,7 @@ protected:
                 const std::string name = entry.path().filename().string();
                 const bool isModel =
                     std::string(folder) == "examples" ? name.ends_with(".json") : name.ends_with(".model.json");
-                if (isModel)
+                if (isModel && !IsRawImport(name))
                     files.push_back(entry.path().string());
             }
         return files;
@@ -59,8 +65,9 @@ TEST_F(SchemaCommand, WhatTheProgramWritesIsOfTheSchema)
 {
     std::vector<std::string> models, results;
     for (const std::string& file : ModelFiles()) {
-        if (fs::path(file).string().find("examples") == std::string::npos && fs::file_size(file) > 60000)
-            continue;  // the validator takes its time
+        const bool isExample = file.find("/examples/") != std::string::npos;
+        if (file.find("/import/") != std::string::npos || (!isExample && fs::file_size(file) > 60000))
+            continue;  // imports lack what a run needs; the validator takes its time
         const std::string number = std::to_string(models.size());
         models.push_back("model" + number + ".json");
         results.push_back("results" + number + ".json");

@@ -210,7 +210,7 @@ TEST_F(ModelFile, KeepsCriteriaLeftOutAtTheirDefaults)
 // A setting that nothing acts on must not look as if it did.
 TEST_F(ModelFile, RefusesSettingsThatNothingActsOn)
 {
-    for (const char* field : {"bConsistentMechanics", "bReactivateOneWay", "bContinueAfterFailure"}) {
+    for (const char* field : {"bReactivateOneWay", "bContinueAfterFailure"}) {
         CjxStruct model;
         EXPECT_THROW(SetModelSetting(model, field, "1"), FileError) << field;
     }
