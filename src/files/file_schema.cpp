@@ -34,11 +34,11 @@ std::string NameOf(const QuantityUnit& unit)
     if (unit.of != kQuantityCount)
         name = NameOf(unit.of);
     if (unit.power != 1)
-        name += "^" + std::to_string(unit.power);
+        name.append("^").append(std::to_string(unit.power));
     if (unit.times != kQuantityCount)
         name += " * " + NameOf(unit.times);
     if (unit.seconds != 0)
-        name += " s^" + std::to_string(unit.seconds);
+        name.append(" s^").append(std::to_string(unit.seconds));
     if (unit.per != kQuantityCount)
         name = (name.empty() ? "1" : name) + "/" + NameOf(unit.per);
     return name;

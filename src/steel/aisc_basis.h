@@ -7,7 +7,7 @@
 
 namespace qvx {
 
-/// Editions of the specification for structural steel buildings, ANSI/AISC 360.
+/// Editions of ANSI/AISC 360, structural steel buildings.
 enum AiscEdition : int { kAisc05 = 0, kAisc10 = 1, kAisc16 = 2 };
 
 inline constexpr double kSteelE = 29000;      ///< [ksi]
