@@ -5,6 +5,7 @@
 
 #include <gmock/gmock.h>
 
+#include "solver/solution_findings.h"
 #include "support/static_model.h"
 
 namespace qvx::test {
@@ -118,6 +119,89 @@ TEST_P(RunFindings, NextRunForgetsThem)
     m.model.loadCombs.pop_back();
     EXPECT_EQ(m.FaultOfRun(), L"");
     EXPECT_THAT(CodesOf(m.model), ElementsAre());
+}
+
+// A tip load that turns the cantilever by P L^2 / (2 E I) = 100 P / (2 * 1000 * 100): 0.6 rad for P = 1200, far beyond
+// small rotations, and moves it by 4 of its length of 10.
+TEST_P(RunFindings, MotionsBeyondLinearTheoryAreTold)
+{
+    m.model.caseLoads[0].ndLoads[0].value = -1200;
+    EXPECT_EQ(m.FaultOfRun(), L"");
+    EXPECT_THAT(CodesOf(m.model), ElementsAre("large-motion", "large-motion"));
+    m.model.caseLoads[0].ndLoads[0].value = -200;  // 0.1 rad, 0.067 of the length
+    EXPECT_EQ(m.FaultOfRun(), L"");
+    EXPECT_THAT(CodesOf(m.model), ElementsAre());
+}
+
+// A support is a spring of penaltyFactor times the largest stiffness: with a factor of 10 it gives way visibly.
+TEST_P(RunFindings, SupportsThatGiveWayAreTold)
+{
+    m.model.penaltyFactor = 10;
+    EXPECT_EQ(m.FaultOfRun(), L"");
+    ASSERT_THAT(CodesOf(m.model), ElementsAre("support-yields"));
+    EXPECT_EQ(First().records.front().id, 1);
+}
+
+// A cantilever column under a tenth of the Euler load pi^2 E I / L^2 of a pin-ended one: in one piece its bow is missed,
+// in two each piece carries a fourth of that.
+TEST_P(RunFindings, MembersInOnePieceUnderMuchCompressionAreTold)
+{
+    const double euler = 9.8696 * 1000 * 50 / 100;
+    m.model.loadCombs[0].bPDelta = 1;
+    m.NodalLoad(2, kX, -0.1 * euler);
+    EXPECT_EQ(m.FaultOfRun(), L"");
+    ASSERT_THAT(CodesOf(m.model), ElementsAre("coarse-p-delta"));
+    EXPECT_EQ(First().records.front().id, 1);
+
+    const int middle = m.Node(5, 0, 0);
+    m.Beam(1).node2 = middle;
+    m.Member(middle, 2);
+    EXPECT_EQ(m.FaultOfRun(), L"");
+    EXPECT_THAT(CodesOf(m.model), ElementsAre());
+}
+
+// A strut that may only pull, pushed by its load: it is off, and by the shortening of its ends it stays off.
+TEST_P(RunFindings, OneWayMembersThatAreOffAreNamed)
+{
+    m.Node(10, -10, 0);
+    m.Support(3, L"111111");
+    m.Beam(m.Bar(3, 2)).nonlinear = kTensionOnly;
+    EXPECT_EQ(m.FaultOfRun(), L"");
+    EXPECT_THAT(CodesOf(m.model), ElementsAre());
+    EXPECT_EQ(std::string(First().code), "one-way-off");
+    EXPECT_THAT(m.model.combOutcomes[0].failedMembers, ElementsAre(2));
+    EXPECT_TRUE(IsReliable(m.model, 0));
+}
+
+// A nodal spring that only presses (flag '1' lets go of positive displacements), lifted by its load.
+TEST_P(RunFindings, OneWaySpringsThatAreOffAreNamed)
+{
+    m.Spring(m.model.nodalSprings, 2, {0, 1, 0, 0, 0, 0}, L"010000");
+    m.model.caseLoads[0].ndLoads[0].value = 1;
+    EXPECT_EQ(m.FaultOfRun(), L"");
+    EXPECT_EQ(std::string(First().code), "one-way-off");
+    ASSERT_EQ(m.model.combOutcomes[0].failedSprings.size(), 1U);
+    EXPECT_EQ(m.model.combOutcomes[0].failedSprings[0].id, 2);
+    EXPECT_EQ(m.model.combOutcomes[0].failedSprings[0].dof, int{kY});
+}
+
+// What is off while the ends of the member part would act: a state that contradicts the law of the member, formed here
+// by hand.
+TEST_P(RunFindings, OneWayMembersThatWouldActMarkTheirCombination)
+{
+    m.Node(10, 10, 0);
+    m.Support(3, L"111111");
+    jxBm& tie = m.Beam(m.Bar(3, 2));
+    tie.nonlinear = kTensionOnly;
+    EXPECT_EQ(m.FaultOfRun(), L"");
+    EXPECT_THAT(CodesOf(m.model), ElementsAre());  // it is stretched and acts
+
+    m.model.bNonlinear = 1;
+    tie.failed = 1;
+    FindInSolution(m.model, 0);
+
+    EXPECT_THAT(CodesOf(m.model), ElementsAre("one-way-would-act"));
+    EXPECT_FALSE(IsReliable(m.model, 0));
 }
 
 }  // namespace
