@@ -442,14 +442,14 @@ public:
     void GetNodeBeamsMap();        ///< nodeBeams from the members
     /// Width of the member that supports this one at its start (end 0) or end (1), 0 without one; at most 0.35 lengths.
     void CalcBeamSupportWidth(double& width, const jxBm& bm, int end) const;
-    void BeamConcreteDesign();
+    void BeamConcreteDesign();  ///< concreteBeams: steel of every beam at its stations
     /// Adds the candidates of a column by name; tells the user when there are none.
     void GenerateColumnSections(std::map<CString, jxConcreteSection>& out, const jxMat& material, const jxSect& section,
                                 const jxColRcCrit& criterion);
     void GenerateAllColumnSections();  ///< concreteSections of all columns, by name
-    void ColumnConcreteDesign();
-    void ConcreteShearDesign();
-    void PlateConcreteDesign();
+    void ColumnConcreteDesign();       ///< concreteColumns: the candidate of every column with its governing load
+    void ConcreteShearDesign();        ///< concreteShear: stirrups of beams and columns at their stations
+    void PlateConcreteDesign();        ///< concretePlates: steel by Wood-Armer moments
 
     // Of the sparse run: the matrix is data.sparseK; a, ia, ja are its arrays, which prepare_pardiso hands out.
     /// Threads (profile integer SolverCPUs) and, out of core, the solver's configuration file in the current folder.

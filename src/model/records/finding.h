@@ -60,10 +60,10 @@ public:
     /// How many there are of a severity.
     std::size_t Count(Severity severity) const;
 
-    bool empty() const { return findings_.empty(); }
-    std::size_t size() const { return findings_.size(); }
-    std::vector<Finding>::const_iterator begin() const { return findings_.begin(); }
-    std::vector<Finding>::const_iterator end() const { return findings_.end(); }
+    bool empty() const { return findings_.empty(); }                                  ///< nothing was found
+    std::size_t size() const { return findings_.size(); }                             ///< of all stages and severities
+    std::vector<Finding>::const_iterator begin() const { return findings_.begin(); }  ///< the first of all stages
+    std::vector<Finding>::const_iterator end() const { return findings_.end(); }      ///< behind the last
 
 private:
     std::vector<Finding> findings_;
