@@ -27,6 +27,7 @@ void CjxStruct::ClearStaticResult()
     concreteEnvelope.clear();
     woodArmer.clear();
     modalResult.clear();
+    envelopeReport.clear();
     ClearConcreteResult();
     ClearSteelResult();
     if (!documentPath.IsEmpty())
@@ -36,6 +37,7 @@ void CjxStruct::ClearStaticResult()
 void CjxStruct::ClearFrequencyResult()
 {
     eigenResults.clear();
+    frequencyOutcome = {};
     ClearResponseSpectrumResult();
 }
 
