@@ -42,12 +42,11 @@ struct jxSolutionData
     qvx::RowTable lmConstraints;                  ///< 2
     qvx::RowTable lmCoupledSprings;               ///< 6
     std::vector<int> columnHeight;                ///< distance from the diagonal to the topmost stored term
-    std::vector<double> M;                        ///< second matrix of an eigen run
-    std::vector<qvx::double128> MQ;               ///< the same, quad solver
     qvx::SparseStiffness sparseK;                 ///< stiffness for a direct sparse solver
     int bAnalysed = 0;                            ///< a direct sparse solver knows the pattern of sparseK
     std::vector<qvx::double128> settlement;       ///< prescribed displacements v by equation; empty without any
     std::vector<qvx::double128> settlementForce;  ///< K v
     std::vector<qvx::RoundedTerm> rounded;        ///< of terms that call for a refined solution
+    int bTellSkyline = 0;                         ///< tells the size of the skyline form although the store is another
     int bForceSkyline = 0;                        ///< keeps the skyline form although solverType is 2
 };

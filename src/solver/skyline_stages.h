@@ -10,7 +10,7 @@ namespace qvx {
 class SkylineStages : public SystemStages
 {
 public:
-    SkylineStages(const RunContext& context, jxSolutionData& data);
+    SkylineStages(const RunContext& context, jxSolutionData& data, StiffnessUse use = ForStatics);
 
     EquationSolver& Solver() override { return *solver_; }
     void Allocate(int nTerms) override;
@@ -25,6 +25,7 @@ public:
 private:
     CjxStruct& model_;
     jxSolutionData& data_;
+    StiffnessUse use_;
     std::unique_ptr<EquationSolver> solver_;
 };
 
