@@ -8,6 +8,7 @@
 
 #include <fmt/format.h>
 
+#include "analyses.h"
 #include "engine_log.h"
 #include "exit_code.h"
 #include "files/results_file.h"
@@ -25,17 +26,6 @@ namespace qvx::app {
 namespace {
 
 constexpr std::size_t kMostDetails = 10;  // of one finding in the summary
-
-void RefuseWhatIsNotThere(const RunOptions& options)
-{
-    for (const std::string& analysis : options.analyses) {
-        if (analysis == "static")
-            continue;
-        const bool isKnown =
-            analysis == "frequency" || analysis == "spectrum" || analysis == "concrete" || analysis == "steel";
-        throw FileError("", "--analysis " + analysis, isKnown ? "not available in this version" : "no such analysis");
-    }
-}
 
 // Before a long run, not after it.
 void RequireFolderOf(const std::string& file)
@@ -145,7 +135,7 @@ int Analyse(const RunOptions& options, CjxStruct& model, std::vector<std::string
     const Stopwatch stopwatch;
     int done = 0;
     try {
-        done = model.ExecuteStatic();
+        done = RunAnalyses(AnalysesOf(options.analyses), model);
     } catch (const jxException& fault) {
         model.RestoreInputData();
         if (IsInterrupted())
@@ -183,13 +173,14 @@ int Analyse(const RunOptions& options, CjxStruct& model, std::vector<std::string
 
 int RunModel(const RunOptions& options)
 {
-    RefuseWhatIsNotThere(options);
+    AnalysesOf(options.analyses);  // refuses what there is not
     RequireReportable(options.report);
     Progress progress(options.isQuiet);
     TerminalHost host(progress, options.isInteractive, options.threads, BackendOf(options.backend));
     CjxStruct model;
     std::vector<std::string> notes = LoadModel(options.model, model);
     ApplySettings(options.settings, model);
+    ApplySpectra(options.spectra, model);
     RequireFolderOf(options.results);
     RequireFolderOf(options.report.file);
     RequireFolderOf(options.log);

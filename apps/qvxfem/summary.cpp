@@ -8,6 +8,7 @@
 #include <fmt/format.h>
 
 #include "extremes.h"
+#include "frequency_summary.h"
 #include "load_balance.h"
 #include "loose_members.h"
 #include "model/find_record.h"
@@ -230,7 +231,8 @@ void PrintSummary(std::FILE* out, const CjxStruct& model, const SummaryFacts& fa
         notes.insert(notes.end(), more.begin(), more.end());
     PrintList(out, "Notes", notes);
     PrintList(out, "Findings of the input check and of the run", facts.findings);
-    for (std::size_t comb = 0; comb < model.loadCombs.size(); ++comb)
+    PrintModes(out, model);
+    for (std::size_t comb = 0; comb < model.combOutcomes.size(); ++comb)
         PrintCombination(out, model, comb);
     fmt::print(out, "\n");
     Row(out, "time, memory", "{:.3g} s, at most {:.0f} MB", facts.seconds,
