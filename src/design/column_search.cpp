@@ -115,6 +115,7 @@ std::vector<ColumnCandidate> ColumnSearch::CandidatesOf(const jxBm& beam) const
             sorted.insert(*found);
     }
     std::vector<ColumnCandidate> candidates;
+    candidates.reserve(sorted.size());
     for (const auto& [name, candidate] : sorted)
         candidates.push_back(candidate);
     if (model_.design.bConsistentDesign != 0)

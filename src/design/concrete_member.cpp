@@ -9,8 +9,7 @@ ConcreteMember ConcreteMemberOf(const CjxStruct& model, const jxBm& beam)
 {
     const jxSect& section = FindById(model.sections, beam.section);
     const auto point = [&](int node) {
-        const jxNd& nd = model.nodes[static_cast<std::size_t>(NodePosition(model.nodes, node) - 1)];
-        return jxPoint(nd.x, nd.y, nd.z);
+        return model.nodes[static_cast<std::size_t>(NodePosition(model.nodes, node) - 1)].Point();
     };
     return {.beam = beam,
             .material = FindById(model.materials, beam.material),

@@ -68,5 +68,5 @@ void CjxStruct::PlateConcreteDesign()
     concretePlates.clear();
     qvx::DesignInBatches(
         *this, shell4s, kPerThread, [this](const jxShell4& shell) { return qvx::DesignOf(*this, shell); },
-        [this](jxPlateRcResult&& result) { concretePlates.push_back(std::move(result)); });
+        [this](const jxPlateRcResult& result) { concretePlates.push_back(result); });
 }

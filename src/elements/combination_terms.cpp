@@ -9,8 +9,11 @@ namespace qvx {
 std::vector<CombinationTerm> TermsOf(const CjxStruct& model, int comb)
 {
     assert(comb >= 0 && static_cast<std::size_t>(comb) < model.loadCombs.size() && "no such combination");
+    // Of this function and not of the caller: the terms refer to it, and they live as long as the run.
     static const jxCaseLoad kNoLoads;
     std::vector<CombinationTerm> terms;
+    // A label may stand twice in a combination. Both terms count, which is the sum of their factors: loads are linear
+    // in the factor, and so nothing is merged here.
     for (const jxCaseFactor& term : model.loadCombs[static_cast<std::size_t>(comb)].cases) {
         const int loadCase = model.FindLoadCase(term.label);
         if (loadCase < 0)
@@ -29,6 +32,8 @@ double ThermalStrain(const std::vector<CombinationTerm>& terms, std::vector<jxTh
     for (const CombinationTerm& term : terms) {
         const auto [first, last] = RecordsOf(term.loads.*loads, id);
         for (auto thermal = first; thermal != last; ++thermal)
+            // Stress-free strains add up where the stresses of single cases would each be taken off with a stiffness of
+            // their own: one sum per combination, taken off once.
             strain += thermal->dT * term.factor * Tc;
     }
     return strain;

@@ -37,6 +37,8 @@ bool IsNearlyVerticalAndTurned(const jxPoint& start, const jxPoint& end, const j
     const double lean = std::hypot(run.x, run.z);
     if (lean == 0 || lean > kNearly * Length(run))
         return false;
+    // Compared with the axes of the member set upright, as the author of the model has it in mind: only when z differs
+    // does the lean by a rounding change which way the section faces.
     jxPoint vertical[3];
     CjxBmGroup::GetLocalAxis(vertical, start, {start.x, end.y, start.z}, 0);
     return IsTurned(axes[2], vertical[2]);
@@ -47,6 +49,8 @@ bool IsNearlyVerticalAndTurned(const jxPoint& start, const jxPoint& end, const j
 bool IsStrongAxisFlat(const jxSect& section, const jxBm& beam, const jxPoint (&axes)[3])
 {
     constexpr double kStronger = 1.05;
+    // A column has no upper and lower side: whichever way its strong axis points is the engineer's choice. Within 5
+    // degrees of the vertical nothing is told.
     const bool isUpright = std::fabs(axes[0].z) > std::cos(5 * 3.14159265358979 / 180);
     return beam.angle == 0 && !isUpright && section.Iz > kStronger * section.Iy &&
            std::fabs(axes[1].z) < std::fabs(axes[2].z);
@@ -58,6 +62,8 @@ void FindInMembers(InputCheck& check)
     FindingOfMany nearlyVertical(check, FindingCode::MemberNearlyVertical);
     FindingOfMany flat(check, FindingCode::StrongAxisFlat);
     FindingOfMany bending(check, FindingCode::TrussMemberBends);
+    // Nodes of a truss have no rotations, so a bending stiffness at an end has nothing to work against but the node's
+    // own displacement: it stays in the matrix as a spring across the bar that no drawing shows.
     const bool isTruss = m.modelType == Truss3D || m.modelType == Truss2D;
     for (const jxBm& beam : m.beams) {
         const jxNd* start = FindOrNull(m.nodes, beam.node1);
@@ -101,6 +107,8 @@ bool IsNearlyRectangle(const QuadCorners& p)
 // A rectangle takes its local x along its side, any other shape from the horizontal.
 bool IsTurnedByRounding(const QuadCorners& p)
 {
+    // Exact rectangles and plain quadrilaterals keep the axes that their author sees. In between a digit of one
+    // coordinate decides between two rules.
     if (is_rectangle(p[0], p[1], p[2], p[3]) || !IsNearlyRectangle(p))
         return false;
     jxPoint side = 0.5 * ((p[1] + p[2]) - (p[3] + p[0]));

@@ -80,4 +80,17 @@ bool IsBalanced(const std::array<Real, N>& forces, std::size_t nDofs)
     return true;
 }
 
+/// Whether numbers add up to nothing beside the largest of them. Gradients of shape functions do: the functions add up
+/// to 1 everywhere, so that a translation strains nothing.
+template <class Numbers>
+bool AddUpToNothing(const Numbers& numbers)
+{
+    double sum = 0, largest = 0;
+    for (const auto& number : numbers) {
+        sum += static_cast<double>(number);
+        largest = std::fmax(largest, std::fabs(static_cast<double>(number)));
+    }
+    return !(std::fabs(sum) > 1e-9 * largest);
+}
+
 }  // namespace qvx

@@ -55,6 +55,8 @@ public:
         return gathered;
     }
 
+    // The place of a value is its node times the directions per node plus its direction, for members (6), shells (6),
+    // plates (3) and solids (3) alike: one layout for all, so that no group counts for itself.
     /// Adds the values of an element, laid out as Gather returns them and in the order of their places: sums of several
     /// elements at one equation repeat bit for bit when the elements come in one order.
     template <Number Real, std::size_t N, std::size_t Nodes>

@@ -22,6 +22,8 @@ void ScatterInto(const Sink& sink, const int* loc, int n, const Real* k, Share s
         sink.AddElement(loc, n, k, share);
         return;
     }
+    // Both (p, q) and (q, p) are visited, and the one that lies in the upper triangle is stored: which of the two it is
+    // hangs on the order of the equations and not on that of the degrees of freedom.
     for (int p = 1; p <= n; ++p) {
         const int column = loc[p];
         if (column <= 0 || !share.Has(column))

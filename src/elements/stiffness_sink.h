@@ -38,6 +38,7 @@ public:
     void Add(int row, int column, const Value& value) const
     {
         assert(row >= 1 && row <= column && "the skyline keeps the upper triangle only");
+        assert(At(column) + 1 < maxa_.size() && "no such equation");
         assert(maxa_[At(column)] + column - row < maxa_[At(column) + 1] && "term above the top of its column");
         terms_[At(maxa_[At(column)] + column - row)] += static_cast<Store>(value);
     }

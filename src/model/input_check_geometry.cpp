@@ -7,6 +7,7 @@
 #include <cmath>
 #include <iterator>
 #include <string>
+#include <type_traits>
 #include <vector>
 
 #include "model/find_record.h"
@@ -85,7 +86,7 @@ bool NameBadShapes(InputCheck& check, const std::vector<Element>& elements, cons
 {
     bool isAnyBad = false;
     for (const Element& element : elements) {
-        std::array<jxPoint, sizeof(element.node) / sizeof(element.node[0])> points;
+        std::array<jxPoint, std::extent_v<decltype(Element::node)>> points;
         if (!GetPoints(check.model, element.node, points) || isSound(points))
             continue;
         check.Log(L"%s %d: a corner is collapsed or inside out", kind, element.id);

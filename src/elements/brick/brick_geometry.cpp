@@ -2,6 +2,9 @@
 
 #include <cassert>
 #include <cmath>
+#include <span>
+
+#include "elements/invariants.h"
 
 namespace qvx {
 
@@ -106,6 +109,7 @@ BrickGradients<Real> Gradients(const TrilinearMap<Real>& map, const NaturalDeriv
         J[1][k] = map.s[k] + map.st[k] * at.t + (map.rs[k] + map.rst[k] * at.t) * at.r;
         J[2][k] = map.t[k] + map.tr[k] * at.r + (map.st[k] + map.rst[k] * at.r) * at.s;
     }
+    // Cofactors by cyclic indices carry their sign in the order of the columns: no (-1)^(i + j) is needed.
     const auto Minor = [&J](int a, int b, int c, int e) { return J[a][c] * J[b][e] - J[a][e] * J[b][c]; };
     const Real cofactor[3][3] = {{Minor(1, 2, 1, 2), Minor(1, 2, 2, 0), Minor(1, 2, 0, 1)},
                                  {Minor(2, 0, 1, 2), Minor(2, 0, 2, 0), Minor(2, 0, 0, 1)},
@@ -118,9 +122,13 @@ BrickGradients<Real> Gradients(const TrilinearMap<Real>& map, const NaturalDeriv
     const auto Along = [&](int k) {
         return DerivativeOf(d, cofactor[0][k] * perVolume, cofactor[1][k] * perVolume, cofactor[2][k] * perVolume);
     };
+    // A folded solid has det <= 0 here. It is not refused: the sign goes into the stiffness and is told by its diagonal
+    // with the number of the solid (see brick_group.cpp).
     g.x = Along(0);
     g.y = Along(1);
     g.z = Along(2);
+    assert(AddUpToNothing(std::span(g.x).template first<8>()) && AddUpToNothing(std::span(g.y).template first<8>()) &&
+           AddUpToNothing(std::span(g.z).template first<8>()) && "a translation strains nothing");
     return g;
 }
 
@@ -155,6 +163,8 @@ template <Number Real>
 std::array<Real, 8> BrickShapeFunctions(const BrickPoint<Real>& at)
 {
     std::array<Real, 8> N;
+    // Each coefficient is the mean of the corners with the signs that its monomial has there: the eight monomials are
+    // orthogonal over the corners of the cube.
     for (std::size_t i = 0; i < 8; ++i)
         N[i] = (1 + kSigns[i][0] * at.r) * (1 + kSigns[i][1] * at.s) * (1 + kSigns[i][2] * at.t) / 8;
     assert(!(std::fabs(static_cast<double>(N[0] + N[1] + N[2] + N[3] + N[4] + N[5] + N[6] + N[7]) - 1) > 1e-12) &&

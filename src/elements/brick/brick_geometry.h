@@ -41,6 +41,8 @@ struct BrickGradients
     Real det;  ///< of the Jacobian: volume per natural volume
 };
 
+/// Exact for the stiffness of a parallelepiped: its Jacobian is constant, and products of two gradients, of the modes
+/// too, are of the second degree in each natural coordinate where the rule is right to the third.
 /// Gauss points of the 2 x 2 x 2 rule, all weights 1: r, s, t = -+sqrt(3) / 3.
 template <Number Real>
 const std::array<BrickPoint<Real>, 8>& BrickGaussPoints();
@@ -53,6 +55,9 @@ const std::array<BrickPoint<Real>, 9>& BrickStressPoints();
 template <Number Real>
 std::array<Real, 8> BrickShapeFunctions(const BrickPoint<Real>& at);
 
+/// Number of the functions in a gradient: 0 to 7 the nodes, 8 to 10 the modes. Their derivatives along r, s, t depend
+/// on the point only and are made once per number type; per element only the Jacobian and its inverse are formed.
+///
 /// Gradients at the Gauss points; modes without the correction by their mean.
 template <Number Real>
 std::array<BrickGradients<Real>, 8> GradientsAtGaussPoints(const BrickCorners& corners);

@@ -45,6 +45,9 @@ BrickElement<Real> Form(const CjxStruct& model, const GatheredBrick& g)
                            model.bIncompatibleMembrane != 0);
 }
 
+// A diagonal term is twice the energy of moving one node alone, positive on any solid whose volume is. A negative one
+// means that the Jacobian is negative at a Gauss point that matters: the nodes run the wrong way round, or the solid is
+// folded.
 template <Number Real>
 bool HasNegativeDiagonal(const Matrix24<Real>& k)
 {
@@ -94,6 +97,8 @@ void AddStiffness(CjxStruct& model, jxSolutionData& data)
 template <Number Real>
 void AddSelfWeight(CjxStruct& model, int comb, double factor, const GatheredBrick& g)
 {
+    // The weight goes to the nodes by the shape functions, so that a patch of solids under its own weight has the exact
+    // stress of a column: sharing it out evenly would be in balance too, but not on a solid whose ends differ in size.
     const double w = g.material.Wc * model.selfWeightFactor * factor;
     const std::array<Real, 8> q = BrickBodyForces<Real>(g.corners, Real(w));
     const auto loadVector = NodalVectorOf(model, comb);
@@ -113,6 +118,7 @@ template <Number Real>
 void AddLoads(CjxStruct& model, int comb)
 {
     const std::vector<CombinationTerm> terms = TermsOf(model, comb);
+    // Excluded solids load the structure all the same: their stiffness is switched off, not what stands on them.
     for (const jxBrick& brick : model.bricks) {
         const GatheredBrick g = Gather(model, brick);
         for (const CombinationTerm& term : terms) {
@@ -130,6 +136,8 @@ template <Number Real>
 void Recover(const CjxStruct& model, const jxBrick& brick, int comb, double S[9][6], double f[24])
 {
     const GatheredBrick g = Gather(model, brick);
+    // The element is formed anew and not kept from the assembly: forming is a small part of a solution, and 24 x 24
+    // terms of every solid with the amplitudes of its modes would stay in memory through all of it.
     const auto u = NodalVectorOf(model, comb).Gather<24, Real>(g.nodePositions);
     const double strain = ThermalStrain(TermsOf(model, comb), &jxCaseLoad::brickThermalLoads, brick.id, g.material.Tc);
     assert(!model.idTable[0].empty() && "equations are numbered");
@@ -149,24 +157,18 @@ void Recover(const CjxStruct& model, const jxBrick& brick, int comb, double S[9]
 
 void CjxBrickGroup::ProcessStiffness(jxSolutionData& data)
 {
-    if (model_->solverType == QuadSkyline)
-        qvx::AddStiffness<qvx::double128>(*model_, data);
-    else
-        qvx::AddStiffness<double>(*model_, data);
+    qvx::WithNumberType(model_->solverType,
+                        [&](auto tag) { qvx::AddStiffness<typename decltype(tag)::Real>(*model_, data); });
 }
 
 void CjxBrickGroup::ProcessElemLoads(int comb)
 {
-    if (model_->solverType == QuadSkyline)
-        qvx::AddLoads<qvx::double128>(*model_, comb);
-    else
-        qvx::AddLoads<double>(*model_, comb);
+    qvx::WithNumberType(model_->solverType,
+                        [&](auto tag) { qvx::AddLoads<typename decltype(tag)::Real>(*model_, comb); });
 }
 
 void CjxBrickGroup::GetBrickStresses(double S[9][6], double f[24], const jxBrick& brick, int comb)
 {
-    if (model_->solverType == QuadSkyline)
-        qvx::Recover<qvx::double128>(*model_, brick, comb, S, f);
-    else
-        qvx::Recover<double>(*model_, brick, comb, S, f);
+    qvx::WithNumberType(model_->solverType,
+                        [&](auto tag) { qvx::Recover<typename decltype(tag)::Real>(*model_, brick, comb, S, f); });
 }

@@ -8,6 +8,8 @@
 class QVXFEM_API CjxBrickGroup
 {
 public:
+    // Stiffness and recovery form each solid anew, in the number type of the run (WithNumberType): nothing of a solid
+    // is kept between the stages.
     /// @param model  of the caller, outlives the group
     explicit CjxBrickGroup(CjxStruct* model) : model_(model) {}
 

@@ -11,6 +11,8 @@ template <Number Real>
 std::array<Real, 8> BrickBodyForces(const BrickCorners& corners, const Real& w)
 {
     const std::array<BrickGradients<Real>, 8> gradients = GradientsAtGaussPoints<Real>(corners);
+    // det N is of the third degree at most along each natural coordinate on any hexahedron: det of the second, N of the
+    // first. The 2 x 2 x 2 rule integrates the weight exactly, whatever the shape.
     std::array<Real, 8> q{};
     for (std::size_t g = 0; g < gradients.size(); ++g) {
         const Real weight = w * gradients[g].det;
@@ -26,6 +28,8 @@ std::array<Real, 24> BrickThermalForces(const BrickCorners& corners, const Solid
                                         const Real& e)
 {
     const Real stress = RestrainedSolidStress(elasticity, e);
+    // Without the modes: they carry no load, and their gradients are corrected to a mean of zero, so that a stress that
+    // is the same everywhere does no work on them.
     std::array<Real, 24> f{};
     for (const BrickGradients<Real>& g : GradientsAtGaussPoints<Real>(corners)) {
         const Real weight = g.det * stress;

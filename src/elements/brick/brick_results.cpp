@@ -33,6 +33,7 @@ void TakeMeans(jxBrickStress& record, const std::array<const NodeMean*, 8>& mean
         record.S[0][i] = 0;
         for (std::size_t corner = 0; corner < 8; ++corner) {
             record.S[corner + 1][i] = means[corner]->value[i];
+            // The centre too: its own value would stand out among means of neighbors, and listings compare the two.
             record.S[0][i] += 0.125 * means[corner]->value[i];
         }
     }

@@ -62,6 +62,8 @@ void IntegrateDirection(FunctionPairs<Real>& alongAlong, FunctionPairs<Real>& al
     for (std::size_t g = 0; g < gradients.size(); ++g)
         for (std::size_t i = 0; i < kBrickFunctions; ++i)
             weighted[g][i] = gradients[g].det * (gradients[g].*along)[i];
+    // alongAlong is symmetric. Its rows are taken in three strips that begin at their own first column: a third of the
+    // work is left out while the inner loop keeps a length that the compiler can unroll and vectorize.
     IntegrateRows<0, 4, 0>(alongAlong, weighted, gradients, along);
     IntegrateRows<4, 8, 4>(alongAlong, weighted, gradients, along);
     IntegrateRows<8, kFunctionsUsed, 8>(alongAlong, weighted, gradients, along);
@@ -89,6 +91,9 @@ void CorrectModes(GaussGradients<Real>& gradients, std::array<std::array<Real, 3
         }
         volume += g.det;
     }
+    // Over the volume of the solid itself, not of the cube: the correction of Taylor, Beresford & Wilson for elements
+    // that are no parallelepipeds. On a parallelepiped the mean is 0, as their gradients are odd in r, s, t, and
+    // nothing changes.
     for (std::array<Real, 3>& m : mean)
         for (Real& component : m)
             component /= volume;
@@ -106,6 +111,8 @@ Matrix3<Real> Block(const GradientIntegrals<Real>& p, const SolidElasticity<Real
 {
     const Real xx = p.xx[i][j], yy = p.yy[i][j], zz = p.zz[i][j];
     Matrix3<Real> b;
+    // Row a, column b of the block is the force along a at function i for a displacement along b of function j: D11 f,a
+    // g,a and the shears of the two other directions on the diagonal, lambda f,a g,b + G f,b g,a beside it.
     b(0, 0) = D.direct * xx + D.shear * (yy + zz);
     b(1, 1) = D.direct * yy + D.shear * (zz + xx);
     b(2, 2) = D.direct * zz + D.shear * (xx + yy);
@@ -147,6 +154,7 @@ void SubtractCondensed(Matrix24<Real>& K, const FixedMatrix<Real, 9, 24>& Kau, c
             Real total = Kau(0, i) * X(0, j);
             for (int a = 1; a < 9; ++a)
                 total += Kau(a, i) * X(a, j);
+            // Condensed stiffness K - Kau^t Kaa^-1 Kau: never above the plain one, as freedoms are added.
             K(i, j) -= total;
         }
 }
@@ -163,6 +171,7 @@ void CondenseModes(BrickElement<Real>& e, const GradientIntegrals<Real>& p)
         for (std::size_t n = m; n < kBrickModes; ++n)
             Put(Kaa, m, n, Block(p, e.elasticity, kNodes + m, kNodes + n));
     }
+    // Kaa is regular while the solid has a volume: each mode strains it, and no combination of them is a rigid motion.
     MirrorUpper(Kaa);
     e.amplitudes = Kau;
     SolveByCroutLu(Kaa, e.amplitudes);

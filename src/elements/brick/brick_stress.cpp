@@ -22,6 +22,8 @@ FunctionDisplacements<Real> DisplacementsOf(const BrickElement<Real>& element, c
         d.y[i] = u[3 * i + 1];
         d.z[i] = u[3 * i + 2];
     }
+    // The amplitudes that make the modes free of load, recovered as they were condensed: without them the bending
+    // stresses would be those of the plain element, too stiff by its parasitic shear.
     const std::array<Real, 9> a = element.amplitudes * u;
     for (std::size_t m = 0; m < kBrickModes; ++m) {
         d.x[8 + m] = a[3 * m];
@@ -49,6 +51,7 @@ std::array<Real, 6> StrainAt(const BrickGradients<Real>& f, const FunctionDispla
 template <Number Real>
 SolidStress<Real> StressOf(const SolidElasticity<Real>& D, const std::array<Real, 6>& strain)
 {
+    // Hooke's law with Lame's constants: s = lambda tr(e) + 2 G e, coupling = lambda and direct - coupling = 2 G.
     const Real volume = D.coupling * (strain[0] + strain[1] + strain[2]);
     const Real stiff = D.direct - D.coupling;
     return {volume + stiff * strain[0], volume + stiff * strain[1], volume + stiff * strain[2],
@@ -65,6 +68,8 @@ std::array<SolidStress<Real>, 9> BrickStresses(const BrickElement<Real>& element
     std::array<BrickGradients<Real>, 9> gradients = GradientsAtStressPoints<Real>(element.corners);
     std::array<SolidStress<Real>, 9> stresses;
     for (std::size_t k = 0; k < stresses.size(); ++k) {
+        // Values at the nodes are those of the interpolation there, not extrapolated from the Gauss points, as those of
+        // a shell are.
         BrickGradients<Real>& f = gradients[k];
         for (std::size_t m = 0; m < kBrickModes; ++m) {
             f.x[8 + m] -= element.meanGradients[m][0];

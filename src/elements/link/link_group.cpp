@@ -72,10 +72,8 @@ LinkProperties PropertiesOf(const CjxStruct& model, const LinkStock& stock, cons
 void AddLinkStiffness(const CjxStruct& model, jxSolutionData& data, const LinkStock& stock)
 {
     WithStiffnessSink(data, model.solverType, [&](const auto& sink) {
-        if (model.solverType == QuadSkyline)
-            AssembleLinks<double128>(model, data, stock, sink);
-        else
-            AssembleLinks<double>(model, data, stock, sink);
+        WithNumberType(model.solverType,
+                       [&](auto tag) { AssembleLinks<typename decltype(tag)::Real>(model, data, stock, sink); });
     });
 }
 

@@ -6,6 +6,8 @@
 
 namespace qvx {
 
+// Links hold the nodes of a rigid floor at their distances. They are bars of a fictitious, very stiff stock and not
+// equations taken out: a node may belong to two floors and be held by both.
 /// What all links of a model are made of: its own stiffest stock, so that diaphragmStiffnessFactor times that is stiff
 /// beside everything in it.
 struct LinkStock

@@ -35,12 +35,16 @@ void CjxBmGroup::GetLocalAxis(jxPoint axis[3], jxPoint start, jxPoint end, doubl
     jxPoint& z = axis[2];
 
     // Global Y is the reference direction whatever axis the host draws upward.
+    // Within 5e-7 of the length a member counts as vertical: coordinates that were typed in feet and turned into inches
+    // still make a column, whose z is then global Z and not the direction of a rounding.
     x = end - start;
     if (std::fabs(x.x) <= kVertical * L && std::fabs(x.z) <= kVertical * L)
         z = {0, 0, 1};
     else
         cross(z, x, {0, 1, 0});
     cross(y, z, x);
+    // Turned before anything is made a unit vector: y has the length of x times the run, and the rotation is about the
+    // line of x, whose length does not matter to it.
     if (angle != 0) {
         y = arbitrary_rotate(y, angle, x);
         z = arbitrary_rotate(z, angle, x);
@@ -52,6 +56,8 @@ void CjxBmGroup::GetLocalAxis(jxPoint axis[3], jxPoint start, jxPoint end, doubl
 
 jxSect CjxBmGroup::ApplyStiffnessFactor(const jxSect& sect, const jxBmEx& beam)
 {
+    // Cracking is no factor of the section: it softens bending alone and is taken with E (PropertiesOf), so that areas
+    // and torsion of a cracked member stay.
     jxSect factored = sect;
     factored.A *= beam.f_A;
     factored.Ay *= beam.f_Ay;

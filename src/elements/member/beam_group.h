@@ -31,7 +31,9 @@ public:
     /// @param model  of the caller, outlives the group
     explicit CjxBmGroup(CjxStruct* model) : model_(model) {}
 
-    /// Finds the records of a member. With bLocalAxis not 0 its axes too.
+    /// Finds the records of a member: nodes, material, section, and the releases where it has some. All are copied, so
+    /// that a later change of the model does not reach the copy.
+    /// @param bLocalAxis  not 0: makes the local axes too
     static void GetBeamEx(jxBmEx& out, const jxBm& bm, const CjxStruct* model, int bLocalAxis);
     /// Local axes as unit vectors: x from start to end, z = x x Y, y = z x x; z = Z where the run across Y is within 5e-7
     /// of the length. The angle turns y and z right-handed about x [rad]. Y is the reference whatever bZVertical says.

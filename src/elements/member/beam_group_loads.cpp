@@ -21,10 +21,12 @@ namespace {
 
 void AppendEndLoad(std::vector<jxPtLoad>& pts, int dir, double distance, double value)
 {
+    // An end force of a released direction is 0 exactly, and needs no place in the sums of every station.
     constexpr double kNothing = 1e-100;
     if (std::fabs(value) <= kNothing)
         return;
     jxPtLoad load;
+    // Below 1, as no record of the model has: stations beside loads at the very ends are made for the model's own only.
     load.id = -1;
     load.coordSys = kLocal;
     load.bAbsoluteDistance = 0;
@@ -59,6 +61,8 @@ void Globalize(std::vector<Load>& loads, int nDirections, AxisOf axisOf)
             global.push_back(load);
             continue;
         }
+        // A load of magnitude p along a unit vector e is the sum of p e_k along the global axes: no length comes in, so
+        // what was a load per length of the element stays one.
         const jxPoint axis = axisOf(load);
         const double components[3] = {axis.x, axis.y, axis.z};
         for (int k = 0; k < 3; ++k) {
@@ -71,6 +75,8 @@ void Globalize(std::vector<Load>& loads, int nDirections, AxisOf axisOf)
             global.push_back(component);
         }
     }
+    // By element, as every list of loads has to be for RecordsOf; components of one load stay together and in their
+    // order.
     std::stable_sort(global.begin(), global.end());
     assert(global.size() <= 3 * loads.size() && "three components at most");
     loads.swap(global);
@@ -110,6 +116,8 @@ void CjxBmGroup::ProcessElemLoads(int comb)
         if (loads.IsEmpty())
             continue;
         GetBeamEx(member, beam, model_, 1);
+        // Told before anything is divided by the length; the check of the input refuses such members, but a host may
+        // solve without it.
         if (member.length == 0)
             throw jxException(L"zero member length encountered");
         double c[3][3];

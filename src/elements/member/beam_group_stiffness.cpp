@@ -16,7 +16,6 @@
 
 namespace {
 
-using qvx::double128;
 using qvx::Number;
 
 constexpr int kNodeDofs = 6;
@@ -37,10 +36,15 @@ qvx::ReleasedMember<Real> Gather(const jxBmEx& member, const CjxStruct& model, i
 {
     if (member.length == 0)
         throw jxException(L"zero member length encountered");
+    // The order of the three cases is mechanics: a bar with ball joints and a force in it has a geometric stiffness
+    // across its axis, which holds the string against a sidesway, so it goes the long way and loses its moments by
+    // condensation of the sum.
     const auto properties = qvx::PropertiesOf<Real>(member, model);
     if (member.axialForce == 0 && qvx::IsPinEndedTruss(member.rels))
         return {.terms = TrussTerms(properties, model.modelType), .released = {}};
     auto terms = qvx::ElasticTerms(properties);
+    // Releases are condensed out of K_e + K_g and not out of K_e alone: a pinned end must lose its rotation in both,
+    // else the pinned column would keep 1.2 N / L across where its chord gives N / L.
     if (comb >= 0 && model.loadCombs[static_cast<std::size_t>(comb)].bPDelta != 0 && member.axialForce != 0)
         terms = terms + qvx::GeometricTerms<Real>(member.axialForce, properties.L);
     return {.terms = terms, .released = qvx::ReleasedDofs(member.rels)};
@@ -60,6 +64,8 @@ bool SwitchOff(CjxStruct& model, jxBm& beam, int comb)
 {
     if (beam.nonlinear == kLinearMember)
         return false;
+    // The axial force of the last pass is a judge only after there was one: the first pass has every one-way member in,
+    // so that the structure is as stiff as it can be when the signs are found.
     const bool bFirstPass = comb < 0 || model.combResults[static_cast<std::size_t>(comb)].displacements.empty();
     const bool bOneWay = beam.nonlinear == kTensionOnly || beam.nonlinear == kCompressionOnly;
     const bool bWrongSign = (beam.axialForce > 0 && beam.nonlinear == kCompressionOnly) ||
@@ -115,9 +121,13 @@ template <Number Real>
 void EndForces(double forces[12], const CjxStruct& model, const jxBmEx& member, int comb)
 {
     const auto k = qvx::LocalStiffness(PartsOf(Gather<Real>(member, model, comb)));
+    // Formed as the assembly forms it, axial force and releases included: end forces of another matrix would not
+    // balance the loads at the nodes.
     const auto local = qvx::ToLocalAxes(RelativeDisplacements<Real>(model, member, comb), Cosines<Real>(member));
     assert(qvx::IsSymmetric(k) && "a stiffness is symmetric");
     const auto f = k * local;
+    // Equivalent loads stand for the span loads in K u = f. What the ends really carry is K u less them, as in the
+    // displacement method of McGuire, Gallagher & Ziemian, Matrix Structural Analysis, 2nd ed. (2000), section 5.2.
     const auto& loads = model.combResults[static_cast<std::size_t>(comb)].beamLoadVectors;
     const jxBmLoadVector* load = qvx::FindOrNull(loads, member.id);
     for (std::size_t i = 0; i < qvx::kMemberDofs; ++i)
@@ -134,10 +144,9 @@ jxVMD EndStation(const double forces[6])
 void CjxBmGroup::ProcessStiffness(jxSolutionData& data, int comb)
 {
     qvx::WithStiffnessSink(data, model_->solverType, [&](const auto& sink) {
-        if (model_->solverType == QuadSkyline)
-            AssembleMembers<double128>(*model_, data, comb, sink);
-        else
-            AssembleMembers<double>(*model_, data, comb, sink);
+        qvx::WithNumberType(model_->solverType, [&](auto tag) {
+            AssembleMembers<typename decltype(tag)::Real>(*model_, data, comb, sink);
+        });
     });
 }
 
@@ -145,10 +154,8 @@ void CjxBmGroup::GetBeamEndForces(double forces[12], jxBm bm, int comb)
 {
     jxBmEx member;
     GetBeamEx(member, bm, model_, 1);
-    if (model_->solverType == QuadSkyline)
-        EndForces<double128>(forces, *model_, member, comb);
-    else
-        EndForces<double>(forces, *model_, member, comb);
+    qvx::WithNumberType(model_->solverType,
+                        [&](auto tag) { EndForces<typename decltype(tag)::Real>(forces, *model_, member, comb); });
 }
 
 void CjxStruct::AllBeamEndForces(CjxBmGroup& group, int comb)

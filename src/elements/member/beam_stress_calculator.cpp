@@ -25,6 +25,7 @@ std::vector<SectionPoint> AnglePoints(const jxSect_AISC& s)
 // where y and z have opposite signs.
 double AngleProductOfInertia(const jxSect_AISC& s)
 {
+    // Mohr's circle of inertias: half the difference of the principal moments times the sine of twice the angle.
     return -(s.Iw - s.Iz) * std::sin(2 * std::atan(s.tan_alpha)) / 2;
 }
 
@@ -41,6 +42,8 @@ std::vector<SectionPoint> SteelPoints(const jxSect_AISC& s)
     case kShapeL:
         return AnglePoints(s);
     case kShape2L:
+        // Two angles back to back are a tee whose stem is both legs and the gap: the gap is hollow, but no stress point
+        // lies in it.
         return TeePoints(2 * s.b + s.sep, s.d, 2 * s.t + s.sep, s.y);
     case kShapeHssRound:
     case kShapePipe:
@@ -96,6 +99,8 @@ void CBeamStressCalculator::SetDimension(double d1, double d2, double d3, double
         section_ = qvx::RectangleStressSection(d1, d2);
     else if (regular_ == qvx::kRegularRound && d1 > 0)
         section_ = qvx::RoundStressSection(d1);
+    // Web no wider than the flange, flange no thicker than the depth: anything else has no outline. Zeros are a section
+    // whose dimensions were never entered.
     else if (regular_ == qvx::kRegularTee && d1 >= d4 && d2 >= d3 && d3 > 0 && d4 > 0)
         section_ = qvx::TeeStressSection(d1, d2, d3, d4);
 }

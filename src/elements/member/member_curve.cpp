@@ -39,6 +39,8 @@ void AddForcePart(const LoadPart& part, double x1, double x2, double L, double x
     assert(part.order == 1 || part.order == 2);
     const double W = part.total;
     const double h = L - part.centroid;
+    // Simply supported span: reactions W h / L at the start and W centroid / L at the end. Left of the load the section
+    // sees the first alone, right of it the second, and inside it the share that lies on its left besides.
     if (x1 >= x) {
         plane.M -= W * h * x / L;
         plane.V -= W * h / L;
@@ -57,6 +59,7 @@ void AddForcePart(const LoadPart& part, double x1, double x2, double L, double x
 void AddMomentPart(double total, double m, double x1, double x2, double L, double x, const BendingPlane& plane)
 {
     const double s = plane.sense;
+    // A moment has the same pair of reactions wherever it stands, so the shear is one number along the whole member.
     plane.V += total / L;  // without the sense: see the header
     if (x1 >= x)
         plane.M += total * x / L * s;
@@ -71,6 +74,8 @@ void AddMomentPart(double total, double m, double x1, double x2, double L, doubl
 void _VMD_POINT1(double P, double a, double L, double x, int dir, double f[6])
 {
     const BendingPlane plane = PlaneOf(dir, f);
+    // Exactly at an end that carries the load there is nothing between load and support: the shear is the whole of it,
+    // on the side of the span, and the moment 0.
     if (a == 0 && x == 0) {
         plane.V -= P;
     } else if (a == L && x == L) {
@@ -127,6 +132,8 @@ void _VMD_LINE2(double w1, double w2, double x1, double x2, double L, double x, 
 
 void _VMD_LINE3(double w1, double w2, double x1, double x2, double /*L*/, double x, int dir, double f[6])
 {
+    // Right of x the rest of the load, which the end node has still to hold: forces along the axis are kept as the sum
+    // of what acts on the part towards the end.
     const double c = x2 - x1;
     if (x1 >= x) {
         f[dir] += (w1 + w2) / 2 * c;
@@ -164,6 +171,7 @@ void VMD_POINT(jxPtLoadIterator first, jxPtLoadIterator last, double L, double x
 void VMD_LINE(jxLnLoadIterator first, jxLnLoadIterator last, double L, double x, double f[6])
 {
     for (; first != last; ++first) {
+        // A load that is 0 at both ends is skipped before its positions are looked at: they may be anything then.
         const double w1 = first->value1;
         const double w2 = first->value2;
         if (w1 == 0 && w2 == 0)

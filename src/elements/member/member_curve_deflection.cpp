@@ -26,6 +26,8 @@ std::vector<Kink> KinksOf(const std::vector<jxVMD>& curve, double L, double EI, 
     for (std::size_t i = 0; i + 1 < curve.size(); ++i) {
         const jxVMD& a = curve[i];
         const jxVMD& b = curve[i + 1];
+        // Between two stations moment and shear are taken as their mean, which is exact for the straight parts of the
+        // curves and second order in h for the parabolas under line loads.
         const double h = (b.x - a.x) * L;
         kinks[i] = {.middle = (a.x + b.x) * L * 0.5,
                     .rotation = Share(h * (a.*moment + b.*moment) * 0.5, EI),
@@ -49,6 +51,8 @@ void DeflectSimplySupported(std::vector<jxVMD>& curve, double L, const std::vect
     std::size_t i = 0;
     for (jxVMD& station : curve) {
         const double xk = L * station.x;
+        // Both loops run once over the intervals: the whole is linear in the number of stations, where the theorem as
+        // it is written would be quadratic.
         for (; i < kinks.size() && kinks[i].middle <= xk; ++i)
             left += kinks[i].rotation * kinks[i].middle + kinks[i].offset;
         station.*D = -((total - xk) / total * left + xk / total * right[i]);

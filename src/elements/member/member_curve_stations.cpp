@@ -18,6 +18,7 @@ void AddRegularStations(std::vector<double>& out, double L, int n)
     const int m = std::min(n, kMaxIntervals);
     const double step = L / m;
     for (int i = 0; i <= m; ++i)
+        // The last of them is added as L itself: m times the step may miss it by a rounding on either side.
         if (i * step < L)
             out.push_back(i * step);
     out.push_back(L);
@@ -27,6 +28,7 @@ void AddRegularStations(std::vector<double>& out, double L, int n)
 // shows them at the ends themselves.
 void AddEndLoadStation(std::vector<double>& out, const jxPtLoad& load, double p, double L)
 {
+    // A fraction of 0 or 1 is at the end exactly; whether a distance in length is would hang on a rounding.
     if (load.bAbsoluteDistance || load.id < 1)
         return;
     if (load.distance == 0 && p + kJumpOffset * L < L)
@@ -43,6 +45,7 @@ void AddPointLoadStations(std::vector<double>& out, jxPtLoadIterator first, jxPt
         AddEndLoadStation(out, *first, p, L);
         if (p == 0 || !(p + kJumpOffset * L < L))
             continue;
+        // Members with hundreds of point loads lose stations, not forces: every station that there is sees all loads.
         if (out.size() >= kMaxBeforePoint)
             return;
         out.push_back(p + kJumpOffset * L);
@@ -55,6 +58,7 @@ void AddLineLoadStations(std::vector<double>& out, jxLnLoadIterator first, jxLnL
         const double scale = first->bAbsoluteDistance ? 1 : L;
         const double x1 = first->distance1 * scale;
         const double x2 = first->distance2 * scale;
+        // The middle too: under a part load the moment is a curve of its own between stations that may lie far apart.
         out.insert(out.end(), {x1, (x1 + x2) * 0.5, x2});
     }
 }
@@ -88,6 +92,8 @@ void AddZerosAndExtremes(std::vector<double>& out, const std::vector<jxVMD>& cur
     double largestD = 0;
     double posM = 0;
     double posD = 0;
+    // The extreme of each interval is at its left station. The last station is the end of the member, which has its
+    // station in any case.
     for (std::size_t i = 0; i + 1 < curve.size(); ++i) {
         if (curve[i].Mz > largestM) {
             largestM = curve[i].Mz;

@@ -28,6 +28,8 @@ jxVMD CurveValueAt(const std::vector<jxVMD>& curve, double x)
 
     const jxVMD& a = *std::prev(it);
     const jxVMD& b = *it;
+    // The stations are distinct (BREAK_POINTS), so the difference is not 0.
+    assert(a.x < x && x < b.x && "between two stations");
     const double ratio = (x - a.x) / (b.x - a.x);
     jxVMD value;
     value.x = x;

@@ -75,6 +75,7 @@ bool IsRoundOff(const double (&value)[kMemberDofs], const BendingPlane& plane, d
 void CondensePlane(double (&value)[kMemberDofs], const BendingPlane& plane, const FixedMatrix<double, 4, 4>& k,
                    const MemberDofSet& released, double L)
 {
+    // Into the rotations of BendingTerms, positive from the axis towards v, and back: only the x-z plane changes signs.
     const double sign[4] = {1.0, 1.0 * plane.sense, 1.0, 1.0 * plane.sense};
     FixedVector<double, 4> f{};
     if (IsMechanism(plane, released)) {
@@ -101,6 +102,7 @@ jxBmLoadVector EquivalentLoads(MemberLoads& loads, const jxBmEx& member, const C
     double c[3][3];
     double T[6][6];
     calc_cos(c, member.localAxis);
+    // Loads come in the axes in which they were entered, and everything below is written for the member's own.
     cos_matrix(&T[0][0], c, 6);
     LocalizeLoads(loads.points, loads.lines, T);
 
@@ -114,6 +116,8 @@ jxBmLoadVector EquivalentLoads(MemberLoads& loads, const jxBmEx& member, const C
     double fem[2][kNodeDofs] = {};
     FEM_POINT(loads.points.begin(), loads.points.end(), member.length, rels.mask, fem);
     FEM_LINE(loads.lines.begin(), loads.lines.end(), member.length, rels.mask, fem);
+    // The same area as in the stiffness. With another one the force of a member held at both ends would not be that of
+    // its own stiffness.
     const double A = model.bStiffnessFactors != 0 ? member.sect.A * member.f_A : member.sect.A;
     if (!bConsistent || !CanSlide(released))
         FEM_THERMAL(loads.thermal.begin(), loads.thermal.end(), A, member.mat, fem);

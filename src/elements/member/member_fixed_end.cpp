@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cassert>
+#include <cmath>
 
 #include "model/records/node.h"
 #include "tools/jx_exception.h"
@@ -50,6 +51,8 @@ Ends EndsOf(const wchar_t rels[2][7], int dof)
 EndActions UnitForce(double a, double L, Ends ends)
 {
     assert(L > 0);
+    // a + b = L. Each closed form has the load at a shape function of unit height at the end in question; their two
+    // forces add up to 1 and their moments about an end to a.
     const double b = L - a;
     switch (ends) {
     case Ends::FixedFixed:
@@ -78,6 +81,7 @@ EndActions UnitForce(double a, double L, Ends ends)
 // A unit moment at a: the slopes there of the same shapes.
 EndActions UnitMoment(double a, double L, Ends ends)
 {
+    // Derivatives along a of what stands in UnitForce: the work of a couple is its moment times the slope.
     const double b = L - a;
     switch (ends) {
     case Ends::FixedFixed: {
@@ -122,6 +126,8 @@ EndActions Integrate(const Trapezoid& load, UnitAction unitAction)
         {{-kAbscissa, 5.0 / 18.0}, {0.0, 8.0 / 18.0}, {kAbscissa, 5.0 / 18.0}}};
     EndActions sum;
     for (const auto& [abscissa, weight] : kPoints) {
+        // x2 below x1 gives a negative length and so the negative of the load, which is what the sum of its ordinates
+        // is.
         const double r = (1 + abscissa) / 2;  // from 0 at x1 to 1 at x2
         const double w = load.w1 * (1 - r) + load.w2 * r;
         sum += w * weight * (load.x2 - load.x1) * unitAction(load.x1 + r * (load.x2 - load.x1));
@@ -232,6 +238,9 @@ void _FEM_LINE3(double w1, double w2, double x1, double x2, double L, int dir, c
     const Trapezoid load{.w1 = w1, .w2 = w2, .x1 = x1, .x2 = x2};
     const auto share = [L](double a) { return EndActions{.Vi = 1 - a / L, .Vj = a / L, .Mi = 0, .Mj = 0}; };
     const EndActions shares = Integrate(load, share);
+    assert(!(std::fabs(shares.Vi + shares.Vj - load.Total()) >
+             1e-9 * (std::fabs(w1) + std::fabs(w2)) * std::fabs(x2 - x1)) &&
+           "the two ends take the whole load");
     AddAxial(fem, dir, rels, load.Total(), {.start = shares.Vi, .end = shares.Vj});
 }
 

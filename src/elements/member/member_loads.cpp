@@ -10,6 +10,7 @@ namespace {
 template <class Load>
 void Append(std::vector<Load>& loads, const std::vector<Load>& loadsOfCase, int id, double factor)
 {
+    // Lists of loads are sorted by the id of their element: a binary search, and no pass over all loads per member.
     const auto [first, last] = RecordsOf(loadsOfCase, id);
     for (auto load = first; load != last; ++load) {
         loads.push_back(*load);
@@ -22,6 +23,7 @@ double WeightPerLength(const CjxStruct& model, const jxBm& beam)
 {
     const jxSect& section = FindById(model.sections, beam.section);
     const jxMat& material = FindById(model.materials, beam.material);
+    // Its area is 1e5 times that of the stiffest member, a number for the stiffness that no steel weighs.
     return CompareNoCase(section.label, L"RIGID_LINK") == 0 ? 0.0 : section.A * material.Wc;
 }
 
@@ -55,6 +57,8 @@ void CollectMemberLoads(MemberLoads& loads, const CjxStruct& model, const std::v
         Append(loads.points, term.loads.ptLoads, beam.id, term.factor);
         Append(loads.lines, term.loads.lnLoads, beam.id, term.factor);
         Append(loads.thermal, term.loads.bmThermalLoads, beam.id, term.factor);
+        // A factor of 0 brings no weight. Curves still get the load, of value 0: their stations then stand at the same
+        // places in every combination, so that envelopes compare like with like.
         const bool bActs = BringsSelfWeight(model, term, beam);
         const bool bEntry = selfWeight == SelfWeightEntry::Always && term.loadCase == model.selfWeightCase;
         if (bActs || bEntry) {

@@ -25,8 +25,9 @@ enum class SelfWeightEntry {
     Always,       ///< every member; of value 0 where none acts
 };
 
-/// Collects the loads of a member; what the lists held is dropped. Self weight follows the loads of the case that carries it, over the whole length in
-/// global axes, A Wc times the model's factor along its direction without a change of sign. "RIGID_LINK" weighs 0.
+/// Collects the loads of a member; what the lists held is dropped. Self weight follows the loads of the case that carries
+/// it, over the whole length in global axes, A Wc times the model's factor along its direction without a change of sign.
+/// "RIGID_LINK" weighs 0.
 /// @throws jxException "error finding <name> <id>" for a missing section or material of a member with self weight
 void CollectMemberLoads(MemberLoads& loads, const CjxStruct& model, const std::vector<CombinationTerm>& terms,
                         const jxBm& beam, SelfWeightEntry selfWeight);

@@ -7,6 +7,7 @@ MemberProperties<Real> PropertiesOf(const jxBmEx& member, const CjxStruct& model
 {
     const bool bFactors = model.bStiffnessFactors != 0;
     const bool bShear = model.bShearDeformation != 0;
+    assert(member.mat.nu > -1 && "G = E / (2 (1 + nu)) is a shear modulus");
     const jxSect sect = bFactors ? CjxBmGroup::ApplyStiffnessFactor(member.sect, member) : member.sect;
     const Real E = member.mat.E;
     const Real G = E * Real(0.5) / (Real(member.mat.nu) + Real(1));

@@ -15,6 +15,8 @@ constexpr int kEndDofs = 6;
 
 template <Number Real>
 constexpr double kUnitRoundOff = std::numeric_limits<double>::epsilon();
+// double128 is right to about 2^-104 in a product and less in a sum of many: the last digits are left out of the
+// judgement.
 template <>
 constexpr double kUnitRoundOff<double128> = 0x1p-100;
 
@@ -57,6 +59,8 @@ FixedMatrix<Real, N, N> ReleasedMotion(const FixedMatrix<Real, N, N>& k, const R
         for (int j = 0; j < m; ++j)
             lu[i * m + j] = k(released.index[i], released.index[j]);
     assert(m >= 1 && m <= N);
+    // The inverse is formed once, of 1 to 4 freedoms, and multiplied with: most members are released in one or two
+    // directions, and it is a division or a handful of products.
     const CroutLu<Real> factors(lu, rowOf, column, m);
     FixedMatrix<Real, N, N> inverse;
     for (int j = 0; j < m; ++j) {
@@ -81,6 +85,7 @@ void CondensePart(FixedMatrix<Real, N, N>& k, const MemberDofSet& released, cons
     if (list.count == 0)
         return;
     const FixedMatrix<Real, N, N> motion = ReleasedMotion(k, list);
+    // A copy, as the terms are overwritten row by row while later rows still need those of the stiffness before.
     const FixedMatrix<Real, N, N> full = k;
     for (int row = 0; row < N; ++row)
         for (int column = row; column < N; ++column) {
@@ -111,6 +116,7 @@ bool IsPinEndedTruss(const jxRels& rels)
     const auto masksAre = [&rels](const wchar_t* start, const wchar_t* end) {
         return std::wcscmp(rels.start, start) == 0 && std::wcscmp(rels.end, end) == 0;
     };
+    // Whole masks are compared: an axial or transverse release beside them makes another member, which is condensed.
     return masksAre(L"000111", L"000011") || masksAre(L"000011", L"000111");
 }
 

@@ -43,6 +43,8 @@ std::vector<jxVMD> FineCurve(const CjxStruct& model, const jxBmEx& member, const
         std::max(2 * model.numberOfSegments, kMinFineIntervals));
 
     const double E = member.mat.E;
+    // The rigidities of the analysis: deflections between the ends then fit the displacements of the nodes, which the
+    // chord takes.
     const double c = model.bStiffnessFactors ? member.cracking : 1.0;
     const jxSect sect = model.bStiffnessFactors ? CjxBmGroup::ApplyStiffnessFactor(member.sect, member) : member.sect;
     const double G = model.bShearDeformation ? E / (2 * (1 + member.mat.nu)) : 0;
@@ -56,6 +58,7 @@ std::vector<jxVMD> FinalCurve(const CjxStruct& model, const jxBmEx& member, int 
     const std::vector<jxVMD> fine = FineCurve(model, member, loads);
 
     assert(!fine.empty() && "a member has two ends at least");
+    // One list per thread for all its members, as in VMD.
     thread_local std::vector<double> stations;
     const int count = BREAK_POINTS(stations, loads.pts.begin(), loads.pts.end(), loads.lines.begin(), loads.lines.end(),
                                    member.length, model.numberOfSegments, &fine);

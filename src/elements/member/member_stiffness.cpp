@@ -21,6 +21,7 @@ template <Number Real>
 FixedMatrix<Real, 2, 2> Spring(const Real& stiffness)
 {
     FixedMatrix<Real, 2, 2> k;
+    // A bar along or about its axis: what pulls one end pushes the other, so that a rigid motion strains nothing.
     k(0, 0) = k(1, 1) = stiffness;
     k(0, 1) = k(1, 0) = -stiffness;
     return k;
@@ -173,6 +174,9 @@ Matrix12<Real> GlobalStiffness(const MemberParts<Real>& parts, const Matrix3<Rea
     Matrix12<Real> k;
     for (int end1 = 0; end1 < 2; ++end1)
         for (int end2 = 0; end2 < 2; ++end2) {
+            // Block (end1, end2) of the four parts: bending in x-y moves along y and turns about z, bending in x-z
+            // along z and about y. That is why the rigidities of the two planes change places between translations and
+            // rotations.
             const int v1 = 2 * end1;
             const int v2 = 2 * end2;
             const int r1 = v1 + 1;

@@ -23,6 +23,8 @@ std::optional<CBeamStressCalculator> CalculatorOf(const jxSect& section, double 
     if (!isRolled && !isTimber && !SectionPropertyCalculator::IsRegularSection(section.label))
         return std::nullopt;
 
+    // A label may name a rolled shape and begin with "Round" or "Tee" too. What is set last stands: a table knows the
+    // fillets that the dimensions leave out.
     CBeamStressCalculator calculator(section.label, steel.get_shape(section.label), isTimber);
     const double* dim = section.dim;
     calculator.SetDimension(dim[0] * toInch, dim[1] * toInch, dim[2] * toInch, dim[3] * toInch);
@@ -44,6 +46,8 @@ jxBmStress StressesAlong(const jxBmVMD& curve, const CBeamStressCalculator& calc
         at.values = calculator.CalculateNormalStresses(station.Fx * f[kForce], station.Mz * f[kMoment],
                                                        station.My * f[kMoment]);
         for (double& value : at.values)
+            // Into inch and pound on the way in, back on the way out: shapes are tabulated in inches, whatever the
+            // model's units.
             value /= f[kStress];
         at.minNegative = get_min_negative(at.values);
         at.maxPositive = get_max_positive(at.values);

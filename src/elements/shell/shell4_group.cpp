@@ -137,6 +137,7 @@ template <Number Real>
 void AddStiffness(CjxStruct& model, jxSolutionData& data)
 {
     const std::vector<bool> drillsFreely =
+        // A store of double128 rounds nothing that could be felt: there the account would be a list of zeros.
         std::is_same_v<Real, double> ? NodesThatDrillFreely(model) : std::vector<bool>();
     PercentCounter progress(model, model.shell4s.size());
     ShellBatch<Real> batch(std::min(kBatchSize, model.shell4s.size()), !drillsFreely.empty());
@@ -178,6 +179,9 @@ void AddAreaLoads(CjxStruct& model, int comb, const CombinationTerm& term, const
         AddAreaLoad(load, s.axes, model.selfWeightDir,
                     s.g.material.Wc * s.g.thickness.t * model.selfWeightFactor * term.factor, false);
 
+    // Equal quarters, not the integral of the shape functions: of a rectangle the two are the same, and of any other
+    // shape the total and its direction are right while its centre of gravity may miss that of the area by a part of a
+    // mesh width.
     const double quarter = ShellArea(s.frame) * 0.25;
     const auto loadVector = NodalVectorOf(model, comb);
     for (const int position : s.g.nodePositions)
@@ -204,6 +208,8 @@ ShellForces<Real> Recover(const CjxStruct& model, const jxShell4& shell, int com
     const ShellElement<Real> element = Form<Real>(model, shell, g);
     const auto u = NodalVectorOf(model, comb).Gather<24, Real>(g.nodePositions);
     const double strain = ThermalStrain(TermsOf(model, comb), &jxCaseLoad::shell4ThermalLoads, shell.id, g.material.Tc);
+    // Stiffness axes follow the shape of the shell and differ between neighbors; the user's axes are what results are
+    // read, averaged and designed in. Turning the forces is exact, turning the shape functions would not be.
     ShellForces<Real> forces = RecoverShellForces(element, u, Real(strain));
     TurnShellForces(forces, shell.angle - element.referenceAngle);
     return forces;
@@ -263,10 +269,8 @@ void CjxShell4Group::ProcessStiffness(jxSolutionData& data)
     // A drilling factor above 0.001 would stiffen the shell in its plane, one that is not positive leave it singular.
     if (!model_->shell4s.empty() && !(model_->shellOzFactor > 0 && model_->shellOzFactor <= 0.001))
         model_->shellOzFactor = 1e-7;
-    if (model_->solverType == QuadSkyline)
-        qvx::AddStiffness<qvx::double128>(*model_, data);
-    else
-        qvx::AddStiffness<double>(*model_, data);
+    qvx::WithNumberType(model_->solverType,
+                        [&](auto tag) { qvx::AddStiffness<typename decltype(tag)::Real>(*model_, data); });
 }
 
 void CjxShell4Group::ProcessElemLoads(int comb)
@@ -284,8 +288,7 @@ void CjxShell4Group::ProcessElemLoads(int comb)
 void CjxShell4Group::ElemStresses(double F[5][3], double fm[8], double P[5][5], double fp[12], const jxShell4& shell,
                                   int comb)
 {
-    if (model_->solverType == QuadSkyline)
-        qvx::StoreForces(qvx::Recover<qvx::double128>(*model_, shell, comb), F, fm, P, fp);
-    else
-        qvx::StoreForces(qvx::Recover<double>(*model_, shell, comb), F, fm, P, fp);
+    qvx::WithNumberType(model_->solverType, [&](auto tag) {
+        qvx::StoreForces(qvx::Recover<typename decltype(tag)::Real>(*model_, shell, comb), F, fm, P, fp);
+    });
 }

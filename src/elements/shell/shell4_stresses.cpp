@@ -36,6 +36,8 @@ struct CornerMeans
 
 bool AreEqual(const Axes& a, const Axes& b)
 {
+    // To the last bit: axes of coplanar rectangles of one grid come out the same from the same coordinates, and a
+    // tolerance would need an angle up to which two components count as the same.
     return a[0] == b[0] && a[1] == b[1] && a[2] == b[2];
 }
 
@@ -83,6 +85,8 @@ std::vector<std::pair<int, std::size_t>> CornersByNode(const std::vector<jxShell
     for (const jxShell4& shell : shells)
         for (const int node : shell.node)
             corners.emplace_back(node, corners.size());
+    // Pairs compare by the node first and by the place second, so that equal nodes keep the order of the shells without
+    // a stable sort.
     std::sort(corners.begin(), corners.end());
     return corners;
 }
@@ -202,6 +206,8 @@ void CjxStruct::AverageShellStresses(CjxShell4Group& group, int comb)
             return;
         }
         qvx::TakeMeans(stresses[i], means, i);
+        // Principal values follow from the mean components. The mean of principal values would be of different
+        // directions.
         stresses[i].GetStresses(qvx::ThicknessOf(*this, shell));
     });
     results = std::move(stresses);

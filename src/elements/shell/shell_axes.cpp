@@ -54,6 +54,7 @@ template <Number Real>
 Matrix3<Real> RotationOf(const QuadCorners& p, const std::array<jxPoint, 3>& axes)
 {
     Matrix3<Real> c;
+    // Floors in the X-Y plane: their cosines are 0 and 1 exactly, and stay so.
     if (axes[0].x == 1 && axes[1].y == 1 && axes[2].z == 1) {
         for (int k = 0; k < 3; ++k)
             c(k, k) = Real(1);
@@ -78,6 +79,8 @@ ShellFrame<Real> ShellFrameOf(const QuadCorners& p, const std::array<jxPoint, 3>
 {
     ShellFrame<Real> frame{.c = RotationOf<Real>(p, axes), .corners = {}};
     for (std::size_t i = 1; i < 4; ++i) {
+        // From the first corner: in double128 the differences are exact, and a structure far from its origin loses no
+        // digits.
         const Vector3<Real> local = frame.c * Difference<Real>(p[i], p[0]);
         frame.corners.x[i] = local[0];
         frame.corners.y[i] = local[1];

@@ -57,8 +57,10 @@ void jxShellStress::GetStresses(double t)
         d.Mmax = moment.larger;
         d.Mmin = moment.smaller;
         d.angleM = moment.angle;
+        // The largest transverse shear acts on the plane across its own direction, atan2(Vyy, Vxx) from local x.
         d.Vmax = std::hypot(P[k][3], P[k][4]);
         d.angleV = std::atan2(P[k][4], P[k][3]);
+        // Forces need no thickness, stresses do; not > 0 catches a thickness that is no number too.
         if (!(t > 0))
             continue;
         SetFace(d, kTop, F[k], P[k], t, -6 / (t * t));

@@ -40,6 +40,8 @@ struct NodeNormals
 
     void Meet(const jxPoint& normal)
     {
+        // Against the first only: a slow curve whose ends lie further apart than the limit is no plane either way
+        // round.
         isOnePlane = isOnePlane && (!isMet || IsParallel(first, normal));
         isSquare = isSquare && IsGlobalAxis(normal);
         if (!isMet)
@@ -111,6 +113,7 @@ ShellElement<double128> InExactAxes(const QuadCorners& corners, const ShellEleme
     const Matrix3<double>& c = element.frame.c;
     const std::array<jxPoint, 3> axes = {jxPoint{c(0, 0), c(0, 1), c(0, 2)}, jxPoint{c(1, 0), c(1, 1), c(1, 2)},
                                          jxPoint{c(2, 0), c(2, 1), c(2, 2)}};
+    // Only what ShellStiffness reads: frame, membrane, plate. The stiffness in local axes is taken over as it is.
     ShellElement<double128> exact{};
     exact.frame = ShellFrameOf<double128>(corners, axes);
     for (int i = 0; i < 8; ++i)

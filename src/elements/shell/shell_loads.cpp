@@ -30,6 +30,7 @@ double ShellArea(const ShellFrame<double>& frame)
     std::array<jxPoint, 4> p;
     for (std::size_t i = 0; i < 4; ++i)
         p[i] = {frame.corners.x[i], frame.corners.y[i], 0};
+    // Gauss's area of the polygon; its sign tells the sense of the corners, which a load does not ask for.
     return std::fabs(area(p.data(), 4));
 }
 
@@ -38,6 +39,8 @@ std::array<Real, 24> ShellThermalForces(const ShellFrame<Real>& frame, const She
                                         const Real& e)
 {
     const std::array<Real, 8> inPlane = MembraneThermalForces(frame.corners, rigidity.membrane, e);
+    // In the plane of the shell alone; corners off that plane get their forces in it too, and no moment from the
+    // offset.
     std::array<Real, 24> f{};
     for (std::size_t node = 0; node < 4; ++node) {
         f[6 * node] = inPlane[2 * node];

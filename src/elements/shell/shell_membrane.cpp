@@ -28,6 +28,8 @@ ModeGradients<Real> Mean(const GaussGeometry<Real>& geometry, const std::array<M
     ModeGradients<Real> mean{};
     Real area(0);
     for (std::size_t g = 0; g < 4; ++g) {
+        // The area of a Gauss point. On a parallelogram all four are equal, the gradients of the modes are odd, and the
+        // mean is 0.
         const Real& weight = geometry.J[g].det;
         for (std::size_t m = 0; m < kModes; ++m) {
             mean[m].x += weight * modes[g][m].x;
@@ -122,6 +124,8 @@ void CondenseModes(MembraneElement<Real>& e, ModeStiffness<Real>& modes)
 {
     e.amplitudes = modes.Kau;
     SolveByCroutLu(modes.Kaa, e.amplitudes);
+    // K := K - Kau^t Kaa^-1 Kau, on and above the diagonal. Four amplitudes are eliminated; the stiffness can only
+    // fall.
     for (int i = 0; i < 8; ++i)
         for (int j = i; j < 8; ++j) {
             Real term = e.stiffness(i, j);
@@ -195,6 +199,8 @@ std::array<Real, 3> MembraneForces(const MembraneElement<Real>& element, const s
         for (std::size_t d = 0; d < 2; ++d)
             for (std::size_t j = 0; j < 8; ++j)
                 a[d] += element.amplitudes(static_cast<int>(2 * m + d), static_cast<int>(j)) * u[j];
+        // The same corrected gradients as in the stiffness, else the forces would not be those that the nodal forces
+        // balance.
         Add({modes[m].x - element.meanGradients[m].x, modes[m].y - element.meanGradients[m].y}, a[0], a[1]);
     }
     const PlaneRigidity<Real>& D = element.rigidity;

@@ -56,6 +56,7 @@ struct NaturalDirections
 template <Number Real>
 NaturalDirections<Real> CentreDirections(const PlaneQuad<Real>& q)
 {
+    // Twice the lines from the middle of one side to that of the opposite one: the natural directions at the centre.
     const Gradient<Real> r = {q.x[0] + q.x[3] - q.x[1] - q.x[2], q.y[0] + q.y[3] - q.y[1] - q.y[2]};
     const Gradient<Real> s = {q.x[0] + q.x[1] - q.x[2] - q.x[3], q.y[0] + q.y[1] - q.y[2] - q.y[3]};
     const Real perR = 1 / sqrt(r.x * r.x + r.y * r.y);
@@ -143,6 +144,8 @@ template <Number Real>
 void AddTiedShearStiffness(Matrix12<Real>& k, const FixedMatrix<Real, 4, 12>& e, const FixedMatrix<Real, 4, 4>& W)
 {
     FixedMatrix<Real, 4, 12> We;
+    // A tied shear at the middle of a side depends on the two nodes of that side alone, so each column of e has two
+    // terms other than 0 and the products of 4 x 12 matrices shrink to a third.
     for (int side = 0; side < 4; ++side)
         for (int j = 0; j < 12; ++j) {
             const auto [a, b] = kSidesOfNode[static_cast<std::size_t>(j / 3)];

@@ -19,6 +19,7 @@ template <Number Real>
 ShellRigidity<Real> ShellRigidityOf(double E, double nu, double t, const ShellFactors& f)
 {
     assert(nu > -1 && nu <= 0.5 && "an elastic material");
+    // Cracking softens bending and leaves membrane and transverse shear as they are, as it does with members.
     const Real ratio = nu;
     const Real thickness = t;
     const Real membrane = thickness * E / (1 - ratio * ratio);

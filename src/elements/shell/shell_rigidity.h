@@ -24,8 +24,8 @@ struct ShellRigidity
     Real shearY;
 };
 
-/// Factors on the rigidities of one shell, 1 where the model's bStiffnessFactors is off. fxx scales both direct terms of the membrane and fyy its coupling term; mxx
-/// and myy do the same in bending.
+/// Factors on the rigidities of one shell, 1 where the model's bStiffnessFactors is off. fxx scales both direct terms of
+/// the membrane and fyy its coupling term; mxx and myy do the same in bending.
 struct ShellFactors
 {
     double cracking = 1;  ///< on all bending terms

@@ -87,6 +87,7 @@ template <Number Real>
 void PutNodePair(Matrix24<Real>& k, const BlockRotation<Real>& turn, const ShellElement<Real>& e, int i, int j,
                  const Real& drilling)
 {
+    // Rows of 8 and of 12 terms: m[8] and p[12] are the next row, p[24] the one after.
     const Real* m = &e.membrane.stiffness(2 * i, 2 * j);
     const Real* p = &e.plate(3 * i, 3 * j);
     const int row = 6 * i;
@@ -134,6 +135,8 @@ ShellElement<Real> FormShell(const QuadCorners& corners, const ShellRigidity<Rea
 template <Number Real>
 Real DrillingStiffness(const ShellElement<Real>& element, double ozFactor)
 {
+    // Of forces per length and moments alike, whatever their units: in inch and pound the factor keeps the spring below
+    // all of them, and a spring that is too weak is told by its pivot where one too stiff would bend the results.
     Real smallest = element.plate(0, 0);
     for (int i = 1; i < 12; ++i)
         if (element.plate(i, i) < smallest)

@@ -47,6 +47,8 @@ template <Number Real>
 ShellForces<Real> RecoverShellForces(const ShellElement<Real>& element, const std::array<Real, 24>& global,
                                      const Real& thermal)
 {
+    // Six values a node: ux, uy go to the membrane, w, thx, thy to the plate, and the rotation about the normal to
+    // neither.
     const std::array<Real, 24> u = ToLocalAxes(global, element.frame.c);
     std::array<Real, 8> um;
     std::array<Real, 12> up;

@@ -28,6 +28,7 @@ Real Derivative(int term, const Real& x, const Real& y, int dx, int dy)
 {
     const int p = kPowerOfX[static_cast<std::size_t>(term)];
     const int q = kPowerOfY[static_cast<std::size_t>(term)];
+    // Differentiated more often than its power: gone.
     if (p < dx || q < dy)
         return Real(0);
     int factor = 1;
@@ -83,6 +84,7 @@ template <Number Real>
 FixedMatrix<Real, 3, kTerms> Curvatures(const FixedMatrix<Real, kTerms, kTerms>& coefficients, const Real& x,
                                         const Real& y)
 {
+    // 1, x and y are the rigid motions of a plate and have no curvature.
     constexpr int kFirstCurved = 3;
     FixedMatrix<Real, 3, kTerms> curvature;
     for (int term = kFirstCurved; term < kTerms; ++term) {
@@ -147,6 +149,8 @@ PlateForces<Real> ThinPlateForces(const Real& a, const Real& b, const PlaneRigid
         xyy += c * Derivative(term, x, y, 1, 2);
         yyy += c * Derivative(term, x, y, 0, 3);
     }
+    // Vxx = Mxx,x + Mxy,y = D (w,xxx + w,xyy) of an isotropic plate, written by the rigidities so that factors on them
+    // count.
     const Real mixed = D.coupling + 2 * D.shear;
     return {.M = {D.direct * xx + D.coupling * yy, D.coupling * xx + D.direct * yy, 2 * D.shear * xy},
             .V = {D.direct * xxx + mixed * xyy, D.direct * yyy + mixed * xxy}};
