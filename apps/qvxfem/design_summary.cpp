@@ -27,9 +27,14 @@ std::string Combination(const CjxStruct& model, int comb)
                        ToUtf8(model.loadCombs[static_cast<std::size_t>(comb)].label));
 }
 
+std::string FailuresOnly(std::size_t count)
+{
+    return fmt::format("{} FAIL", count);
+}
+
 std::string Failures(std::size_t count)
 {
-    return count == 0 ? "" : fmt::format("{} FAIL; ", count);
+    return count == 0 ? "" : FailuresOnly(count) + "; ";
 }
 
 void PrintBeams(std::FILE* out, const CjxStruct& model)
@@ -53,6 +58,8 @@ void PrintBeams(std::FILE* out, const CjxStruct& model)
              fmt::format("{}most steel {:.4g} {} at the {} of member {} at {:.4g}", Failures(failed), most,
                          Unit(model, kReinforcementArea), worst->asTop >= worst->asBottom ? "top" : "bottom", beam->id,
                          worst->distance));
+    else if (failed > 0)
+        Line(out, "concrete beams", FailuresOnly(failed));
 }
 
 void PrintColumns(std::FILE* out, const CjxStruct& model)
@@ -78,7 +85,7 @@ void PrintShear(std::FILE* out, const CjxStruct& model)
         const auto fails = [](const jxRcShearStation& s) { return s.spacing < 0; };
         failed += std::any_of(result.stations.begin(), result.stations.end(), fails);
         for (const jxRcShearStation& station : result.stations)
-            if (closest == nullptr || station.spacing < closest->spacing) {
+            if (station.spacing > 0 && (closest == nullptr || station.spacing < closest->spacing)) {
                 member = &result;
                 closest = &station;
             }
@@ -88,6 +95,8 @@ void PrintShear(std::FILE* out, const CjxStruct& model)
              fmt::format("{}closest stirrups {:.4g} {}, member {}, {}, at {:.4g}", Failures(failed), closest->spacing,
                          Unit(model, kDimension), member->id, Combination(model, static_cast<int>(closest->comb)),
                          closest->distance));
+    else if (!model.concreteShear.empty())
+        Line(out, "concrete shear", failed > 0 ? FailuresOnly(failed) : "no stirrups needed");
 }
 
 void PrintPlates(std::FILE* out, const CjxStruct& model)
@@ -114,6 +123,8 @@ void PrintPlates(std::FILE* out, const CjxStruct& model)
         Line(out, "concrete plates",
              fmt::format("{}most steel {:.4g} {}/{} {} of shell {}", Failures(failed), most,
                          Unit(model, kReinforcementArea), Unit(model, kDimension), kLayers[layer], shell));
+    else if (failed > 0)
+        Line(out, "concrete plates", FailuresOnly(failed));
 }
 
 }  // namespace
