@@ -33,6 +33,7 @@ set(QVXFEM_PUBLIC_HEADERS
   model/records/unit.h
   model/unit_systems.h
   model/units.h
+  operations/generators.h
   platform/cstring.h
   platform/cwin_app.h
   platform/cwnd.h
