@@ -7,6 +7,7 @@ set(QVXFEM_PUBLIC_HEADERS
   elements/member/member_curve.h
   elements/member/member_fixed_end.h
   elements/shell/shell4_group.h
+  files/generate_model.h
   files/model_file.h
   files/results_file.h
   model/default_records.h

@@ -9,6 +9,8 @@
 #include "check_command.h"
 #include "convert_command.h"
 #include "exit_code.h"
+#include "files/generate_model.h"
+#include "generate_command.h"
 #include "platform/cstring.h"
 #include "platform/file_error.h"
 #include "run_command.h"
@@ -75,6 +77,16 @@ void DefineConvert(CLI::App& app, ConvertOptions& options)
     convert->add_option("OUT", options.to, "model file to write")->required();
 }
 
+void DefineGenerate(CLI::App& app, GenerateOptions& options)
+{
+    CLI::App* generate = app.add_subcommand("generate", "Makes a regular structure and writes it as a model");
+    generate->add_option("KIND", options.kind, "what to make")->required()->check(CLI::IsMember(qvx::GeneratorKinds()));
+    generate->add_option("OUT", options.output, "model file to write")->required();
+    generate->add_option("--args", options.arguments, "arguments as one JSON object")->type_name("JSON");
+    generate->footer("Arguments of each kind; what is left out is empty or 0 where no default is told.\n\n" +
+                     qvx::GeneratorUsage());
+}
+
 void DefineSchema(CLI::App& app, std::string& file)
 {
     CLI::App* schema = app.add_subcommand("schema", "Prints the JSON Schema of a file");
@@ -91,10 +103,12 @@ int Main(int argc, char** argv)
     RunOptions run;
     CheckOptions check;
     ConvertOptions convert;
+    GenerateOptions generate;
     std::string schema;
     DefineRun(app, run);
     DefineCheck(app, check);
     DefineConvert(app, convert);
+    DefineGenerate(app, generate);
     DefineSchema(app, schema);
     try {
         app.parse(argc, argv);
@@ -105,6 +119,8 @@ int Main(int argc, char** argv)
         return CheckModelFile(check);
     if (app.got_subcommand("convert"))
         return ConvertModel(convert.from, convert.to);
+    if (app.got_subcommand("generate"))
+        return GenerateModelFile(generate);
     if (app.got_subcommand("schema"))
         return PrintSchema(schema);
     return RunModel(run);

@@ -59,6 +59,14 @@ void ReadValue(const Json& value, const JsonPath& path, const ValueRule&, double
         throw JsonFault(path, "expected a finite number");
 }
 
+void ReadValue(const Json& value, const JsonPath& path, const ValueRule&, bool& out)
+{
+    const bool isFlag = value.is_number_integer() && (value == 0 || value == 1);
+    if (!value.is_boolean() && !isFlag)
+        throw JsonFault(path, "expected true or false");
+    out = value.is_boolean() ? value.get<bool>() : value == 1;
+}
+
 void ReadValue(const Json& value, const JsonPath& path, const ValueRule&, std::wstring& out)
 {
     out = ReadText(value, path);

@@ -17,6 +17,8 @@ namespace qvx {
 void ReadValue(const Json& value, const JsonPath& path, const ValueRule& rule, int& out);
 void ReadValue(const Json& value, const JsonPath& path, const ValueRule& rule, unsigned char& out);
 void ReadValue(const Json& value, const JsonPath& path, const ValueRule& rule, double& out);
+/// true or false, or 1 or 0.
+void ReadValue(const Json& value, const JsonPath& path, const ValueRule& rule, bool& out);
 void ReadValue(const Json& value, const JsonPath& path, const ValueRule& rule, std::wstring& out);
 void ReadValue(const Json& value, const JsonPath& path, const ValueRule& rule, CString& out);
 /// A code of one letter.

@@ -40,7 +40,7 @@ TEST_F(CommandLine, HelpAndVersionAreNoErrors)
     EXPECT_THAT(Run({"--version"}).out, HasSubstr("qvxfem 0."));
     const ProgramRun help = Run({"--help"});
     EXPECT_EQ(help.exitCode, 0);
-    for (const char* command : {"run", "check", "convert"}) {
+    for (const char* command : {"run", "check", "convert", "generate"}) {
         EXPECT_THAT(help.out, HasSubstr(command));
         EXPECT_EQ(Run({command, "--help"}).exitCode, 0);
     }
