@@ -145,6 +145,12 @@ double* FirstNumber(Element (&numbers)[N])
     return FirstNumber(numbers[0]);
 }
 
+/// Numbers in a value: one, or the product of the extents of an array.
+template <class Value>
+constexpr int kNumbersIn = 1;
+template <class Element, std::size_t N>
+constexpr int kNumbersIn<Element[N]> = static_cast<int>(N) * kNumbersIn<Element>;
+
 // The value of one field: numbers by the measure of the field, records by their own fields. What holds neither has no
 // unit.
 template <class Value, class Record>
@@ -153,7 +159,7 @@ void ConvertValue(Value& value, const Measure& measure, const Record& record, Co
     using Number = std::remove_all_extents_t<Value>;
     using Element = typename ElementOf<Value>::Type;
     if constexpr (std::is_same_v<Number, double>) {
-        ConvertNumbers(FirstNumber(value), sizeof(Value) / sizeof(double), measure, record, f);
+        ConvertNumbers(FirstNumber(value), kNumbersIn<Value>, measure, record, f);
     } else if constexpr (std::is_same_v<Value, std::vector<double>>) {
         ConvertNumbers(value.data(), static_cast<int>(value.size()), measure, record, f);
     } else if constexpr (std::is_same_v<Value, CString>) {

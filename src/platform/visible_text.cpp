@@ -1,6 +1,7 @@
 #include "platform/visible_text.h"
 
 #include <cstdint>
+#include <type_traits>
 
 #include <fmt/format.h>
 
@@ -45,7 +46,7 @@ std::wstring VisibleText(std::wstring_view text)
     std::wstring visible;
     visible.reserve(text.size());
     for (const wchar_t c : text)
-        if (const auto code = static_cast<std::uint32_t>(c); IsLive(code))
+        if (const auto code = static_cast<std::make_unsigned_t<wchar_t>>(c); IsLive(code))
             visible += Escape(code);
         else
             visible += c;

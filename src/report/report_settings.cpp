@@ -119,6 +119,7 @@ void CjxReport::list_general_info()
 void CjxReport::list_units()
 {
     std::vector<ReportPair> pairs;
+    pairs.reserve(kQuantityCount);
     for (int k = 0; k < kQuantityCount; ++k)
         pairs.push_back({ToUtf8(QuantityLabel(static_cast<Quantity>(k))), UnitName(model->units.unit[k])});
     writer_->BeginSection("units", "Units");

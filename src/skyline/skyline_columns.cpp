@@ -1,6 +1,7 @@
 #include "skyline/skyline_columns.h"
 
 #include <algorithm>
+#include <cassert>
 
 namespace qvx {
 
@@ -10,6 +11,7 @@ namespace {
 template <Number Real>
 Real Dot(int count, const Real* x, const Real* y)
 {
+    // Which term goes to which sum is fixed by its place, so that results repeat bit for bit.
     Real s0 = 0, s1 = 0, s2 = 0, s3 = 0;
     int i = 0;
     for (; i + 4 <= count; i += 4) {
@@ -28,6 +30,9 @@ Real Dot(int count, const Real* x, const Real* y)
 template <Number Real>
 void FactorizeColumn(const SkylineView<Real>& k, int column, int firstRow)
 {
+    assert(firstRow >= 1 && firstRow <= column);
+    // Rows above both columns' tops are zero in one of them, so the product begins at the lower top. This is what a
+    // skyline gains over a band.
     const int top = std::max(firstRow, k.FirstRow(column));
     for (int row = top + 1; row < column; ++row) {
         const int start = std::max(top, k.FirstRow(row));
@@ -36,6 +41,8 @@ void FactorizeColumn(const SkylineView<Real>& k, int column, int firstRow)
     }
     Real sum = 0;
     for (int row = top; row < column; ++row) {
+        // The pivot takes the sum of all u g at once: d is a difference of two sums and not of many small ones in turn,
+        // which keeps its digits when the structure is soft.
         const Real g = k(row, column);
         const Real u = g / k(row, row);
         sum += u * g;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cassert>
 #include <cmath>
 #include <vector>
 
@@ -25,6 +26,7 @@ public:
         : k_(k), nEquations_(nEquations), pivots_(pivots), hook_(hook), update_(k, tiles),
           lastReaching_(static_cast<std::size_t>(nEquations) + 1)
     {
+        assert(nEquations >= 0 && "a matrix of no equations is factorized by nothing");
         FindLastReachingColumns();
     }
 
@@ -45,7 +47,11 @@ private:
         for (int row = 2; row <= nEquations_; ++row)
             LastReaching(row) = std::max(LastReaching(row), LastReaching(row - 1));
     }
-    int& LastReaching(int row) { return lastReaching_[static_cast<std::size_t>(row)]; }
+    int& LastReaching(int row)
+    {
+        assert(row >= 1 && row <= nEquations_ && "a column stands between row 1 and its diagonal");
+        return lastReaching_[static_cast<std::size_t>(row)];
+    }
 
     /// Wide panels load each term of the rest less often, but leave more of the work inside themselves, where tiles are
     /// small. An eighth of the columns to the right is the best of both by measurement.
@@ -61,11 +67,14 @@ private:
     /// @return whether a pivot forbids blocks; all columns up to end are factorized then too
     bool FactorizePanel(int first, int end, int level)
     {
+        assert(first >= 1 && first < end && end <= nEquations_ + 1);
         if (level == kLevels - 1)
             return FactorizeColumns(first, end, first);
         for (int begin = first, next = first; begin < end; begin = next) {
             next = std::min(end, begin + PanelWidth(begin, level + 1));
             if (FactorizePanel(begin, next, level + 1)) {
+                // A block update would divide by this pivot in padded lanes too. What is left of the panel goes on
+                // column by column, and the parent finds the panel complete.
                 FactorizeColumns(next, end, begin);
                 return true;
             }
@@ -86,12 +95,15 @@ private:
             Real& pivot = *k_.Diagonal(column);
             if (pivots_ == Pivots::Counted && pivot == Real(0))
                 pivot = Real(kInsteadOfZero);
+            // A NaN is let pass: it comes from the numbers of an element, and is no matter of the structure's
+            // stability.
             if (column > 1 && pivot <= Real(0)) {
                 if (pivots_ == Pivots::Positive)
                     throw column;
                 result_ = 0;
             }
             const double size = std::fabs(static_cast<double>(pivot));
+            // Beyond these bounds a reciprocal or a product in double would leave the range of the number type.
             isIrregular = isIrregular || !(size > 0x1p-900 && size < 0x1p900);
         }
         return isIrregular;

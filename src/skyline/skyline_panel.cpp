@@ -1,6 +1,7 @@
 #include "skyline/skyline_panel.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cstring>
 
 namespace qvx {
@@ -30,6 +31,7 @@ inline void GetPacked(const double* row, int rowLength, int position, double128&
 template <Number Real>
 void PanelUpdate<Real>::Apply(int first, int end, int lastColumn)
 {
+    assert(first >= 1 && first < end && "a panel has columns");
     first_ = first;
     end_ = end;
     lastColumn_ = lastColumn;
@@ -61,10 +63,13 @@ void PanelUpdate<Real>::FindChunks()
         const Chunk chunk{column, column + tiles_.rows - 1, static_cast<int>(groups_.size())};
         Group group{.chunk = chunks_.size()};
         for (int c = chunk.lastColumn; c >= column; --c) {
+            // A column that begins below the panel has no term in its rows, and nothing of the panel reaches it.
             if (!TakesPart(c))
                 continue;
             group.lowest = c;
             group.columns[group.count++] = c;
+            // Groups need not be neighbors: in a profile with holes the few columns that take part are packed side by
+            // side.
             if (group.count == tiles_.columns) {
                 groups_.push_back(group);
                 group = {.chunk = chunks_.size()};
@@ -86,6 +91,8 @@ void PanelUpdate<Real>::PackPanel()
     for (int i = 0; i < Width(); ++i)
         pivots_[static_cast<std::size_t>(i)] = *k_.Diagonal(first_ + i);
 
+    // Blocks of kTriangleRows rows: for each the rows above it, in the layout of "right", then its own triangle.
+    // Padding is zero, so that a panel of any width goes through kernels of one width.
     const auto size = static_cast<std::size_t>(paddedWidth_ * (paddedWidth_ + kTriangleRows) / 2 * kParts<Real>);
     double* packed = triangles_.Reserve(size);
     std::fill(packed, packed + size, 0.0);
@@ -198,6 +205,7 @@ void PanelUpdate<Real>::PackGroups(std::size_t chunkIndex, const double* scaled)
     for (auto g = static_cast<std::size_t>(chunk.firstGroup); g < groupEnd; ++g) {
         const Group& group = groups_[g];
         double* right = right_.Reserve(0) + g * RightSize();
+        // Neighbors without gaps stand in packed rows as they do in memory and are copied in runs.
         if (group.count == tiles_.columns && group.columns[0] - group.lowest == tiles_.columns - 1)
             tiles_.copyToRight(Width(), scaled, chunk.lastColumn - group.columns[0], right);
         else
@@ -228,6 +236,8 @@ void PanelUpdate<Real>::UpdateRest()
     for (std::size_t block = 0; block < chunks_.size(); block += blockSize)
         for (auto g = static_cast<std::size_t>(chunks_[block].firstGroup); g < groups_.size(); ++g) {
             const std::size_t end = std::min(block + blockSize, groups_[g].chunk + 1);
+            // Up to the chunk of the group itself: later chunks lie right of its columns, and their tiles below the
+            // diagonal.
             for (std::size_t c = block; c < end; ++c)
                 UpdateTile(chunks_[c], groups_[g], left + c * LeftSize(), right + g * RightSize());
         }
@@ -254,6 +264,7 @@ void PanelUpdate<Real>::UpdateDiagonalTile(const Chunk& chunk, const Group& grou
         target[s] = scratch_.data() + s * tiles_.rows;
     std::fill(scratch_.begin(), scratch_.end(), Real(0));
     for (int s = 0; s < group.count; ++s) {
+        assert(chunk.lastColumn >= group.columns[s] && "the diagonal of the column lies in this tile");
         const int column = group.columns[s], below = chunk.lastColumn - column;
         std::copy_n(k_.Diagonal(column), tiles_.rows - below, target[s] + below);
     }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cassert>
 #include <cstddef>
 #include <memory>
 #include <new>
@@ -52,7 +53,11 @@ template <Number Real>
 class PanelUpdate
 {
 public:
-    PanelUpdate(const SkylineView<Real>& k, const TileKernels<Real>& tiles) : k_(k), tiles_(tiles) {}
+    /// @param tiles  inner loops; they order the sums the same way on every instruction set, and outlive the update
+    PanelUpdate(const SkylineView<Real>& k, const TileKernels<Real>& tiles) : k_(k), tiles_(tiles)
+    {
+        assert(kTriangleRows % tiles.columns == 0 && tiles.rows % tiles.lanes == 0 && "whole groups, whole vectors");
+    }
 
     /// @param first, end     the panel: rows and columns first .. end - 1, its pivots finite and not zero
     /// @param lastColumn     columns end .. lastColumn are updated

@@ -19,6 +19,8 @@ void AddSkylineProduct(std::span<const int> maxa, std::span<const Real> terms, c
             lastNonzero = column;
         const int diagonal = maxa[at(column)];
         const int top = column + 1 - (maxa[at(column) + 1] - diagonal);
+        // All entries of v in the rows of this column are zero, its own too: neither direction of the product has a
+        // share.
         if (lastNonzero < top)
             continue;
         for (int row = top; row < column; ++row) {
@@ -34,6 +36,7 @@ template <Number Real>
 SkylineStore<Real>::SkylineStore(std::span<const int> maxa, std::span<Real> terms) : maxa_(maxa), terms_(terms)
 {
     assert(maxa.size() >= 2 && maxa[1] == 1 && "the first diagonal stands first");
+    assert(std::is_sorted(maxa.begin() + 1, maxa.end()) && "diagonals ascend by the height of their columns");
     assert(static_cast<std::size_t>(maxa.back()) <= terms.size() && "every address of the profile has a term");
 }
 
@@ -55,6 +58,8 @@ void SkylineStore<Real>::SubtractDiagonal(double factor, std::span<const double1
 {
     assert(masses.size() > At(Equations()) && "one mass per equation, from 1");
     for (int e = 1; e <= Equations(); ++e)
+        // The product in double128 and one rounding: a shift is chosen between eigenvalues that may agree in many
+        // digits.
         Diagonal(e) -= static_cast<Real>(double128(factor) * masses[At(e)]);
 }
 
@@ -80,6 +85,7 @@ void SkylineStore<Real>::Substitute(std::vector<double128>& v) const
 template <Number Real>
 int SkylineStore<Real>::NegativePivots() const
 {
+    // Zeros were turned into -1e-16 by a factorization that counts, so that they are found here.
     int count = 0;
     for (int e = 1; e <= Equations(); ++e)
         count += Diagonal(e) < Real(0);
@@ -105,6 +111,8 @@ int SkylineStore<Real>::DigitsLost(std::span<const Real> diagonals) const
     assert(diagonals.size() > At(Equations()) && "one diagonal per equation, from 1");
     Real worst = 1;
     for (int e = 1; e <= Equations(); ++e) {
+        // Negative ratios and NaN compare as not larger, and a pivot of zero gives no finite one: none of them is about
+        // digits.
         const Real ratio = diagonals[At(e)] / Diagonal(e);
         if (ratio > worst && std::isfinite(static_cast<double>(ratio)))
             worst = ratio;

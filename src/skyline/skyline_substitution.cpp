@@ -1,3 +1,4 @@
+#include <cassert>
 #include <vector>
 
 #include "skyline/skyline_blocks.h"
@@ -28,7 +29,11 @@ public:
     double* Low(int row) { return low_.data() + Index(row); }
 
 private:
-    std::size_t Index(int row) const { return static_cast<std::size_t>(n_ - row); }
+    std::size_t Index(int row) const
+    {
+        assert(row >= 1 && row <= n_ && "an equation");
+        return static_cast<std::size_t>(n_ - row);
+    }
 
     int n_;
     std::vector<double> high_;
@@ -47,11 +52,14 @@ void ReduceAndBackSubstituteWith(const Real* a, const int* maxa, int nEquations,
 
     for (int column = 2; column <= nEquations; ++column)
         if (height(column) > 0) {
+            // Forward by dot products and backward by multiples of columns: both run along columns as they stand in
+            // memory, where a backward pass by rows would jump from column to column.
             const Real* terms = u.Diagonal(column) + 1;
             const double128 sum = tiles.dotProduct(height(column), terms, load.High(column - 1), load.Low(column - 1));
             load.Put(column, load.Get(column) - sum);
         }
     for (int row = 1; row <= nEquations; ++row)
+        // Not by the reciprocal: the quotient of two numbers is rounded once.
         load.Put(row, load.Get(row) / *u.Diagonal(row));
     for (int column = nEquations; column >= 2; --column)
         if (height(column) > 0)

@@ -8,6 +8,7 @@ template <Number Real>
 std::vector<const TileKernels<Real>*> Usable(const TileKernels<Real>* avx512, const TileKernels<Real>* avx2,
                                              const TileKernels<Real>* portable)
 {
+    // Asked of the processor at run time: one library runs on all of a family and takes what each of them can.
     std::vector<const TileKernels<Real>*> usable;
 #if defined(__x86_64__)
     if (__builtin_cpu_supports("avx512f") && __builtin_cpu_supports("avx512dq"))

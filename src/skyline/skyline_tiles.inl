@@ -10,6 +10,7 @@ void UpdateColumnsDouble(int depth, const double* left, const double* right, dou
     Vec sum[kDoubleColumns][kDoubleVectors] = {};
 #pragma GCC unroll 8
     for (int s = 0; s < kDoubleColumns; ++s)
+        // The targets are columns far apart in memory: asked for now, they arrive while the sums are formed.
         Prefetch(target[s], kDoubleVectors * kLanes);
     for (int k = 0; k < depth; ++k) {
         Vec x[kDoubleVectors];
@@ -30,6 +31,8 @@ void UpdateColumnsDouble(int depth, const double* left, const double* right, dou
     for (int s = 0; s < kDoubleColumns; ++s)
 #pragma GCC unroll 4
         for (int v = 0; v < kDoubleVectors; ++v)
+            // All of the panel's products are summed first and taken off once: one rounding at the size of the target,
+            // however many.
             Store(target[s] + v * kLanes, Load(target[s] + v * kLanes) - sum[s][v]);
 }
 
@@ -131,6 +134,8 @@ inline void AddProduct(QuadSum& sum, const QuadVec& x, const QuadVec& y)
 
 inline QuadVec Difference(const QuadVec& a, const QuadSum& b)
 {
+    // Two-sums of the high and of the low parts, then the errors are gathered from the small ones up and the result is
+    // made a proper pair again, its low part within half a unit of its high one.
     const Vec s = a.high - b.high;
     const Vec v = s - a.high;
     const Vec e = (a.high - (s - v)) - (b.high + v);
@@ -229,6 +234,8 @@ void DivideRowsQuad(int depth, const double* x, const double128* pivot, double* 
 {
     constexpr int kRow = 2 * kQuadVectors * kLanes;
     for (int k = 0; k < depth; ++k) {
+        // q = g / d to the first 53 bits by the reciprocal of the high part, then the remainder g - q d, exact in its
+        // leading part by the error of the product, gives the bits below.
         const double parts[] = {pivot[k].Hi(), pivot[k].Lo(), 1 / pivot[k].Hi()};
         const Vec high = Broadcast(parts), low = Broadcast(parts + 1), reciprocal = Broadcast(parts + 2);
         for (int v = 0; v < kQuadVectors; ++v) {
@@ -310,6 +317,8 @@ double128 DotProductDouble(int count, const double* u, const double* vHigh, cons
     int i = 0;
     for (; i + kDoubleSums <= count; i += kDoubleSums)
         AddRoundedProducts(u + i, vHigh + i, vLow + i, sum);
+    // The end of the column is filled up with zeros to whole vectors: it goes through the same sums, whatever their
+    // length.
     double rest[3][kDoubleSums] = {};
     for (int r = 0; i < count; ++i, ++r) {
         rest[0][r] = u[i];
@@ -318,6 +327,7 @@ double128 DotProductDouble(int count, const double* u, const double* vHigh, cons
     }
     AddRoundedProducts(rest[0], rest[1], rest[2], sum);
     double total = 0;
+    // Partial sums are added up in one order on every instruction set, by their place and not by their vector.
     for (const Vec& part : sum)
         for (int lane = 0; lane < kLanes; ++lane)
             total += part[lane];

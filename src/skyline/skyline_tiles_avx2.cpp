@@ -46,6 +46,7 @@ inline Vec ProductMinus(Vec a, Vec b, Vec /*p*/, Vec z)
 /// Four double128 in memory order, to their high and their low parts.
 inline void Split(Vec first, Vec second, Vec& high, Vec& low)
 {
+    // unpack works within halves of 128 bits and leaves the order 0 2 1 3, which the permutation straightens.
     high = _mm256_permute4x64_pd(_mm256_unpacklo_pd(first, second), 0b11011000);
     low = _mm256_permute4x64_pd(_mm256_unpackhi_pd(first, second), 0b11011000);
 }
@@ -67,6 +68,7 @@ inline void Transpose(Vec (&x)[kLanes])
 }
 inline void Prefetch(const double* p, int count)
 {
+    // One look per line of 64 bytes, and the last number: a run of numbers may end in a line of its own.
     for (int i = 0; i < count; i += 8)
         _mm_prefetch(reinterpret_cast<const char*>(p + i), _MM_HINT_T0);
     _mm_prefetch(reinterpret_cast<const char*>(p + count - 1), _MM_HINT_T0);

@@ -76,6 +76,7 @@ inline void Transpose(Vec (&x)[kLanes])
 }
 inline void Prefetch(const double* p, int count)
 {
+    // One look per line of 64 bytes, and the last number: a run of numbers may end in a line of its own.
     for (int i = 0; i < count; i += 8)
         _mm_prefetch(reinterpret_cast<const char*>(p + i), _MM_HINT_T0);
     _mm_prefetch(reinterpret_cast<const char*>(p + count - 1), _MM_HINT_T0);

@@ -29,6 +29,8 @@ inline Vec Broadcast(const double* p)
 inline Vec MulAdd(Vec a, Vec b, Vec c)
 {
 #if defined(__FP_FAST_FMA)
+    // Where the processor has it in hardware only: the routine that stands in for it is many times slower than two
+    // roundings, which the compensated sums allow for.
     return Vec{__builtin_fma(a[0], b[0], c[0]), __builtin_fma(a[1], b[1], c[1])};
 #else
     return a * b + c;

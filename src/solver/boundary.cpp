@@ -1,4 +1,5 @@
 #include <array>
+#include <cassert>
 #include <type_traits>
 #include <vector>
 
@@ -31,6 +32,9 @@ template <class Sink>
 void AddConstraints(const CjxStruct& model, const jxSolutionData& data, const Sink& sink, const double128& penalty)
 {
     for (const jxMultiDofConstraint& constraint : model.multiDofConstraints) {
+        assert(constraint.no >= 1 && constraint.no <= data.lmConstraints.Rows() && "numbered before it is assembled");
+        // The factors come in squared, so a constraint whose factors are both 1000 is a million times stiffer than one
+        // of 1 and 1: the penalty scales with what the author wrote, and the forces with it.
         const double128 f1 = constraint.factor[0];
         const double128 f2 = -constraint.factor[1];
         const double128 k12 = penalty * f1 * f2;
@@ -43,6 +47,7 @@ template <class Sink>
 void AddCoupledSprings(const CjxStruct& model, const jxSolutionData& data, const Sink& sink)
 {
     for (const jxCoupledSpring& spring : model.coupledSprings) {
+        assert(spring.no >= 1 && spring.no <= data.lmCoupledSprings.Rows() && "numbered before it is assembled");
         double k[6][6];
         CjxStruct::GetCoupledSpringStiffness(k, spring);
         qvx::ScatterInto(sink, data.lmCoupledSprings[spring.no], kDofCount, &k[0][0]);
@@ -87,6 +92,8 @@ public:
         for (jxSpring& spring : model_.beamSprings) {
             const jxBm& beam = qvx::FindById(model_.beams, spring.id);
             const double share = MemberLength(model_, beam) * 0.5;
+            // A member carries no bending from a spring between its nodes: lumping converges with the mesh as
+            // distributed springs do, and keeps the matrix of the member that of the member alone.
             for (const int node : {beam.node1, beam.node2})
                 AddAtNode(spring, node, kDistributedSpringDofs, share);
         }
@@ -105,10 +112,13 @@ public:
 private:
     void AddAtNode(jxSpring& spring, int nodeId, int nDofs, double share)
     {
+        assert(!(share < 0) && "a part of a length or an area");
         const int position = qvx::NodePosition(model_.nodes, nodeId);
         const jxResult6Val* found = qvx::FindOrNull(displacements_, nodeId);
         jxResult6Val displacement = found != nullptr ? *found : jxResult6Val{};
         for (int dof = 0; dof < nDofs; ++dof) {
+            // The state is asked before the stiffness: a one-way direction of no stiffness is discarded, and logged,
+            // like any other.
             if (model_.IsSpringFailed(spring, dof, displacement, !displacements_.empty()) || spring.k[dof] == 0.0)
                 continue;
             const int e = model_.Equation(position, dof);
@@ -126,6 +136,7 @@ private:
 
 void CjxStruct::GetCoupledSpringStiffness(double k[6][6], const jxCoupledSpring& spring)
 {
+    // The 21 terms of a symmetric 6 x 6 matrix, row by row from its diagonal on.
     int next = 0;
     for (int i = 0; i < kDofCount; ++i)
         for (int j = i; j < kDofCount; ++j)
@@ -146,6 +157,8 @@ template <class Store, class Use>
 void WithAccount(const CjxStruct& model, jxSolutionData& data, const Store& store, Use&& use)
 {
     if constexpr (std::is_same_v<std::remove_cvref_t<decltype(store.Diagonal(1))>, double>)
+        // Once a term of the store has an account, all that is added to it needs one: the sum that was rounded is that
+        // of elements and boundary together.
         if (!model.multiDofConstraints.empty() || !data.rounded.empty())
             return use(qvx::AccountingSink(store, data.rounded));
     use(store);
@@ -170,6 +183,7 @@ void CjxStruct::ProcessBoundary(jxSolutionData& data, double128 penalty, int com
 {
     qvx::WithStiffnessSink(data, solverType, [&](const auto& store) {
         WithAccount(*this, data, store, [&](const auto& sink) {
+            assert(comb >= -1 && comb < static_cast<int>(loadVectors.size()) && "-1, or one of the combinations");
             AddConstraints(*this, data, sink, penalty);
             AddCoupledSprings(*this, data, sink);
             AddSprings(*this, sink, comb);
@@ -195,6 +209,7 @@ void CjxStruct::ProcessBoundarySparse(jxSolutionData& data, double*, int*, doubl
 /// @return  that term, the base of all penalties of this run
 double CjxStruct::PreProcessMultiDofConstraintStiffness(jxSolutionData& data)
 {
+    // The shipped penaltyFactor, which is what a skyline takes for its constraints.
     constexpr double kConstraintPenalty = 100000.0;
     const double base = ComputeMaxStiffnessTermSparse(data);
     WithAccount(*this, data, qvx::SparseSink(data.sparseK),
@@ -212,6 +227,7 @@ void CjxStruct::PreProcessCoupledSpringStiffness(jxSolutionData& data)
 void CjxStruct::ProcessForcedDisplacements(jxSolutionData&, double128 penalty, int comb)
 {
     std::vector<double128>& load = loadVectors[static_cast<std::size_t>(comb)];
+    assert(load.size() == static_cast<std::size_t>(numberOfEquations) + 1 && "one force per equation, from 1");
     qvx::ForEachPenalty(*this,
                         [&](int e, double value) { load[static_cast<std::size_t>(e)] += double128(value) * penalty; });
 }

@@ -18,6 +18,8 @@ constexpr std::size_t kMostTogether = 32;
 FactorOutcome EquationSolver::Factorize(const FactorWish& wish)
 {
     FactorWish complete = wish;
+    // Refinement forms residuals with the matrix, so a store with roundings keeps it behind its factor, wished for or
+    // not.
     complete.keepsMatrix = wish.keepsMatrix || !data_.rounded.empty();
     isShifted_ = wish.shift.factor != 0;
     return FactorizeMatrix(complete);
@@ -36,13 +38,16 @@ int EquationSolver::Solve(std::span<std::vector<double128>* const> loads)
 
 int EquationSolver::SolveGroup(std::span<std::vector<double128>* const> loads)
 {
+    assert(loads.size() <= kMostTogether);
     const bool isRefined = !data_.rounded.empty();
     std::vector<std::vector<double128>> forces;
     for (std::vector<double128>* load : loads) {
         TakeSettlementFromLoad(data_, *load);
         if (isRefined)
+            // The right side is overwritten by the solution, and a residual needs it again.
             forces.push_back(*load);
     }
+    // One substitution for the whole group; refinement then takes each by itself, as the corrections differ in number.
     int error = Substitute(loads);
     const auto substitute = [&](std::vector<double128>& v) {
         std::vector<double128>* const vectors[] = {&v};

@@ -11,6 +11,9 @@
 namespace qvx {
 
 /// K - factor M is factorized in place of K; M a diagonal of masses.
+///
+/// The shift of an eigensolver. By Sylvester's law of inertia the factor L D L^t of K - s M has as many negative pivots
+/// as there are eigenvalues of K x = w M x below s (Bathe, Finite Element Procedures, 1996, section 8.2.5).
 struct Shift
 {
     double factor = 0;                       ///< 0: none
@@ -57,6 +60,7 @@ struct FactorOutcome
 class EquationSolver
 {
 public:
+    /// @param data  stores of the run; outlives the solver and holds the matrix
     explicit EquationSolver(jxSolutionData& data) : data_(data) {}
     virtual ~EquationSolver() = default;
     EquationSolver(const EquationSolver&) = delete;

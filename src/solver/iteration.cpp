@@ -33,6 +33,7 @@ bool IsOnFreeSide(wchar_t flag, double displacement)
 /// Every combination starts from the undeformed, complete structure, whatever the one before it did.
 void CjxStruct::InitializeComb(int)
 {
+    // Results must not hang on the order of the combinations: what failed under the one before is whole again.
     for (jxBm& beam : beams) {
         beam.axialForce = 0.0;
         beam.failed = 0;
@@ -43,6 +44,7 @@ void CjxStruct::InitializeComb(int)
     ClearFailures(shell4Springs);
     for (jxCoupledSpring& spring : coupledSprings)
         std::fill(std::begin(spring.bFailed), std::end(spring.bFailed), static_cast<unsigned char>(0));
+    // As if something had just changed: no combination is settled before its first iteration.
     bElementStateChanged = 1;
 }
 

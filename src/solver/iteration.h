@@ -10,6 +10,7 @@ inline constexpr int kIterationCeiling = 10000;
 template <class Step>
 int IterateUntilStop(Step&& step)
 {
+    // The step itself knows its limit from the model; the ceiling is for a step that never says stop.
     int iteration = 1;
     while (iteration < kIterationCeiling && !step(iteration))
         ++iteration;

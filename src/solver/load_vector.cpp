@@ -1,6 +1,7 @@
 #include "solver/load_vector.h"
 
 #include <algorithm>
+#include <cassert>
 #include <vector>
 
 #include "elements/combination_terms.h"
@@ -31,6 +32,10 @@ void AddLoads(CjxStruct& model, LoadFamily family, int comb, CjxBmGroup& bm, Cjx
 void SumAppliedForce(const CjxStruct& model, const std::vector<double128>& load, double sum[3])
 {
     for (int dof = kX; dof <= kZ; ++dof) {
+        assert(load.size() == static_cast<std::size_t>(model.numberOfEquations) + 1 &&
+               "one force per equation, from 1");
+        // In double128, so that the sum of a hundred thousand nodal forces has no rounding of its own to be told from a
+        // real difference between loads and reactions.
         double128 total(0);
         for (int position = 1; position <= static_cast<int>(model.nodes.size()); ++position)
             if (const int e = model.Equation(position, dof); e != 0)
@@ -89,6 +94,7 @@ void qvx::TellLoadVector(CjxStruct& model)
 
 bool qvx::IsZeroLoad(const std::vector<double128>& load)
 {
+    assert(!load.empty() && "entry 0 stands, and is no force");
     return std::all_of(load.begin() + 1, load.end(), [](const double128& force) { return force == double128(0); });
 }
 
@@ -97,6 +103,8 @@ void CjxStruct::ProcessNdLoads(int comb)
     const auto load = qvx::NodalVectorOf(*this, comb);
     for (const qvx::CombinationTerm& term : qvx::TermsOf(*this, comb))
         for (const jxNdLoad& nodal : term.loads.ndLoads)
+            // Value times factor in double128: a load vector is a sum of products, and the solvers round it once if
+            // they do.
             load.Add(qvx::NodePosition(nodes, nodal.id), nodal.dof, double128(nodal.value) * double128(term.factor));
 }
 

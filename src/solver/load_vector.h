@@ -22,6 +22,9 @@ struct ElementGroups
 /// @throws jxException  when a load refers to what the model does not have
 void FormLoadVector(CjxStruct& model, int comb, ElementGroups& groups);
 
+// Forming and telling are apart: the loads of all combinations that are solved together are formed ahead, and each is
+// told of when its turn comes in the window.
+
 /// The words that CjxStruct::ProcessNodalAndElementLoads says, of a load vector that has been formed without them.
 void TellLoadVector(CjxStruct& model);
 

@@ -62,6 +62,7 @@ void CjxStruct::FindSuppressedDofs()
 void CjxStruct::GetIds()
 {
     FindSuppressedDofs();
+    assert(idTable[0].size() == nodes.size() + 1 && "allocated, slot 0 unused");
     for (int dof = 0; dof < kDofCount; ++dof)
         if (dofSuppressed[dof])
             std::fill(idTable[dof].begin(), idTable[dof].end(), kNoEquation);
@@ -73,6 +74,8 @@ void CjxStruct::GetIds()
                 idTable[dof][node] = kNoEquation;
     }
 
+    // All directions of a node before those of the next: columns of a node then begin at the same neighbors, which
+    // keeps the profile short and lets solvers work on blocks of six.
     for (std::size_t node = 1; node <= nodes.size(); ++node) {
         for (std::vector<int>& row : idTable)
             row[node] = row[node] == kNoEquation ? 0 : ++numberOfEquations;

@@ -14,6 +14,7 @@ CString NameInCurrentFolder()
 {
     CString path = Host().CurrentFolder();
     path += FolderSeparator();
+    // The routine looks for a file of this name where the process runs; none of its arguments says otherwise.
     path += L"pardiso_ooc.cfg";
     return path;
 }
@@ -35,6 +36,7 @@ void Remove(const std::filesystem::path& path)
 void OutOfCoreFile::Write(int maxCoreMegabytes)
 {
     const CString name = NameInCurrentFolder();
+    // A file of the user's own is overwritten, as its limit must be that of the preferences, but never removed.
     const std::filesystem::path path(name.Text());
     const bool isNew = !Exists(path);
     std::ofstream file(path);

@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <array>
+#include <cassert>
 #include <vector>
 
 #include "elements/brick/brick_group.h"
@@ -16,6 +17,7 @@ namespace {
 /// Displacement of an equation; 0 where there is none.
 double128 DisplacementAt(const std::vector<double128>& u, int e)
 {
+    assert(e >= 0 && static_cast<std::size_t>(e) < u.size() && "0, or an equation of the run");
     return e != 0 ? u[static_cast<std::size_t>(e)] : double128(0);
 }
 
@@ -38,6 +40,7 @@ bool IsZeroSpring(const jxSpring& spring)
 /// The spring as members and shells use it: translations only.
 jxSpring TranslationsOf(jxSpring spring)
 {
+    // A spring along a line or under a surface is given per length or area for translations; rotations come of these.
     for (int dof = kOX; dof <= kOZ; ++dof)
         spring.k[dof] = 0;
     return spring;
@@ -53,6 +56,7 @@ void DistributedReactions(CjxStruct& model, std::vector<jxResult6Val>& out, cons
     for (const jxSpring& spring : springs) {
         if (IsZeroSpring(spring))
             continue;
+        // An excluded element is not there to press on its bedding: its record stays, so that lists keep their length.
         jxResult6Val reaction{.id = spring.id};
         const Element& element = qvx::FindById(elements, spring.id);
         if (element.excluded == 0) {
@@ -82,6 +86,7 @@ void Output(CjxStruct& model, const wchar_t* text, bool bAnything, Block&& block
 /// Fills the results of a combination from its load vector, which holds the displacements by now.
 void CjxStruct::Output_All(int comb, CjxBmGroup& bm, CjxShell4Group& sh, CjxBrickGroup& br)
 {
+    // The penalty of the last stiffness: reactions are formed with the very number that stood in the matrix.
     const double128 penalty = penaltyStiffness;
     const bool bAverage = bAverageStresses == 1 || bAverageStresses == 2;
 
@@ -169,6 +174,7 @@ void CjxStruct::_MultiDofConstraintForces(jxMultiDofConstraintForce& out, const 
     double128 gap;
     for (int k = 0; k < 2; ++k) {
         const int e = Equation(qvx::NodePosition(nodes, constraint.node[k]), constraint.dof[k]);
+        // A direction without an equation does not move, and the other end then hangs on the ground by its own factor.
         gap += slope[k] * DisplacementAt(u, e);
     }
     out.id = constraint.id;
@@ -190,6 +196,7 @@ void CjxStruct::_SpringReactions(double r[6], int* positions, int nNodes, const 
         for (int dof = 0; dof < kDofCount; ++dof) {
             if (spring.k[dof] == 0.0 || spring.bFailed[dof])
                 continue;
+            assert(positions[n] >= 1 && nNodes > 0 && "positions of nodes count from 1");
             const int e = Equation(positions[n], dof);
             if (e != 0)
                 r[dof] -= static_cast<double>(DisplacementAt(u, e) * double128(spring.k[dof]) / double128(nNodes));

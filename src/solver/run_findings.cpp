@@ -33,6 +33,7 @@ void FindUnstable(CjxStruct& model, const std::vector<std::pair<int, int>>& free
     text.Format(L"Instability %s at Node %d", kDofNames[freedoms.front().second - 1], freedoms.front().first);
     Finding finding = MakeFinding(FindingCode::Unstable, text.Text());
     for (std::size_t i = 0; i < freedoms.size(); ++i)
+        // One place per node: equations come node by node, so equal nodes stand beside each other.
         if (i == 0 || freedoms[i].first != freedoms[i - 1].first)
             finding.About(jxNd::name(), freedoms[i].first);
     model.findings.Add(std::move(finding));
@@ -52,6 +53,7 @@ void FindInCombination(CjxStruct& model, FindingCode code, int comb, std::wstrin
 
 void FindInOutcomes(CjxStruct& model)
 {
+    // A direct sparse solver keeps its factor to itself: it loses digits too, but nobody can count them.
     if (model.solverType != DoubleSparse && model.digitsLost >= DigitLimitsOf(model.solverType).warning)
         model.findings.Add(MakeFinding(FindingCode::DigitsLost,
                                        std::to_wstring(model.digitsLost) + L" digits are lost during factorization"));

@@ -10,6 +10,9 @@ namespace qvx {
 
 /// What a run finds, beside what it says in window and log.
 
+// Findings are data (model/records/finding.h): code, text, combination and the records they are about. They stand
+// beside the messages of a run, which are text for a window, and whoever shows them words them in his own way.
+
 /// The structure is not held: finding with the degrees of freedom that nothing holds.
 /// @param freedoms  node id, degree of freedom from 1; at least one
 void FindUnstable(CjxStruct& model, const std::vector<std::pair<int, int>>& freedoms);

@@ -1,5 +1,7 @@
 #include "solver/settlement.h"
 
+#include <cassert>
+
 #include "elements/stiffness_sink.h"
 #include "model/solution_data.h"
 #include "solver/penalty_supports.h"
@@ -30,8 +32,12 @@ void KeepSettlement(const CjxStruct& model, jxSolutionData& data, const Sink& st
     });
     for (std::size_t e = 1; e <= n; ++e) {
         if (nSupports[e] > 1)
+            // The load is p v1 + p v2 on the penalty 2 p: the mean is where the springs leave the structure if it does
+            // not resist.
             data.settlement[e] /= double128(nSupports[e]);
     }
+    // K v of the structure on top of p v of the supports, whose penalties are not in the store yet: adding them there
+    // and taking the product would round the structure's share away beside them.
     stiffness.AddProduct(data.settlement, data.settlementForce);
     AddRoundedProduct(data.rounded, data.settlement, data.settlementForce);
 }
@@ -42,12 +48,14 @@ template void KeepSettlement(const CjxStruct&, jxSolutionData&, const SparseSink
 
 void TakeSettlementFromLoad(const jxSolutionData& data, std::vector<double128>& load)
 {
+    assert((data.settlementForce.empty() || data.settlementForce.size() == load.size()) && "by equation, both");
     for (std::size_t e = 1; e < data.settlementForce.size(); ++e)
         load[e] -= data.settlementForce[e];
 }
 
 void AddSettlementToDisplacements(const jxSolutionData& data, std::vector<double128>& displacements)
 {
+    assert((data.settlement.empty() || data.settlement.size() == displacements.size()) && "by equation, both");
     for (std::size_t e = 1; e < data.settlement.size(); ++e)
         displacements[e] += data.settlement[e];
 }

@@ -1,5 +1,6 @@
 #include "solver/skyline_solver.h"
 
+#include <cassert>
 #include <cstdint>
 
 #include "model/jx_struct.h"
@@ -9,6 +10,9 @@ namespace qvx {
 ColumnHook TellColumns(CjxStruct& model, int nEquations)
 {
     return [&model, nEquations, shown = -1](int column) mutable {
+        assert(column >= 1 && column <= nEquations && "a column of the matrix");
+        // At every column, not at every percent: of a large matrix a percent is minutes, and the user waits for an
+        // answer.
         model.peek_msg();
         const int percent = static_cast<int>(std::int64_t{column} * 100 / nEquations);
         if (percent == shown)

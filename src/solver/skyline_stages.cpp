@@ -45,6 +45,8 @@ void SkylineStages::Allocate(int nTerms)
 void SkylineStages::AddBoundary(int comb)
 {
     model_.list_msg(L"Processing boundary conditions", L"...");
+    // Formed anew for every stiffness: failed members and axial forces change the largest term, and the ratio of
+    // penalty to structure is what the accuracy of supports hangs on.
     model_.penaltyStiffness = double128(model_.ComputeMaxStiffnessTerm(data_)) * double128(model_.penaltyFactor);
     model_.ProcessBoundary(data_, model_.penaltyStiffness, comb);
     if (comb >= 0)
@@ -58,6 +60,7 @@ bool SkylineStages::Factorize(bool bAllowNonPositivePivot)
     const FactorOutcome outcome = solver_->Factorize({.pivots = bAllowNonPositivePivot ? Pivots::Any : Pivots::Positive,
                                                       .digitsLeftToUser = DigitsLeftToUser(model_),
                                                       .atColumn = TellColumns(model_, model_.numberOfEquations)});
+    // Allowed, the factor stands with its negative pivots: under P-Delta they tell that the load is past buckling.
     if (!outcome.isPositive && !bAllowNonPositivePivot)
         ThrowUnstable(model_, outcome.equation);
     return outcome.isPositive;

@@ -6,6 +6,9 @@
 
 namespace qvx {
 
+// A skyline run tells the course of its factorization by columns, counts the digits that it lost and can go past a
+// pivot that is not positive, which P-Delta asks for.
+
 /// Stages of a skyline run, in double or double128 as the model's solver type says.
 class SkylineStages : public SystemStages
 {

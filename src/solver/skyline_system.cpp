@@ -36,6 +36,8 @@ template <Number Real>
 MotionSearch<double128> SearchOf(const SkylineStore<Real>& factor, const std::vector<Real>& diagonals)
 {
     const auto n = static_cast<std::size_t>(factor.Equations());
+    assert(diagonals.size() > n && "kept before they were overwritten by the factor");
+    // Directions are scaled by their own stiffness, so that a rotation in radians and a translation in inches compare.
     std::vector<double128> root(n + 1);
     for (std::size_t e = 1; e <= n; ++e)
         root[e] = double128(std::sqrt(static_cast<double>(diagonals[e])));
@@ -85,6 +87,8 @@ void SkylineSystem<Real>::PrepareMatrix(const FactorWish& wish)
 {
     std::vector<Real>& terms = TermsOfSkyline<Real>(data_);
     assert((!isFactor_ || !kept_.empty()) && "the matrix was not kept");
+    // A second factorization starts from the copy that the first one kept: elements are not formed again for a new
+    // shift.
     if (isFactor_)
         terms = kept_;
     else if (wish.keepsMatrix)
@@ -104,6 +108,7 @@ FactorOutcome SkylineSystem<Real>::FactorizeMatrix(const FactorWish& wish)
     } catch (int equation) {
         return {.isPositive = false, .isWhole = false, .equation = equation};
     }
+    // A shifted matrix has soft motions by design: every eigenvalue near the shift is one.
     const int equation = wish.shift.factor != 0 ? 0 : FreeEquation(wish.digitsLeftToUser);
     return {.isPositive = equation == 0, .equation = equation};
 }
@@ -116,6 +121,8 @@ int SkylineSystem<Real>::FreeEquation(int digitsLeftToUser) const
     const std::vector<Real>& diagonals = DiagonalsOfSkyline<Real>(data_);
     const SkylineStore<Real> factor = Store();
     const int lost = factor.DigitsLost(diagonals);
+    // Digits tell that something is soft, not that it is free: a slender stable structure loses as many. The search is
+    // made only where it could find something, as it takes a few substitutions.
     if (lost < kLimits.digitsLost || lost >= digitsLeftToUser)
         return 0;
     const SoftestMotion motion = FindSoftestMotion(SearchOf(factor, diagonals));

@@ -26,6 +26,7 @@ protected:
     int Substitute(std::span<std::vector<double128>* const> vectors) override;
 
 private:
+    // A view of the store in the working data, made anew for each use: addresses change when the run allocates.
     SkylineStore<Real> Store() const;
     void PrepareMatrix(const FactorWish& wish);
     int FreeEquation(int digitsLeftToUser) const;

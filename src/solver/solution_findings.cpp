@@ -25,6 +25,7 @@ std::wstring Formatted(const wchar_t* format, double value)
 
 const jxResult6Val& DisplacementOf(const CjxStruct& model, const jxCombResult& result, int node)
 {
+    assert(result.displacements.size() == model.nodes.size() && "a row per node, in the order of the nodes");
     return result.displacements[static_cast<std::size_t>(NodePosition(model.nodes, node)) - 1];
 }
 
@@ -91,6 +92,7 @@ void FindLargeMotion(CombinationFindings& out)
 {
     constexpr double kLargestRotation = 0.5;
     constexpr double kLargestShare = 0.1;
+    // Numbers of a mechanism look ordinary in a list: their size is what gives them away.
     const double rotation = LargestOf(out.Result().displacements, kOX, kOZ);
     const double translation = LargestOf(out.Result().displacements, kX, kZ);
     if (rotation > kLargestRotation)
@@ -114,6 +116,7 @@ void FindYieldingSupports(CombinationFindings& out)
         double way = 0;
         for (int dof = kX; dof <= kZ; ++dof)
             if (support.flag[dof] == L'1')
+                // From where it was to be held, which is a prescribed value where there is one.
                 way = std::max(way, std::fabs(u.value[dof] - support.value[dof]));
         if (!(way > kLargestShare * largest))
             continue;
@@ -131,6 +134,7 @@ void FindCoarsePDelta(CombinationFindings& out)
     constexpr double kLargestShare = 0.05;
     constexpr double kPiSquared = 9.869604401089358;
     const CjxStruct& m = out.Model();
+    // In a plane frame members can buckle in the plane only, about z; in space about the weaker axis.
     const bool isPlane = m.modelType == Frame2D;
     Finding finding = out.Make(FindingCode::CoarsePDelta);
     for (const jxBm& beam : m.beams) {
@@ -209,6 +213,8 @@ void FindFailedSprings(CombinationFindings& out, const std::vector<jxSpring>& sp
             out.Outcome().failedSprings.push_back({owner, spring.id, dof});
             off.About(owner, spring.id);
             const double tolerance = dof <= kZ ? translation : rotation;
+            // A spring of flag '1' gives way to positive displacements (IsOnFreeSide in iteration.cpp), so it acts on
+            // negative ones.
             const double sign = spring.flag[dof] == L'1' ? -1 : 1;  // of the side on which it acts
             const auto nodes = nodesOf(spring.id);
             if (std::all_of(nodes.begin(), nodes.end(), [&](int node) {

@@ -18,6 +18,7 @@ using qvx::double128;
 namespace {
 
 constexpr int kDefaultMaxCore = 2000;  // megabytes
+// Below it a solver has no room to work, whatever the model.
 constexpr int kLeastMaxCore = 20;
 
 int Preference(const wchar_t* key, int defaultValue)
@@ -57,6 +58,7 @@ void WaitForProgressWindow(const qvx::RunContext& context)
     if (context.openProgressWindow && model.progressWindow == nullptr) {
         context.openProgressWindow();
         while (model.progressWindow == nullptr || model.progressWindow->GetSafeHwnd() == nullptr) {
+            // The window is made by the host's own thread; polling asks nothing of it but to store the pointer.
             std::this_thread::sleep_for(std::chrono::milliseconds(10));
             model.peek_msg();
         }
@@ -159,6 +161,8 @@ void ThrowSolutionFault(const RunContext& context, int error)
 void CjxStruct::configure_pardiso()
 {
     const int processors = std::max(1, GetNumberOfCPUs());
+    // Never more threads than processors: threads of a dense kernel that wait for each other at every block lose more
+    // than they bring.
     solverThreads_ = std::clamp(Preference(L"SolverCPUs", processors), 1, processors);
     CString text;
     text.Format(L"%d (out of %d)", solverThreads_, processors);
@@ -176,10 +180,13 @@ double CjxStruct::prepare_pardiso(double*& a, int*& ia, int*& ja, jxSolutionData
     list_msg(stars.c_str(), L"");
     list_msg(L"Prepare sparse stiffness matrix", L"...");
 
+    // One pass counts and finds the largest: of a matrix of gigabytes the reading is what takes the time.
     const auto [count, largest] = data.sparseK.Survey(solverThreads_);
     CString text;
     text.Format(L"%I64d", static_cast<long long>(count));
     list_msg(L"The number of nonzero terms in global stiffness matrix", text);
+    // Value and column of a term are 12 bytes; twice, as solvers make a copy of their own. The row starts are 4 bytes
+    // each.
     memcheck(fileLog, static_cast<int>((count * 12 * 2 + numberOfEquations * 4LL) / 1024));
     a = data.sparseK.Values();
     ia = data.sparseK.RowStarts();

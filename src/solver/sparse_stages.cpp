@@ -1,5 +1,7 @@
 #include "solver/sparse_stages.h"
 
+#include <cassert>
+
 #include "solver/sparse_solver.h"
 
 namespace qvx {
@@ -55,6 +57,9 @@ void SparseStages::Allocate(int)
 
 void SparseStages::AddBoundary(int comb)
 {
+    assert(solver_ != nullptr && "Allocate comes first");
+    // Constraints are added first, on the largest term that the elements leave, and that term stays the base of the
+    // supports too: taken behind the constraints it would be their own penalty, 1e5 times as high.
     double constraintBase = 0;
     if (!model_.multiDofConstraints.empty())
         constraintBase = model_.PreProcessMultiDofConstraintStiffness(data_);

@@ -8,6 +8,9 @@
 
 namespace qvx {
 
+// How a sparse run differs from a skyline run as the user is told of it: memory and threads are announced, the penalty
+// of constraints goes into the matrix before it is compressed, and the solver itself names the bad pivot.
+
 /// Stages of a sparse run: patterned store, direct sparse solver, positive definite throughout. However the run ends,
 /// factor and files of the solver go with it.
 class SparseStages : public SystemStages

@@ -26,6 +26,7 @@ public:
         assert(shift.masses.size() > static_cast<std::size_t>(stiffness.Equations()) &&
                "one mass per equation, from 1");
         for (int e = 1; e <= stiffness.Equations(); ++e) {
+            // Saved and not added back: s m taken off a double and added to it again may miss the last bit.
             double& diagonal = stiffness.Diagonal(e);
             saved_.push_back(diagonal);
             diagonal -= static_cast<double>(double128(shift.factor) * shift.masses[static_cast<std::size_t>(e)]);
@@ -49,6 +50,8 @@ private:
 
 SparseStatus SparseSystem::Analyse(bool isPositiveDefinite)
 {
+    // A positive definite factor needs no search for pivots and is faster; which kind it is, is fixed with the
+    // analysis.
     if (isPositiveDefinite != isPositiveDefinite_) {
         solver_.Release();
         solver_.ExpectDefinite(isPositiveDefinite);
@@ -98,6 +101,9 @@ void SparseSystem::Release()
 SparseStatus SolveInPlace(DirectSolver& solver, const SymmetricMatrix& matrix, std::span<double128* const> vectors)
 {
     const auto n = static_cast<std::size_t>(matrix.n);
+    assert(std::none_of(vectors.begin(), vectors.end(), [](const double128* v) { return v == nullptr; }));
+    // Column by column, as the solvers want many right sides. Rounding to double loses nothing that the factor, which
+    // is double, could use; what it loses comes back by refinement where there is any.
     std::vector<double> b(n * vectors.size()), x(n * vectors.size());
     for (std::size_t k = 0; k < vectors.size(); ++k)
         for (std::size_t i = 0; i < n; ++i)

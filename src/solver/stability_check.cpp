@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <cassert>
 #include <type_traits>
 #include <vector>
 
@@ -42,11 +43,13 @@ void CjxStruct::CheckDiagonalStiffnessTerm(jxSolutionData& data)
     int dof = 1;
     qvx::WithStiffnessSink(data, solverType, [&](const auto& stiffness) {
         using Real = std::remove_cvref_t<decltype(stiffness.Diagonal(1))>;
+        assert(numberOfEquations > 0 && "a run has equations");
         std::vector<Real>& original = qvx::DiagonalsOfSkyline<Real>(data);
         for (int e = 1; e <= numberOfEquations; ++e) {
             const Real& term = stiffness.Diagonal(e);
             if (!original.empty())
                 original[static_cast<std::size_t>(e)] = term;
+            // Not "<= 0": a term that is no number, of an element without a size, is not held either.
             if (term > Real(0))
                 continue;
             FindDof(node, dof, static_cast<int>(nodes.size()), e);
@@ -79,6 +82,8 @@ void CjxStruct::CheckSolutionStability(jxSolutionData& data)
         qvx::WithSkylineNumber(solverType, [&](auto tag) {
             using Real = typename decltype(tag)::Real;
             const qvx::SkylineStore<Real> factor(data.maxa, qvx::TermsOfSkyline<Real>(data));
+            // Pivot and diagonal of each equation are compared: the loss is where elimination took nearly all of the
+            // diagonal away.
             lost = factor.DigitsLost(qvx::DiagonalsOfSkyline<Real>(data));
         });
     digitsLost = std::max(digitsLost, lost);

@@ -36,6 +36,7 @@ bool StaticRun::IterateCombination(int comb)
 {
     model_.InitializeComb(comb);
     IterateUntilStop([&](int iteration) {
+        // Loads too, not the stiffness alone: the solution of the last iteration stands in their place.
         StartLoad(comb);
         model_.ProcessNodalAndElementLoads(comb, groups_.members, groups_.shells, groups_.bricks);
         stages_->Solver().Clear();
@@ -60,6 +61,7 @@ bool StaticRun::IterateCombination(int comb)
             Outcome(comb).end = CombEnd::NoLoad;
             return true;
         }
+        // Overwritten by every further iteration: what stands at the end is how the last one ended.
         Outcome(comb).end = iteration < model_.maxNonlinearIterations ? CombEnd::Converged : CombEnd::Limit;
         return model_.CheckNonlinearStop(iteration, comb, groups_.members);
     });

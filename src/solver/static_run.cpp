@@ -61,6 +61,8 @@ int StaticRun::Execute()
     model_.bInSolution = 1;
     PrepareCombinations();
     try {
+        // From here on numbers are internal: whatever fails leaves no result behind, as it would be read in the wrong
+        // units.
         model_.AutoRenumberNodesAndElements();
         SolveAllParts();
     } catch (const jxException& fault) {
@@ -73,6 +75,8 @@ int StaticRun::Execute()
         throw;
     }
     FindInOutcomes(model_);
+    // Envelopes and moments of design are formed in internal units with the results they come from, and converted with
+    // them.
     model_.CalcModalCombinationResult();
     model_.CalcRcBeamEnvelop();
     model_.CalcRcWoodArmerMoment();
@@ -103,6 +107,7 @@ void StaticRun::PrepareCombinations()
     model_.combOutcomes.assign(n, {});
     hasNoLoad_.assign(n, false);
     model_.digitsLost = 0;
+    // Zero iterations would solve nothing; the setting counts passes, and one is the linear answer.
     if (model_.maxNonlinearIterations == 0)
         model_.maxNonlinearIterations = 1;
 }
@@ -150,6 +155,7 @@ void StaticRun::SolveLinearPart()
     } catch (const jxException& fault) {
         stages_->Release();
         ReportFault(model_, fault.GetText());
+        // Told here, as a fault of the model; a fault of the solver was told where it arose (SolverFault).
         throw jxException(fault.GetText());
     }
 }
@@ -188,6 +194,7 @@ void StaticRun::SolveLinearCombinations()
 void StaticRun::StartLoad(int comb)
 {
     Load(comb).assign(static_cast<std::size_t>(model_.numberOfEquations) + 1, double128());
+    assert(comb >= 0 && comb < CombinationCount());
 }
 
 void StaticRun::FormLoad(int comb)

@@ -46,6 +46,7 @@ void LogSolutionTime(CjxStruct& model)
 void LogStiffnessTime(CjxStruct& model)
 {
     CString text;
+    // timer() counts milliseconds (tools/timer.h).
     text.Format(L"time spent on stiffness calculation = %d seconds", static_cast<int>(timer(0) / 1000));
     model.LogLine(text);
     timer(1);

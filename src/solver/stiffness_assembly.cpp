@@ -9,6 +9,7 @@
 void CjxStruct::ProcessElementGroupStiffness(jxSolutionData& data, CjxBmGroup& bm, CjxShell4Group& sh,
                                              CjxBrickGroup& br, int comb)
 {
+    // The account of roundings belongs to one matrix, and a new one begins here.
     data.rounded.clear();
     if (!beams.empty()) {
         list_msg(L"Calculating member elements stiffness", L"...");
@@ -25,6 +26,8 @@ void CjxStruct::ProcessElementGroupStiffness(jxSolutionData& data, CjxBmGroup& b
         br.ProcessStiffness(data);
         list_msg0(L"Calculating brick elements stiffness", L"OK");
     }
+    // Beyond 1e20 times the structure no digit of the structure is left in the sums of a double; below zero a link
+    // would push where it should hold.
     if (diaphragmStiffnessFactor > 1e20 || diaphragmStiffnessFactor < 0)
         diaphragmStiffnessFactor = 10000.0;
     list_msg(L"Processing diaphragm stiffness", L"...");

@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <array>
+#include <cassert>
 #include <cstdint>
 #include <exception>
 #include <limits>
@@ -63,6 +64,8 @@ private:
     void RaiseColumns(const int* row, int n)
     {
         int top = std::numeric_limits<int>::max();
+        assert(std::all_of(row + 1, row + n + 1, [&](int e) { return e < static_cast<int>(columnHeight_.size()); }) &&
+               "location rows stay inside the equations");
         for (int slot = 1; slot <= n; ++slot)
             if (row[slot] > 0)
                 top = std::min(top, row[slot]);
@@ -107,6 +110,8 @@ int FillDiagonalAddresses(jxSolutionData& data, int nEquations)
     data.maxa64[1] = 1;
     data.maxa[1] = 1;
     for (std::size_t j = 1; j <= static_cast<std::size_t>(nEquations); ++j) {
+        assert(data.columnHeight[j] >= 0 && data.columnHeight[j] < static_cast<int>(j) &&
+               "a column ends at row 1 at most");
         data.maxa64[j + 1] = data.maxa64[j] + data.columnHeight[j] + 1;
         data.maxa[j + 1] = static_cast<int>(data.maxa64[j + 1]);
         highest = std::max(highest, data.columnHeight[j]);
@@ -161,8 +166,11 @@ int CjxStruct::ProcessElementConnectivity(jxSolutionData& data)
     BuildLocationTables(*this, data);
     list_msg0(L"Process elements connectivity", L"OK");
 
+    // Addresses are made for a sparse run too: the skyline form can be asked for in place of it, and they are two
+    // tables of one number per equation.
     const int highest = FillDiagonalAddresses(data, numberOfEquations);
     const std::int64_t nTerms = data.maxa64[n + 1] - data.maxa64[1];
+    assert(nTerms >= numberOfEquations && "every column has its diagonal");
     if (solverType != DoubleSparse || data.bForceSkyline) {
         if (nTerms > kMaxTerms)
             ThrowTooManyTerms(nTerms);
@@ -190,6 +198,7 @@ void AllocateArrays(std::vector<Real>& stiffness, std::vector<Real>& second, std
 
 const wchar_t* Banner(int solverType, int mode)
 {
+    assert(solverType >= DoubleSkyline && solverType <= DoubleSparse && (mode == 0 || mode == 1));
     static const wchar_t* const kBanners[3][2] = {
         {L"RUNNING  DOUBLE-PRECISION SKYLINE SOLVER *******************************",
          L"RUNNING  DOUBLE-PRECISION EIGEN SOLVER *******************************"},

@@ -27,6 +27,8 @@ std::unique_ptr<DirectSolver> MakeMumps(const SparseSettings& settings)
 
 std::unique_ptr<DirectSolver> MakeDirectSolver(SparseBackend backend, const SparseSettings& settings)
 {
+    // Both stand behind a process of their own where a stop or a lack of memory would take this one with it (see
+    // docs/adr/0003).
     if (backend != SparseBackend::Mumps && IsPardisoInstalled())
         return std::make_unique<IsolatedSolver>(settings, MakePardiso, kLargeForPardiso);
     if (backend == SparseBackend::Pardiso)

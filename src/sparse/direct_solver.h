@@ -54,6 +54,11 @@ struct SparseSettings
 /// One door to the direct sparse solvers: analyse, factorise, solve, release.
 ///
 /// A matrix of the same pattern with other values is factorised again without a new analysis.
+///
+/// The order of calls: Analyse, Factorise, Solve as often as wanted; Factorise and Solve again with other values;
+/// Release.
+/// Arrays of a matrix stay in place from Analyse to the last Solve. Errors are numbers and not exceptions, as the
+/// libraries behind have none; whoever speaks to the user turns them into texts.
 class DirectSolver
 {
 public:
@@ -78,9 +83,11 @@ public:
     virtual std::int64_t PeakKilobytes() const = 0;
     /// Terms of the factor.
     virtual std::int64_t FactorTerms() const = 0;
+    /// As reports and logs name it.
     virtual const char* Name() const = 0;
 };
 
+/// Which library is wanted.
 enum class SparseBackend { Automatic, Pardiso, Mumps };
 
 /// True when the runtime library of the routine `pardiso` can be loaded on this machine.

@@ -23,6 +23,8 @@ double EnergyBesideItsTerms(const SymmetricMatrix& a, const std::vector<double>&
             sum += term;
             magnitude += std::fabs(term);
         }
+    // Of an honest deformation the terms add up to a part of their sizes that a double can tell; of a motion without
+    // resistance they cancel to their roundings. The measure has no unit and needs no mass or scale beside it.
     return sum / magnitude;
 }
 
@@ -30,6 +32,7 @@ double EnergyBesideItsTerms(const SymmetricMatrix& a, const std::vector<double>&
 
 MotionSearch<double> MotionSearchOf(const SymmetricMatrix& a, std::function<bool(std::vector<double>&)> solve)
 {
+    assert(a.n > 0 && a.rowStart[0] == 1 && a.column[0] == 1 && "a row begins with its diagonal, counted from 1");
     std::vector<double> root(static_cast<std::size_t>(a.n));
     for (int i = 0; i < a.n; ++i)
         root[static_cast<std::size_t>(i)] = std::sqrt(std::fabs(a.value[a.rowStart[i] - 1]));

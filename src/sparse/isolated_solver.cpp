@@ -1,6 +1,7 @@
 #include "sparse/isolated_solver.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cstddef>
 
 namespace qvx {
@@ -14,6 +15,7 @@ constexpr int kFolderFailed = -10;  // no file can be opened
 
 std::size_t Terms(const SymmetricMatrix& matrix)
 {
+    assert(matrix.n > 0 && matrix.rowStart[0] == 1 && "row starts count from 1");
     return static_cast<std::size_t>(matrix.rowStart[matrix.n] - 1);
 }
 
@@ -58,6 +60,8 @@ SparseStatus IsolatedSolver::Analyse(const SymmetricMatrix& matrix)
             return {.error = kFolderFailed};
     }
     if (!Start(matrix)) {
+        // No process to be had: a factor in memory may still be tried here, one on disk would leave its files behind
+        // after a stop.
         isIsolated_ = false;
         return settings_.isOutOfCore ? Stop(kOutOfMemory) : local_->Analyse(matrix);
     }
@@ -83,6 +87,7 @@ void IsolatedSolver::Serve(int line, const SymmetricMatrix& seen) const
     SymmetricMatrix factorised = seen;
     factorised.value = values_.Data();
     SparseSettings settings = settings_;
+    // The wish to stop belongs to the other process, whose keys and windows this one must not touch.
     settings.isToGoOn = nullptr;
     settings.progress = [line](int percent, int thread) {
         const Reply reply{.isDone = false, .percent = percent, .thread = thread, .status = {}, .facts = {}};
@@ -127,6 +132,8 @@ SparseStatus IsolatedSolver::Wait()
             if (settings_.progress)
                 settings_.progress(reply.percent, reply.thread);
         }
+        // Looked at between two packets: the worker may be in the middle of anything and is ended by the system, not
+        // asked.
         if (IsStopped())
             return Stop(kStopped);
     }
@@ -150,6 +157,7 @@ SparseStatus IsolatedSolver::Solve(const SymmetricMatrix& matrix, double* b, dou
 {
     if (!isIsolated_)
         return IsStopped() ? Stop(kStopped) : local_->Solve(matrix, b, x, nRhs);
+    assert(b != nullptr && x != nullptr && nRhs >= 0);
     const auto n = static_cast<std::size_t>(matrix.n);
     for (int first = 0; first < nRhs; first += kMostTogether) {
         const int count = std::min(kMostTogether, nRhs - first);
@@ -159,6 +167,7 @@ SparseStatus IsolatedSolver::Solve(const SymmetricMatrix& matrix, double* b, dou
         const SparseStatus status = Ask({.phase = Request::kSolve, .nRhs = count});
         if (!status)
             return status;
+        // Right sides and solutions are two halves of one shared block: b of the caller is never written to.
         std::copy_n(vectors_.Data() + n * kMostTogether, size, x + offset);
     }
     return {};
@@ -166,6 +175,8 @@ SparseStatus IsolatedSolver::Solve(const SymmetricMatrix& matrix, double* b, dou
 
 void IsolatedSolver::Release()
 {
+    // The end of a worker with gigabytes takes the system seconds. Nobody has to wait for it here, unless files of it
+    // are to be removed, which must not happen while it still writes them.
     if (worker_.IsRunning() && !scratch_)
         worker_.Dismiss();
     else

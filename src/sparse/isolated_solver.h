@@ -35,6 +35,7 @@ public:
     const char* Name() const override { return local_->Name(); }
 
 private:
+    // One packet each way: a request names a phase, a reply brings a percentage or the outcome of the phase.
     struct Request;
     struct Reply;
     struct Facts

@@ -75,6 +75,7 @@ public:
     explicit Instance(const SparseSettings& settings)
     {
         data.sym = kGeneralSymmetric;
+        // The calling process works too; there is no other in the sequential build.
         data.par = 1;
         data.comm_fortran = kWorldCommunicator;
         Run(kStart);
@@ -82,8 +83,11 @@ public:
         Set(kDiagnosticStream, -1);
         Set(kGlobalStream, -1);
         Set(kPrintLevel, 0);
+        // Nested dissection, by the library that the package is built with.
         Set(kOrdering, kScotch);
+        // 1: not in parallel. A root of its own kind would not count negative pivots.
         Set(kRootInParallel, 1);
+        // Per cent more than the analysis expects: pivots that are put off make fronts grow.
         Set(kMemoryMargin, 50);
         Set(kThreads, settings.threads);
         Set(kNullPivots, 1);
@@ -106,6 +110,7 @@ public:
 
     void SetMatrix(const SymmetricMatrix& matrix, std::vector<int>& rows)
     {
+        assert(rows.size() == static_cast<std::size_t>(matrix.rowStart[matrix.n] - 1) && "a row number for every term");
         data.n = matrix.n;
         data.nnz = matrix.rowStart[matrix.n] - 1;
         data.irn = rows.data();
@@ -114,6 +119,8 @@ public:
     }
     int SolveInPlace(double* b, int nRhs, int refinementSteps)
     {
+        assert(nRhs >= 1 && "nothing to solve is not asked");
+        // The package refines one right side at a time only.
         Set(kRefinementSteps, nRhs == 1 ? refinementSteps : 0);
         data.rhs = b;
         data.nrhs = nRhs;
@@ -146,12 +153,14 @@ void MumpsSolver::ExpectDefinite(bool isPositiveDefinite)
 SparseStatus MumpsSolver::Analyse(const SymmetricMatrix& matrix)
 {
     Release();
+    // The package takes the folder in a fixed array and would cut a longer name short.
     if (settings_.isOutOfCore && settings_.folder.size() >= sizeof DMUMPS_STRUC_C::ooc_tmpdir)
         return {.error = kFolderFailed};
     row_.resize(static_cast<std::size_t>(matrix.rowStart[matrix.n] - 1));
     for (int i = 0; i < matrix.n; ++i)
         std::fill(row_.begin() + matrix.rowStart[i] - 1, row_.begin() + matrix.rowStart[i + 1] - 1, i + 1);
     instance_ = std::make_unique<Instance>(settings_);
+    assert(instance_ != nullptr && "Analyse comes first");
     instance_->SetMatrix(matrix, row_);
     return StatusOfMumps(instance_->Run(kAnalyse), settings_.isOutOfCore);
 }
@@ -203,6 +212,7 @@ int MumpsSolver::FindBadPivot(const SymmetricMatrix& matrix) const
 SparseStatus MumpsSolver::Solve(const SymmetricMatrix& matrix, double* b, double* x, int nRhs)
 {
     const auto count = static_cast<std::size_t>(matrix.n) * static_cast<std::size_t>(nRhs);
+    assert(instance_ != nullptr && "Factorise comes first");
     std::copy_n(b, count, x);
     instance_->SetMatrix(matrix, row_);
     return StatusOfMumps(instance_->SolveInPlace(x, nRhs, settings_.refinementSteps), settings_.isOutOfCore);

@@ -109,8 +109,11 @@ PardisoSolver::PardisoSolver(const PardisoLibrary& library, const SparseSettings
     iparm_[kOrdering] = kNestedDissection;
     iparm_[kReserved2] = 1;
     iparm_[kRefinementSteps] = settings.refinementSteps;
+    // Of an indefinite matrix pivots below 1e-13 of its size are raised to it, so that a shift on an eigenvalue has a
+    // factor.
     iparm_[kPivotPerturbation] = 13;
     iparm_[kScaling] = 1;
+    // Asks for the count, which the routine does not make of itself.
     iparm_[kFactorTerms] = -1;
     iparm_[kOutOfCore] = settings.isOutOfCore ? 2 : 0;
     ExpectDefinite(settings.isPositiveDefinite);
@@ -159,6 +162,7 @@ SparseStatus PardisoSolver::Analyse(const SymmetricMatrix& matrix)
 
 SparseStatus PardisoSolver::Factorise(const SymmetricMatrix& matrix)
 {
+    assert(isOpen_ && matrix.n == n_ && "Analyse of the same pattern comes first");
     lastStep = -1;
     wasStopped = false;
     runningFactorisation = &settings_;
@@ -222,6 +226,7 @@ double PardisoSolver::SmallestPivot() const
 
 SparseStatus PardisoSolver::Solve(const SymmetricMatrix& matrix, double* b, double* x, int nRhs)
 {
+    assert(isOpen_ && "Factorise comes first");
     iparm_[kRefinementSteps] = settings_.refinementSteps;
     return Call(kSubstitution, matrix, b, x, nRhs);
 }
@@ -230,6 +235,7 @@ void PardisoSolver::Release()
 {
     if (!isOpen_)
         return;
+    // The handle is the routine's own memory: cleared afterwards, as it wants zeros at the next analysis.
     Call(kReleaseAll, {.n = n_}, nullptr, nullptr, 1);
     handle_.fill(nullptr);
     isOpen_ = false;
@@ -242,6 +248,7 @@ int PardisoSolver::NegativePivots() const
 
 std::int64_t PardisoSolver::PeakKilobytes() const
 {
+    // Out of core the peak is that of the factorization's own working space; the factor itself stands on disk.
     const int factor = settings_.isOutOfCore ? iparm_[kFactorMemoryOutOfCore] : iparm_[kMemoryOfFactor];
     return std::max<std::int64_t>(iparm_[kPeakOfAnalysis], std::int64_t{iparm_[kPermanentMemory]} + factor);
 }

@@ -10,10 +10,13 @@ namespace qvx {
 /// Entry points of Intel's library, loaded at run time: no header, no development package, no link-time tie.
 struct PardisoLibrary
 {
+    /// The routine itself; phases, matrix types and the control array iparm as its published manual has them.
     using Pardiso = void (*)(void* pt, const int* maxfct, const int* mnum, const int* mtype, const int* phase,
                              const int* n, const double* a, const int* ia, const int* ja, int* perm, const int* nrhs,
                              int* iparm, const int* msglvl, double* b, double* x, int* error);
+    /// Pivots and diagonals of a factor, to judge how near to singular the matrix is.
     using GetDiagonal = void (*)(const void* pt, double* factor, double* matrix, const int* mnum, int* error);
+    /// Called by the library while it factorizes; what it returns other than 0 stops the phase.
     using Progress = int (*)(int* thread, int* step, char* stage, int stageLength);
 
     Pardiso pardiso = nullptr;
@@ -43,6 +46,7 @@ public:
     const char* Name() const override { return "PARDISO"; }
 
 private:
+    // Each call hands over the same 64 controls: what one phase leaves in them is read by the next.
     void KeepFactorOnDisk() const;
     SparseStatus CheckPivots(const SymmetricMatrix& matrix);
     double SmallestPivot() const;

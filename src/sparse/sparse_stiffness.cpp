@@ -98,6 +98,8 @@ void SparseStiffness::BuildPattern(std::vector<int> nodeOfEquation, std::span<co
                                    int threads)
 {
     nodeOf_ = std::move(nodeOfEquation);
+    assert(nodeOf_.empty() || std::is_sorted(nodeOf_.begin() + 1, nodeOf_.end()));
+    // Nodes without an equation are left out by the renumbering from 0, so that all tables below have a row per block.
     const int n = static_cast<int>(nodeOf_.size()) - 1;
     firstEquation_.clear();
     int given = 0;
@@ -117,6 +119,8 @@ void SparseStiffness::BuildPattern(std::vector<int> nodeOfEquation, std::span<co
     ReserveLarge(column_, terms);
     value_.clear();
     ReserveLarge(value_, terms);
+    // The two large arrays are written for the first time here, which is when the system gives their pages: worth a
+    // thread each.
     const auto layOut = [&](int array) { array == 0 ? value_.resize(terms) : LayOutRows(terms); };
     if (ThreadsFor(terms, threads) > 1)
         return RunInParallel(2, layOut);
@@ -152,18 +156,21 @@ void SparseStiffness::Connect(std::span<const RowTable* const> tables)
 
     neighbourStart_.assign(1, 0);
     neighbour_.clear();
+    // A mark per node instead of a sort of all pairs: the pattern is linear in the element connections, but for the
+    // sort of each node's own neighbors.
     std::vector<int> seenBy(nNodes, -1);
     for (int i = 0; i < static_cast<int>(nNodes); ++i) {
         for (int k = start[At(i)]; k < start[At(i) + 1]; ++k) {
             const auto& [t, row] = elements[At(k)];
             const RowTable& table = *tables[At(t)];
             forEachNode(table[row], table.Columns(), [&](int j) {
-                if (j > i && seenBy[At(j)] != i) {
-                    seenBy[At(j)] = i;
-                    neighbour_.push_back(j);
-                }
+                if (j <= i || seenBy[At(j)] == i)
+                    return;
+                seenBy[At(j)] = i;
+                neighbour_.push_back(j);
             });
         }
+        assert(neighbourStart_.size() == At(i) + 1 && "node by node");
         std::sort(neighbour_.begin() + neighbourStart_.back(), neighbour_.end());
         neighbourStart_.push_back(static_cast<int>(neighbour_.size()));
     }
@@ -184,6 +191,7 @@ std::size_t SparseStiffness::CountTerms()
         }
         terms += std::int64_t{size(i)} * width + std::int64_t{size(i)} * (size(i) + 1) / 2;
     }
+    // Row starts count from 1 in 32 bits, as the solvers' interfaces take them.
     constexpr int kLimit = std::numeric_limits<int>::max();
     if (terms > kLimit - 1) {
         CString text;
@@ -211,6 +219,7 @@ void SparseStiffness::LayOutRows(std::size_t terms)
                 append(firstEquation_[At(neighbour_[At(k)])], firstEquation_[At(neighbour_[At(k)]) + 1]);
         }
     rowStart_.push_back(static_cast<int>(place) + 1);
+    assert(place == terms && "every term that was counted has its column");
 }
 
 void SparseStiffness::SetZero()
@@ -252,6 +261,7 @@ void SparseStiffness::AddElement(const int* loc, int n, const Real* k, Share sha
     for (int slot = 1; slot <= n; ++slot) {
         if (loc[slot] <= 0)
             continue;
+        assert(loc[slot] <= Equations() && "location rows stay inside the equations");
         const int node = nodeOf_[At(loc[slot])];
         if (nRuns == 0 || runs[At(nRuns - 1)].node != node) {
             assert(nRuns < kMaxRuns);
@@ -326,6 +336,7 @@ TermSurvey SparseStiffness::Survey(int threads) const
         all.largest = std::max(all.largest, part.largest);
     }
     for (std::size_t e = 0; e + 1 < rowStart_.size(); ++e)
+        // Solvers want every diagonal stored: one that is zero counts all the same.
         all.nonzero += value_[At(rowStart_[e] - 1)] == 0;
     return all;
 }

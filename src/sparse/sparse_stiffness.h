@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cassert>
 #include <cstdint>
 #include <span>
 #include <vector>
@@ -41,7 +42,12 @@ public:
     void Add(int row, int column, double value) { value_[Address(row, column)] += value; }
     /// Value at equations that the pattern connects, row <= column.
     double Term(int row, int column) const { return value_[Address(row, column)]; }
-    double& Diagonal(int equation) { return value_[static_cast<std::size_t>(rowStart_[At(equation - 1)] - 1)]; }
+    /// First term of its row.
+    double& Diagonal(int equation)
+    {
+        assert(equation >= 1 && equation <= Equations() && "equations count from 1");
+        return value_[At(rowStart_[At(equation - 1)] - 1)];
+    }
 
     /// Adds the upper triangle of an element matrix: k is n x n, row-major; loc has slots 1..n, 0 for no equation.
     /// @param share  rows of which nodes; several threads may add the shares of one element, and in each of them the sums
@@ -68,6 +74,7 @@ private:
     struct Run;
 
     static std::size_t At(int index) { return static_cast<std::size_t>(index); }
+    /// Place of a term: within its row the own block first, then the blocks of higher nodes by binary search.
     std::size_t Address(int row, int column) const;
     /// Offset of node j's first column behind the own block in every row of node i < j.
     int BlockOffset(int i, int j) const;

@@ -1,5 +1,6 @@
 #include "sparse/worker_process.h"
 
+#include <cassert>
 #include <cerrno>
 #include <csignal>
 #include <thread>
@@ -35,6 +36,7 @@ namespace {
         } catch (...) {  // the end of the process tells it
         }
     };
+    // The parent may have ended between the fork and the wish to die with it; then nobody waits for a reply.
     if (getppid() == parent)
         std::thread(live).join();
     _exit(0);
@@ -46,6 +48,8 @@ bool WorkerProcess::Start(const std::function<void(int)>& serve)
 {
     Kill();
     int line[2];
+    // Packets, not a stream: a reply arrives whole or not at all, and the end of either side shows as the end of the
+    // line.
     if (socketpair(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0, line) != 0)
         return false;
     const pid_t self = getpid();
@@ -77,6 +81,7 @@ void WorkerProcess::Dismiss()
 
 void WorkerProcess::Await()
 {
+    // Waited for by its number and not by any child's: the host may have children of its own.
     if (dismissed_ == 0)
         return;
     rusage usage{};
@@ -94,6 +99,7 @@ void WorkerProcess::Kill()
 
 WorkerProcess::Arrival WorkerProcess::Receive(void* packet, std::size_t size, int milliseconds) const
 {
+    assert(IsRunning() && "a worker to hear from");
     pollfd watched{.fd = line_, .events = POLLIN, .revents = 0};
     const int ready = poll(&watched, 1, milliseconds);
     if (ready == 0 || (ready < 0 && errno == EINTR))
@@ -121,6 +127,7 @@ bool WorkerProcess::Receive(int line, void* packet, std::size_t size)
 
 bool SharedMemory::Allocate(std::size_t nDoubles)
 {
+    assert(nDoubles > 0 && "the system maps no memory of size 0");
     Release();
     const std::size_t bytes = nDoubles * sizeof(double);
     void* data = mmap(nullptr, bytes, PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS | MAP_NORESERVE, -1, 0);
