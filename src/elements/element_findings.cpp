@@ -1,13 +1,15 @@
 // What the rules of the elements make of a model that its author hardly means: axes that turn, bars that bend.
 
+#include "elements/element_findings.h"
+
 #include <array>
 #include <cmath>
 #include <string>
 
 #include "elements/member/beam_group.h"
-#include "elements/member/member_releases.h"
 #include "model/find_record.h"
-#include "model/input_check.h"
+#include "model/units.h"
+#include "model/up_axis.h"
 #include "tools/geometry.h"
 #include "tools/quad_axes.h"
 
@@ -56,6 +58,53 @@ bool IsStrongAxisFlat(const jxSect& section, const jxBm& beam, const jxPoint (&a
            std::fabs(axes[1].z) < std::fabs(axes[2].z);
 }
 
+// Whether a bar bends between nodes that do not turn: a moment about local y or z stands at one of its ends. In a plane
+// truss only z of the two is square to the plane. Torsion needs no release, for the nodes do not turn about the bar either.
+bool IsBendingHeld(const CjxStruct& m, const jxBm& beam)
+{
+    const jxRels* rels = FindOrNull(m.releases, beam.id);
+    if (rels == nullptr)
+        return true;
+    const auto isHeld = [rels](int dof) { return rels->start[dof] != L'1' || rels->end[dof] != L'1'; };
+    return isHeld(kOZ) || ((m.modelType == Truss3D || beam.angle != 0) && isHeld(kOY));
+}
+
+// How many units of Dimension one of Length is: the check runs in the units of the model, m beside mm.
+double LengthInDimensions(const CjxStruct& m)
+{
+    double f[kQuantityCount];
+    GetConversionFactors(f, m.units, jxUnit());
+    return f[kLength] / f[kDimension];
+}
+
+// Whether the ends of a bar can do without releases: its bending, 12 E I / L^3 across, is nothing beside E A / L.
+// @param L  in the unit of sections
+bool IsLimp(const jxSect& section, double L)
+{
+    constexpr double kNothing = 1e-6;
+    return 12 * std::max(section.Iz, section.Iy) <= kNothing * section.A * L * L;
+}
+
+// An angle of more than a full turn is one in degrees. A quarter turn may be either: 90 is 14 turns.
+void FindAnglesInDegrees(InputCheck& check)
+{
+    constexpr double kFullTurn = 2 * 3.14159265358979 + 1e-3;
+    const CjxStruct& m = check.model;
+    FindingOfMany degrees(check, FindingCode::AngleInDegrees, "angle");
+    const auto look = [&](const wchar_t* kind, int id, double angle) {
+        if (std::fabs(angle) > kFullTurn)
+            degrees.Add(kind, id, [&] {
+                CString text;
+                text.Format(L"a local angle is %g radians, more than a full turn: is it in degrees?", angle);
+                return std::wstring(text.Text());
+            });
+    };
+    for (const jxBm& beam : m.beams)
+        look(jxBm::name(), beam.id, beam.angle);
+    for (const jxShell4& shell : m.shell4s)
+        look(L"shell", shell.id, shell.angle);
+}
+
 void FindInMembers(InputCheck& check)
 {
     const CjxStruct& m = check.model;
@@ -65,18 +114,19 @@ void FindInMembers(InputCheck& check)
     // Nodes of a truss have no rotations, so a bending stiffness at an end has nothing to work against but the node's
     // own displacement: it stays in the matrix as a spring across the bar that no drawing shows.
     const bool isTruss = m.modelType == Truss3D || m.modelType == Truss2D;
+    const bool isZUp = UpAxisOf(m) == kZ;
+    const double toDimension = LengthInDimensions(m);
     for (const jxBm& beam : m.beams) {
         const jxNd* start = FindOrNull(m.nodes, beam.node1);
         const jxNd* end = FindOrNull(m.nodes, beam.node2);
         const jxSect* section = FindOrNull(m.sections, beam.section);
         if (start == nullptr || end == nullptr || section == nullptr)
             continue;
-        const jxRels* rels = FindOrNull(m.releases, beam.id);
-        if (isTruss && (rels == nullptr || !IsPinEndedTruss(*rels)))
+        if (isTruss && IsBendingHeld(m, beam) &&
+            !IsLimp(*section, toDimension * calc_distance(start->Point(), end->Point())))
             bending.Add(jxBm::name(), beam.id, [] {
                 return L"members of a truss are not released at both ends: they carry bending between nodes that do "
-                       L"not "
-                       L"turn";
+                       L"not turn";
             });
         jxPoint axes[3];
         CjxBmGroup::GetLocalAxis(axes, start->Point(), end->Point(), 0);
@@ -85,7 +135,7 @@ void FindInMembers(InputCheck& check)
                 return L"members are vertical but for less than a thousandth, and their local y and z are not those of "
                        L"vertical members";
             });
-        if (m.bZVertical != 0 && IsStrongAxisFlat(*section, beam, axes))
+        if (isZUp && IsStrongAxisFlat(*section, beam, axes))
             flat.Add(jxBm::name(), beam.id, [] {
                 return L"Z points up, and the strong axis of members lies flat: local axes take global Y for the "
                        L"vertical";
@@ -116,10 +166,27 @@ bool IsTurnedByRounding(const QuadCorners& p)
     return IsTurned(QuadLocalAxes(p, 0)[0], side);
 }
 
+// A shell that slopes a little counts as horizontal: within 0.001 of 1 in the cosine, 2.6 degrees, its local x is global
+// X. A steeper one has x along its contour line, and across to X that is another axis.
+bool IsTurnedAsHorizontal(const QuadCorners& p)
+{
+    constexpr double kHorizontal = 0.001;
+    constexpr double kRounding = 5e-7;
+    if (is_rectangle(p[0], p[1], p[2], p[3]))
+        return false;
+    const std::array<jxPoint, 3> axes = QuadLocalAxes(p, 0);
+    const double slope = 1 - std::fabs(axes[2].y);
+    if (slope <= kRounding || slope >= kHorizontal)
+        return false;
+    const double contourAlongX = std::fabs(axes[2].z) / std::hypot(axes[2].x, axes[2].z);
+    return contourAlongX < 0.7071;  // nearer to Z than to X
+}
+
 void FindInShells(InputCheck& check)
 {
     const CjxStruct& m = check.model;
     FindingOfMany turned(check, FindingCode::ShellNearlyRectangle);
+    FindingOfMany horizontal(check, FindingCode::ShellNearlyHorizontal);
     for (const jxShell4& shell : m.shell4s) {
         QuadCorners p;
         bool isWhole = true;
@@ -129,6 +196,11 @@ void FindInShells(InputCheck& check)
             if (isWhole)
                 p[i] = node->Point();
         }
+        if (isWhole && shell.angle == 0 && IsTurnedAsHorizontal(p))
+            horizontal.Add(L"shell", shell.id, [] {
+                return L"shells that slope a little count as horizontal: their local x is global X, not their contour "
+                       L"line";
+            });
         if (isWhole && IsTurnedByRounding(p))
             turned.Add(L"shell", shell.id, [] {
                 return L"shells are rectangles but for less than a thousandth, and their local axes are not those of "
@@ -145,4 +217,7 @@ void CjxStruct::FindInElements(qvx::InputCheck& check)
 {
     qvx::FindInMembers(check);
     qvx::FindInShells(check);
+    qvx::FindAnglesInDegrees(check);
+    qvx::FindInElementLoads(check);
+    qvx::FindInFloors(check);
 }

@@ -125,8 +125,7 @@ public:
         values_["version"] = ReadVersion;
         values_["units"] = [this](const Json& value, const JsonPath& path) {
             ReadUnits(value, path, model_.units);
-            if (value.is_object())
-                FindUnitsLeftOut(value, model_);
+            unitsLeftOut_ = QuantitiesLeftOut(value);
         };
         values_["formats"] = [this](const Json& value, const JsonPath& path) {
             ReadFormats(value, path, model_.units);
@@ -161,6 +160,7 @@ public:
     {
         if (!isFormatNamed_)
             throw JsonFault("format", "expected \"qvxfem-model\", found nothing");
+        FindUnitsLeftOut(unitsLeftOut_, model_);
     }
 
 private:
@@ -189,6 +189,7 @@ private:
     CjxStruct& model_;
     std::map<std::string, Handler> values_;    // members read as a whole
     std::map<std::string, Handler> elements_;  // lists read record by record
+    std::vector<Quantity> unitsLeftOut_;
     bool isFormatNamed_ = false;
 };
 

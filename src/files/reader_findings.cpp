@@ -1,10 +1,14 @@
 #include "files/reader_findings.h"
 
+#include <algorithm>
+#include <array>
+#include <iterator>
 #include <string>
 #include <utility>
 
 #include "model/findings.h"
 #include "model/units.h"
+#include "operations/held_quantities.h"
 #include "platform/cstring.h"
 
 namespace qvx {
@@ -32,24 +36,35 @@ bool IsNamed(const Json& units, Quantity quantity)
 
 }  // namespace
 
-void FindUnitsLeftOut(const Json& units, CjxStruct& model)
+std::vector<Quantity> QuantitiesLeftOut(const Json& units)
+{
+    std::vector<Quantity> left;
+    if (units.is_object() && !units.contains("system"))
+        std::copy_if(std::begin(kComposed), std::end(kComposed), std::back_inserter(left),
+                     [&](Quantity quantity) { return !IsNamed(units, quantity); });
+    return left;
+}
+
+void FindUnitsLeftOut(const std::vector<Quantity>& left, CjxStruct& model)
 {
     const jxUnit internal;
     const bool isOwn =
         model.units.unit[kLength] != internal.unit[kLength] || model.units.unit[kForce] != internal.unit[kForce];
-    if (!isOwn || units.contains("system"))
+    if (!isOwn || left.empty())
         return;
-    std::wstring left;
-    for (const Quantity quantity : kComposed)
-        if (!IsNamed(units, quantity))
-            left += std::wstring(left.empty() ? L"" : L", ") + QuantityLabel(quantity) + L" (" +
-                    UnitName(internal.unit[quantity]) + L")";
-    if (left.empty())
+    const std::array<bool, kQuantityCount> isHeld = HeldQuantities(model);
+    std::wstring names;
+    for (const Quantity quantity : left)
+        if (isHeld[quantity])
+            names += std::wstring(names.empty() ? L"" : L", ") + QuantityLabel(quantity) + L" (" +
+                     UnitName(internal.unit[quantity]) + L")";
+    if (names.empty())
         return;
     Finding finding =
-        MakeFinding(FindingCode::UnitsLeftOut, std::wstring(L"Length is ") + UnitName(model.units.unit[kLength]) +
-                                                   L" and Force is " + UnitName(model.units.unit[kForce]) +
-                                                   L", and these quantities stay in inch and pound: " + left);
+        MakeFinding(FindingCode::UnitsLeftOut,
+                    std::wstring(L"Length is ") + UnitName(model.units.unit[kLength]) + L" and Force is " +
+                        UnitName(model.units.unit[kForce]) +
+                        L", and these quantities, of which the model has numbers, stay in inch and pound: " + names);
     finding.field = "units";
     model.findings.Add(std::move(finding));
 }

@@ -60,24 +60,25 @@ bool IsShellSound(const std::array<jxPoint, 4>& p)
 }
 
 // The three edges at each corner in the order that has a positive triple product in a brick that is not inside out:
-// along r, s, t, with the sense of each reversed at the far side. The patch test of MacNeal and Harder (Finite Elements
-// in Analysis and Design 1, 1985) has one corner of the other sign and is solved exactly: one such corner is no fault yet,
-// one without volume is, and a brick most of whose corners are of the other sign.
+// along r, s, t, with the sense of each reversed at the far side. It is eight times the Jacobian at that corner; over the
+// product of the edges it is 1 where they are square to each other. One corner of the patch test of MacNeal and Harder
+// (Finite Elements in Analysis and Design 1, 1985), which is solved exactly, has -0.135: so much a corner may be folded
+// back while the inner points, at which the stiffness is formed, are right side out.
 bool IsBrickSound(const std::array<jxPoint, 8>& p)
 {
+    constexpr double kFolded = -0.15;
     constexpr std::size_t kNeighbors[8][3] = {{1, 3, 4}, {2, 0, 5}, {3, 1, 6}, {0, 2, 7},
                                               {7, 5, 0}, {4, 6, 1}, {5, 7, 2}, {6, 4, 3}};
-    int insideOut = 0;
     for (std::size_t i = 0; i < 8; ++i) {
         const jxPoint a = p[kNeighbors[i][0]] - p[i];
         const jxPoint b = p[kNeighbors[i][1]] - p[i];
         const jxPoint c = p[kNeighbors[i][2]] - p[i];
         const double volume = dot(Cross(a, b), c);
-        if (!(std::fabs(volume) > kFlat * Length(a) * Length(b) * Length(c)))
+        const double edges = Length(a) * Length(b) * Length(c);
+        if (!(volume > kFolded * edges && std::fabs(volume) > kFlat * edges))
             return false;
-        insideOut += volume < 0;
     }
-    return insideOut < 4;
+    return true;
 }
 
 // Names the elements of bad shape for the next finding; true when there are some.

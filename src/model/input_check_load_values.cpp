@@ -1,12 +1,15 @@
 // Loads that act elsewhere, or not at all, or otherwise than their author means.
 
 #include <algorithm>
-#include <iterator>
+#include <cmath>
 #include <string>
 #include <vector>
 
 #include "model/find_record.h"
+#include "model/freedoms.h"
 #include "model/input_check.h"
+#include "model/up_axis.h"
+#include "tools/quad_axes.h"
 
 namespace qvx {
 
@@ -81,34 +84,19 @@ void CheckDistances(InputCheck& check)
     }
 }
 
-// Degrees of freedom of a node that have an equation: neither the model's type nor a support takes it out.
-class Freedoms
-{
-public:
-    explicit Freedoms(CjxStruct& m) : model_(m)
-    {
-        int before[kDofCount];
-        std::copy(std::begin(m.dofSuppressed), std::end(m.dofSuppressed), before);
-        m.FindSuppressedDofs();
-        std::copy(std::begin(m.dofSuppressed), std::end(m.dofSuppressed), isSuppressed_);
-        std::copy(before, before + kDofCount, m.dofSuppressed);
-    }
-
-    bool IsSuppressed(int dof) const { return isSuppressed_[dof] != 0; }
-    bool IsTakenOut(int node, int dof) const
-    {
-        const auto [first, last] = RecordsOf(model_.supports, node);
-        return std::any_of(first, last, [dof](const jxSupt& s) { return s.flag[dof] == L'2'; });
-    }
-
-private:
-    const CjxStruct& model_;
-    int isSuppressed_[kDofCount] = {};
-};
-
 bool IsDof(int dof)
 {
     return dof >= kX && dof < kDofCount;
+}
+
+// A load on a freedom that a support takes out goes into the support, whose reaction nobody is told: meant so where it
+// is the share of a pressure that falls on a plane of symmetry, and not where the node takes no other load.
+bool IsAloneAtItsNode(const std::vector<jxNdLoad>& loads, int node, const Freedoms& freedoms)
+{
+    const auto [first, last] = RecordsOf(loads, node);
+    return std::none_of(first, last, [&](const jxNdLoad& l) {
+        return l.value != 0 && IsDof(l.dof) && !freedoms.IsSuppressed(l.dof) && !freedoms.IsTakenOut(node, l.dof);
+    });
 }
 
 void CheckNodalFreedoms(InputCheck& check, const Freedoms& freedoms)
@@ -119,7 +107,9 @@ void CheckNodalFreedoms(InputCheck& check, const Freedoms& freedoms)
         for (const jxNdLoad& load : m.caseLoads[c].ndLoads) {
             if (load.value == 0 || !IsDof(load.dof))
                 continue;
-            if (!freedoms.IsSuppressed(load.dof) && !freedoms.IsTakenOut(load.id, load.dof))
+            const bool isTakenOut =
+                freedoms.IsTakenOut(load.id, load.dof) && IsAloneAtItsNode(m.caseLoads[c].ndLoads, load.id, freedoms);
+            if (!freedoms.IsSuppressed(load.dof) && !isTakenOut)
                 continue;
             lost.Add(jxNd::name(), load.id, [&] {
                 return std::wstring(L"a load along ") + kDofNames[load.dof] +
@@ -129,20 +119,18 @@ void CheckNodalFreedoms(InputCheck& check, const Freedoms& freedoms)
         }
 }
 
-// Loads on members and shells along a global axis in which no node moves. A local axis has a share in several.
-template <class Load>
-void CheckElementFreedoms(InputCheck& check, const Freedoms& freedoms, std::vector<Load> jxCaseLoad::*loads,
-                          const wchar_t* kind, const char* field)
+// Prescribed displacements act where the support's flag is '1' and the freedom has an equation.
+void CheckSettlements(InputCheck& check, const Freedoms& freedoms)
 {
-    const CjxStruct& m = check.model;
-    FindingOfMany lost(check, FindingCode::LoadWithoutEquation, field);
-    for (std::size_t c = 0; c < m.caseLoads.size(); ++c)
-        for (const Load& load : m.caseLoads[c].*loads) {
-            if (load.coordSys == kLocal || !IsDof(load.dir) || !freedoms.IsSuppressed(load.dir))
+    FindingOfMany idle(check, FindingCode::FieldWithoutEffect, "supports.value");
+    for (const jxSupt& support : check.model.supports)
+        for (int dof = kX; dof < kDofCount; ++dof) {
+            if (support.value[dof] == 0 || (support.flag[dof] == L'1' && !freedoms.IsSuppressed(dof)))
                 continue;
-            lost.Add(kind, load.id, [&] {
-                return std::wstring(L"a load along global ") + kDofNames[load.dir] +
-                       L" acts on degrees of freedom that the model does not have: it counts as nothing" + InCase(m, c);
+            idle.Add(jxNd::name(), support.id, [&] {
+                return std::wstring(L"a prescribed displacement along ") + kDofNames[dof] +
+                       (freedoms.IsSuppressed(dof) ? L" has no effect: the model does not have this degree of freedom"
+                                                   : L" has no effect: the support's flag is not '1' there");
             });
         }
 }
@@ -159,6 +147,23 @@ void CheckWeightFreedom(InputCheck& check, const Freedoms& freedoms)
                                                      L"counts as nothing");
 }
 
+// Of a shell that lies square to the load, or is not there, the projection is the shell itself.
+bool IsSquareTo(const CjxStruct& m, const jxSurfaceLoad& load)
+{
+    constexpr double kRounding = 1e-6;
+    const jxShell4* shell = FindOrNull(m.shell4s, load.id);
+    QuadCorners p;
+    for (std::size_t i = 0; i < p.size(); ++i) {
+        const jxNd* node = shell == nullptr ? nullptr : FindOrNull(m.nodes, shell->node[i]);
+        if (node == nullptr)
+            return true;
+        p[i] = node->Point();
+    }
+    const jxPoint normal = QuadLocalAxes(p, 0)[2];
+    const double cosine = load.dir == kX ? normal.x : load.dir == kY ? normal.y : normal.z;
+    return load.dir <= kZ && std::fabs(cosine) >= 1 - kRounding;
+}
+
 // A surface load has no projected kind: per area of the shell whichever way it leans.
 void CheckProjectedLoads(InputCheck& check)
 {
@@ -166,7 +171,7 @@ void CheckProjectedLoads(InputCheck& check)
     FindingOfMany projected(check, FindingCode::ProjectedSurfaceLoad, "shell4SurfaceLoads.coordSys");
     for (std::size_t c = 0; c < m.caseLoads.size(); ++c)
         for (const jxSurfaceLoad& load : m.caseLoads[c].shell4SurfaceLoads)
-            if (load.coordSys == kProjected)
+            if (load.coordSys == kProjected && load.value != 0 && !IsSquareTo(m, load))
                 projected.Add(L"shell", load.id, [&] {
                     return L"a projected load on shells counts as a global one, per area of the shell" + InCase(m, c);
                 });
@@ -203,13 +208,34 @@ void CheckSelfWeight(InputCheck& check)
     CheckWeights(check, m.beams, jxBm::name(), weightless);
     CheckWeights(check, m.shell4s, L"shell", weightless);
     CheckWeights(check, m.bricks, jxBrick::name(), weightless);
-    const int up = m.bZVertical != 0 ? kZ : kY;
-    if (m.selfWeightFactor > 0 && m.selfWeightDir == up) {
+    if (m.selfWeightFactor > 0 && m.selfWeightDir == UpAxisOf(m)) {
         check.AboutField("settings.selfWeightFactor");
         check.Find(FindingCode::SelfWeightLifts, L"self weight acts upward: its factor is " +
                                                      Number(m.selfWeightFactor) +
                                                      L", and its sign is that of the load");
     }
+}
+
+// A rise of temperature of an element whose material does not expand. Tc has to be above 0, and is set to next to
+// nothing where no expansion is wanted: no material of structures expands by less than 1e-8 per degree.
+template <class Element>
+void CheckExpansion(InputCheck& check, std::vector<jxThermalLoad> jxCaseLoad::*loads,
+                    const std::vector<Element>& elements, const wchar_t* kind)
+{
+    constexpr double kNoExpansion = 1e-8;
+    const CjxStruct& m = check.model;
+    FindingOfMany rigid(check, FindingCode::NoExpansion, "materials.Tc");
+    for (std::size_t c = 0; c < m.caseLoads.size(); ++c)
+        for (const jxThermalLoad& load : m.caseLoads[c].*loads) {
+            const Element* element = load.dT == 0 ? nullptr : FindOrNull(elements, load.id);
+            const jxMat* material = element == nullptr ? nullptr : FindOrNull(m.materials, element->material);
+            if (material == nullptr || std::fabs(material->Tc) >= kNoExpansion)
+                continue;
+            rigid.Add(kind, load.id, [&] {
+                return L"a temperature acts on elements whose material " + std::to_wstring(material->id) + L" \"" +
+                       material->label + L"\" expands by " + Number(material->Tc) + L" per degree" + InCase(m, c);
+            });
+        }
 }
 
 }  // namespace
@@ -219,12 +245,13 @@ void CheckLoadValues(InputCheck& check)
     const Freedoms freedoms(check.model);
     CheckDistances(check);
     CheckNodalFreedoms(check, freedoms);
-    CheckElementFreedoms(check, freedoms, &jxCaseLoad::ptLoads, L"member", "ptLoads.dir");
-    CheckElementFreedoms(check, freedoms, &jxCaseLoad::lnLoads, L"member", "lnLoads.dir");
-    CheckElementFreedoms(check, freedoms, &jxCaseLoad::shell4SurfaceLoads, L"shell", "shell4SurfaceLoads.dir");
+    CheckSettlements(check, freedoms);
     CheckWeightFreedom(check, freedoms);
     CheckProjectedLoads(check);
     CheckSelfWeight(check);
+    CheckExpansion(check, &jxCaseLoad::bmThermalLoads, check.model.beams, jxBm::name());
+    CheckExpansion(check, &jxCaseLoad::shell4ThermalLoads, check.model.shell4s, L"shell");
+    CheckExpansion(check, &jxCaseLoad::brickThermalLoads, check.model.bricks, jxBrick::name());
 }
 
 }  // namespace qvx

@@ -3,6 +3,7 @@
 #include <string>
 
 #include "model/input_check.h"
+#include "model/up_axis.h"
 
 namespace qvx {
 
@@ -99,10 +100,10 @@ void CheckConsistency(InputCheck& check)
     if (m.selfWeightFactor == 0)
         check.Warn(FindingCode::NoSelfWeight, L"The model does not contain self weight load");
     constexpr const wchar_t* kGravity = L"Gravity direction is not parallel to vertical axis";
-    const int verticalAxis = m.bZVertical != 0 ? kZ : kY;
-    if (m.selfWeightDir == verticalAxis)
+    if (m.selfWeightDir == (m.bZVertical != 0 ? kZ : kY))
         return;
-    if (m.selfWeightFactor == 0)  // nothing acts along it
+    // The line is told whenever the two settings differ; a finding it is where the model itself agrees with neither.
+    if (m.selfWeightFactor == 0 || m.selfWeightDir == UpAxisOf(m))
         return check.WarnOnly(kGravity);
     check.AboutField("settings.selfWeightDir");
     check.Warn(FindingCode::GravityNotVertical, kGravity);

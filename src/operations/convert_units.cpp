@@ -1,9 +1,7 @@
-#include <cassert>
-#include <type_traits>
 #include <vector>
 
-#include "model/struct_fields.h"
 #include "model/units.h"
+#include "operations/number_walk.h"
 #include "tools/list_text.h"
 
 namespace qvx {
@@ -43,76 +41,6 @@ private:
     double factor_ = 1;
 };
 
-// Directions 0 to 2 are translations or forces along the axes, 3 to 5 rotations or moments about them.
-template <class Record>
-bool IsOfTranslation(const Record& record, [[maybe_unused]] int number)
-{
-    if constexpr (requires { record.dir; })
-        return record.dir <= kZ;
-    else if constexpr (requires { record.dof[0]; })
-        return record.dof[number] <= kZ;
-    else if constexpr (requires { record.dof; })
-        return record.dof <= kZ;
-    assert(false && "a record whose units go by its direction has dir or dof");
-    return true;
-}
-
-// Unit of term `number` of an upper triangle over the six DOF, counted row by row.
-const QuantityUnit& UnitOfTerm(const Measure& measure, int number)
-{
-    int row = kX;
-    for (int first = 0; first + kDofCount - row <= number; ++row)
-        first += kDofCount - row;
-    const int column = number - row * kDofCount + row * (row + 1) / 2;
-    assert(row <= column && column < kDofCount);
-    if ((row <= kZ) != (column <= kZ))
-        return measure.units[2];
-    return measure.units[row <= kZ ? 0 : 1];
-}
-
-template <class Record>
-QuantityUnit UnitOf(const Measure& measure, const Record& record, int number)
-{
-    switch (measure.rule) {
-    case UnitRule::Plain:
-        return {};
-    case UnitRule::Same:
-    case UnitRule::ListText:
-        return measure.units[0];
-    case UnitRule::Periodic:
-        return measure.units[number % measure.period < measure.nFirst ? 0 : 1];
-    case UnitRule::ByDof:
-        return measure.units[IsOfTranslation(record, number) ? 0 : 1];
-    case UnitRule::OfAbsolute:
-        if constexpr (requires { record.bAbsoluteDistance; })
-            return record.bAbsoluteDistance != 0 ? measure.units[0] : QuantityUnit{};
-        break;
-    case UnitRule::SpringMatrix:
-        return UnitOfTerm(measure, number);
-    case UnitRule::PerPosition:
-        return measure.units.at(static_cast<std::size_t>(number));
-    case UnitRule::OfTheList:
-        break;
-    }
-    assert(false && "the list of such records says the unit");
-    return {};
-}
-
-template <class Record>
-void ConvertNumbers(double* numbers, int count, const Measure& measure, const Record& record, ConversionFactors f)
-{
-    if (measure.rule == UnitRule::Plain)
-        return;
-    if (measure.rule == UnitRule::Same) {
-        const UnitFactor factor(measure.units[0], f);
-        for (int i = 0; i < count; ++i)
-            factor.Convert(numbers[i]);
-        return;
-    }
-    for (int i = 0; i < count; ++i)
-        UnitFactor(UnitOf(measure, record, i), f).Convert(numbers[i]);
-}
-
 // Distances of grid lines: rebuilt with three decimals. A text that is no list stays as it is.
 void ConvertListText(CString& text, const UnitFactor& factor)
 {
@@ -132,57 +60,30 @@ void ConvertListText(CString& text, const UnitFactor& factor)
     text = rebuilt;
 }
 
-template <Described Value>
-void ConvertRecord(Value& value, const Measure& ofTheList, ConversionFactors f);
-
-double* FirstNumber(double& number)
+// Turns every number that it is handed into the new set of units.
+struct Conversion
 {
-    return &number;
-}
-template <class Element, std::size_t N>
-double* FirstNumber(Element (&numbers)[N])
-{
-    return FirstNumber(numbers[0]);
-}
-
-/// Numbers in a value: one, or the product of the extents of an array.
-template <class Value>
-constexpr int kNumbersIn = 1;
-template <class Element, std::size_t N>
-constexpr int kNumbersIn<Element[N]> = static_cast<int>(N) * kNumbersIn<Element>;
-
-// The value of one field: numbers by the measure of the field, records by their own fields. What holds neither has no
-// unit.
-template <class Value, class Record>
-void ConvertValue(Value& value, const Measure& measure, const Record& record, ConversionFactors f)
-{
-    using Number = std::remove_all_extents_t<Value>;
-    using Element = typename ElementOf<Value>::Type;
-    if constexpr (std::is_same_v<Number, double>) {
-        ConvertNumbers(FirstNumber(value), kNumbersIn<Value>, measure, record, f);
-    } else if constexpr (std::is_same_v<Value, std::vector<double>>) {
-        ConvertNumbers(value.data(), static_cast<int>(value.size()), measure, record, f);
-    } else if constexpr (std::is_same_v<Value, CString>) {
-        if (measure.rule == UnitRule::ListText)
-            ConvertListText(value, UnitFactor(measure.units[0], f));
-    } else if constexpr (Described<Value>) {
-        ConvertRecord(value, measure, f);
-    } else if constexpr (Described<Element> || std::is_same_v<Number, CString>) {
-        for (auto& element : value)
-            ConvertValue(element, measure, record, f);
-    } else {
-        assert(measure.rule == UnitRule::Plain && "only numbers, grid lists and records are converted");
+    template <class Record>
+    void Numbers(double* numbers, int count, const Measure& measure, const Record& record) const
+    {
+        if (measure.rule == UnitRule::Plain)
+            return;
+        if (measure.rule == UnitRule::Same) {
+            const UnitFactor factor(measure.units[0], f);
+            for (int i = 0; i < count; ++i)
+                factor.Convert(numbers[i]);
+            return;
+        }
+        for (int i = 0; i < count; ++i)
+            UnitFactor(UnitOf(measure, record, i), f).Convert(numbers[i]);
     }
-}
+    void ListText(CString& text, const Measure& measure) const
+    {
+        ConvertListText(text, UnitFactor(measure.units[0], f));
+    }
 
-template <Described Value>
-void ConvertRecord(Value& value, const Measure& ofTheList, ConversionFactors f)
-{
-    ForEachField(FieldsOf<Value>::list, [&](const auto& field) {
-        const Measure& measure = field.rule.measure;
-        ConvertValue(value.*field.member, measure.rule == UnitRule::OfTheList ? ofTheList : measure, value, f);
-    });
-}
+    ConversionFactors f;
+};
 
 // Displacements by equation. A run converts back after its solves: by then each load vector has become the displacements
 // it causes.
@@ -203,8 +104,10 @@ void CjxStruct::ConvertUnits(const jxUnit& from, const jxUnit& to)
 {
     double f[kQuantityCount];
     GetConversionFactors(f, from, to);
-    qvx::ForEachField(qvx::kConverted,
-                      [&](const auto& field) { qvx::ConvertValue(this->*field.member, field.rule.measure, *this, f); });
+    const qvx::Conversion conversion{f};
+    qvx::ForEachField(qvx::kConverted, [&](const auto& field) {
+        qvx::WalkNumbers(this->*field.member, field.rule.measure, *this, conversion);
+    });
     for (std::vector<qvx::double128>& vector : loadVectors)
         qvx::ConvertDisplacements(vector, idTable, f);
 }
