@@ -7,6 +7,7 @@
 
 #include <gtest/gtest.h>
 
+#include "support/print_point.h"
 #include "support/recording_host.h"
 #include "support/round_off.h"
 #include "support/static_model.h"
@@ -82,7 +83,7 @@ TEST_F(Diaphragms, TheFirstThreeNodesHoldAllOthers)
     model.CreateDiaphragmLinks();
     EXPECT_EQ(Ends(), (EndList{{1, 2}, {1, 3}, {1, 4}, {1, 5}, {2, 3}, {2, 4}, {2, 5}, {3, 4}, {3, 5}}));
     for (const jxLink& link : model.links)
-        EXPECT_TRUE((link.normal == jxPoint{0, 1, 0}));
+        EXPECT_EQ(link.normal, (jxPoint{0, 1, 0}));
 }
 
 TEST_F(Diaphragms, NumberTheirLinksInOneSequence)
@@ -163,7 +164,7 @@ TEST_F(Diaphragms, GenericOnesHoldTheNodesWithinTheirFootprint)
     for (const jxNd& node : floor.Nodes())
         ids.push_back(node.id);
     EXPECT_EQ(ids, (std::vector<int>{1, 2, 3, 4, 5, 6, 9}));
-    EXPECT_TRUE((floor.Normal() == jxPoint{0, -1, 0}));
+    EXPECT_EQ(floor.Normal(), (jxPoint{0, -1, 0}));
 }
 
 TEST_F(Diaphragms, GenericOnesMayLieInAnyPlane)

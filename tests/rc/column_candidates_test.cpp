@@ -106,9 +106,10 @@ TEST(ColumnCandidates, PatternsPlaceTheBars)
         const auto sections = ColumnCandidates(RectShape(18, 24), criterion, Astm());
         EXPECT_FALSE(sections.empty());
         for (const jxConcreteSection& s : sections)
-            EXPECT_TRUE(pattern == kBarsOnWidthFaces   ? s.ny == 2
-                        : pattern == kBarsOnDepthFaces ? s.nx == 2
-                                                       : s.nx == s.ny);
+            if (pattern == kEqualBarsPerSide)
+                EXPECT_EQ(s.nx, s.ny);
+            else
+                EXPECT_EQ(pattern == kBarsOnWidthFaces ? s.ny : s.nx, 2);
     }
 }
 

@@ -225,6 +225,15 @@ TEST_F(ReportTest, PrincipalMomentsOfAShellStandInDegrees)
     EXPECT_EQ(line, (std::vector<std::string>{"1", "Center", "110.000", "10.000", "18.435", "5.000", "53.130"}));
 }
 
+// Moments and shears are quantities of their own: each column in the number format of its quantity.
+TEST_F(ReportTest, MomentsAndShearsOfAShellHaveTheirOwnFormats)
+{
+    model_.units.format[kLinearMoment] = 0;  // "#.0"
+    model_.units.format[kLinearForce] = 1;   // "#.00"
+    const auto line = LinesOf(SectionIn(WrittenAsText(), "shell4_bending_forces_moments"), "1")[0];
+    EXPECT_EQ(line, (std::vector<std::string>{"1", "Center", "100.0", "20.0", "30.0", "3.00", "4.00"}));
+}
+
 // A period of 1 s is an eigenvalue of (2 pi)^2; one of no eigenvalue has no end.
 TEST_F(ReportTest, PeriodFollowsFromTheEigenvalue)
 {

@@ -113,6 +113,19 @@ TEST(Sap2000Example, ALocalAxesTableLaysBeamsOnTheirSideAndIsTold)
     }
 }
 
+// A square lies on its side as it stands: nothing is told of it. A side that differs by a trifle is no square.
+TEST(Sap2000Example, ASquareSectionIsNotTurned)
+{
+    const std::string file = BeamFile('X', true);
+    const auto turnedWith = [&](const char* width) {
+        std::string text = file;
+        text.replace(text.find("t2=0.3"), 6, std::string("t2=") + width);
+        return Imported(text).LostLines(ImportLossKind::TurnedSection);
+    };
+    EXPECT_EQ(turnedWith("0.6"), 0);
+    EXPECT_EQ(turnedWith("0.601"), 1);
+}
+
 TEST(Sap2000Example, LocalLoadsWithoutALocalAxesTableAreTold)
 {
     const Imported file("TABLE:  \"FRAME LOADS - POINT\"\nFrame=1 LoadPat=Default Dir=1 Force=1\n"

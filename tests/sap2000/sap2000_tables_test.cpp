@@ -203,7 +203,7 @@ TEST(Sap2000FrameAssignments, GiveSectionAndItsMaterial)
     EXPECT_EQ(file.model->beams[0].material, 3);  // of the section: CONC
     EXPECT_EQ(file.model->beams[1].section, 2);
     EXPECT_EQ(file.model->beams[1].material, 2);  // named: STEEL
-    EXPECT_TRUE(file.LostLines(ImportLossKind::UnknownSection) == 0);
+    EXPECT_EQ(file.LostLines(ImportLossKind::UnknownSection), 0);
 }
 
 TEST(Sap2000FrameAssignments, FallBackOnSectionOneWhereNothingIsAssigned)

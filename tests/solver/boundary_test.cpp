@@ -5,6 +5,8 @@
 
 #include "elements/scatter.h"
 #include "solver/assembled_model.h"
+#include "support/print_double128.h"
+#include "support/round_off.h"
 
 using qvx::double128;
 using qvx::test::AssembledModel;
@@ -318,7 +320,7 @@ TEST_P(Boundary, PrescribedDisplacementIsALoadOfPenaltyTimesValue)
     m.model.ProcessForcedDisplacements(m.data, penalty, 0);
 
     const double128 expected = double128(0.1) * penalty;
-    EXPECT_TRUE(m.model.loadVectors[0][static_cast<std::size_t>(m.Equation(1, kX))] == expected);
+    EXPECT_EQ(m.model.loadVectors[0][static_cast<std::size_t>(m.Equation(1, kX))], expected);
     double sum = 0;
     for (const double128& term : m.model.loadVectors[0])
         sum += std::fabs(static_cast<double>(term));

@@ -3,6 +3,7 @@
 #include <cmath>
 #include <map>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -134,7 +135,7 @@ TEST(SteelFamilies, ComeByWeightThenByLabel)
         ASSERT_FALSE(shapes.empty());
         for (std::size_t i = 1; i < shapes.size(); ++i) {
             const jxSect_AISC &a = shapes[i - 1], &b = shapes[i];
-            EXPECT_TRUE(a.weight < b.weight || (a.weight == b.weight && std::wstring(a.label) < b.label));
+            EXPECT_LT(std::pair(a.weight, std::wstring(a.label)), std::pair(b.weight, std::wstring(b.label)));
         }
     }
 }

@@ -7,39 +7,58 @@
 
 #include <nlohmann/json.hpp>
 
+#include "files/file_schema.h"
+
 namespace qvx::test {
 namespace {
 
 using Json = nlohmann::json;
 
-const std::vector<std::string> kListsById = {
-    "materials",   "sections",      "thicknesses",   "nodes",      "supports",           "beams",
-    "shell4s",     "shell3s",       "bricks",        "releases",   "nodalSprings",       "coupledSprings",
-    "beamSprings", "shell3Springs", "shell4Springs", "diaphragms", "multiDofConstraints"};
-const std::vector<std::string> kLoadLists = {"ndLoads",
-                                             "ptLoads",
-                                             "lnLoads",
-                                             "bmThermalLoads",
-                                             "shell4ThermalLoads",
-                                             "brickThermalLoads",
-                                             "shell3SurfaceLoads",
-                                             "shell4SurfaceLoads"};
-
-// Defaults that are not zero or an empty text.
-const std::map<std::string, Json> kDefaults = {
-    {"material", 1},       {"section", 1},      {"thickness", 1},    {"cracking", 1},  {"rcCriterion", 1},
-    {"steelCriterion", 1}, {"designType", "B"}, {"factor", {1, 1}},  {"distance2", 1}, {"bIncluded", 1},
-    {"bSolve", 1},         {"flag", "000000"},  {"start", "000000"}, {"end", "000000"}};
-
-bool IsDefault(const std::string& key, const Json& value)
+// What the catalogue of fields says of a model file: its lists, and the defaults of their records.
+const Json& Schema()
 {
-    if (key.starts_with("f_"))
-        return value == 1;
-    if (const auto known = kDefaults.find(key); known != kDefaults.end())
-        return value == known->second;
-    if (value.is_array())
-        return std::all_of(value.begin(), value.end(), [](const Json& v) { return v == 0; });
-    return value == 0 || value == "";
+    static const Json schema = Json::parse(ModelFileSchema());
+    return schema["properties"];
+}
+
+// Fields of the records of a list; of a list of loads with what holds it: "caseLoads.ptLoads".
+const Json& FieldsOfList(const std::string& list)
+{
+    const std::size_t dot = list.find('.');
+    const Json& holder = dot == std::string::npos ? Schema() : Schema()["caseLoads"]["items"]["properties"];
+    return holder.at(list.substr(dot == std::string::npos ? 0 : dot + 1)).at("items").at("properties");
+}
+
+// Lists whose order is their own: load cases and combinations are compared by position.
+bool IsInOrder(const std::string& list)
+{
+    return list == "loadCases" || list == "loadCombs" || list == "caseLoads" || list == "additionalMasses";
+}
+
+std::vector<std::string> ListsById()
+{
+    std::vector<std::string> lists;
+    for (const auto& [key, value] : Schema().items())
+        if (!IsInOrder(key) && value.contains("items") && value["items"].contains("properties") &&
+            value["items"]["properties"].contains("id"))
+            lists.push_back(key);
+    return lists;
+}
+
+// Loads come in any order, but for area loads.
+std::vector<std::string> LoadLists()
+{
+    std::vector<std::string> lists;
+    for (const auto& [key, value] : Schema()["caseLoads"]["items"]["properties"].items())
+        if (key != "areaLoads")
+            lists.push_back(key);
+    return lists;
+}
+
+bool IsDefault(const std::string& list, const std::string& key, const Json& value)
+{
+    const Json& fields = FieldsOfList(list);
+    return fields.contains(key) && fields[key].contains("default") && fields[key]["default"] == value;
 }
 
 bool IsCoordinate(const std::string& key)
@@ -70,9 +89,11 @@ public:
 
     void CompareModels(const Json& actual, const Json& expected)
     {
-        for (const std::string& key : kListsById)
-            CompareById(key, List(actual, key), List(expected, key));
-        CompareLoads("additionalMasses", List(actual, "additionalMasses"), List(expected, "additionalMasses"));
+        for (const std::string& key : ListsById())
+            if (!(rules_.isImport && key.ends_with("Criteria")))  // the document's own, which no import touches
+                CompareById(key, List(actual, key), List(expected, key));
+        CompareLoads("additionalMasses", "additionalMasses", List(actual, "additionalMasses"),
+                     List(expected, "additionalMasses"));
         CompareInOrder("loadCases", List(actual, "loadCases"), List(expected, "loadCases"));
         if (!rules_.isImport)
             CompareInOrder("loadCombs", List(actual, "loadCombs"), List(expected, "loadCombs"));
@@ -119,7 +140,7 @@ private:
             if (actual[i]["id"] != expected[i]["id"])
                 Differ(where, "found id " + actual[i]["id"].dump());
             else if (!(rules_.isImport && IsDefaultRecord(list, expected[i])))
-                CompareRecords(where, actual[i], expected[i], scales);
+                CompareRecords(list, where, actual[i], expected[i], scales);
         }
     }
 
@@ -130,12 +151,17 @@ private:
 
     void CompareInOrder(const std::string& list, const Json& actual, const Json& expected)
     {
-        if (!SameCount(list, actual, expected))
+        CompareInOrder(list, list, actual, expected);
+    }
+
+    void CompareInOrder(const std::string& list, const std::string& where, const Json& actual, const Json& expected)
+    {
+        if (!SameCount(where, actual, expected))
             return;
         const auto scales = Scales(expected);
         for (std::size_t i = 0; i < expected.size(); ++i)
             if (!(rules_.isImport && list == "loadCases" && expected[i].value("id", 0) == 1))
-                CompareRecords(list + "[" + std::to_string(i) + "]", actual[i], expected[i], scales);
+                CompareRecords(list, where + "[" + std::to_string(i) + "]", actual[i], expected[i], scales);
     }
 
     void CompareCaseLoads(const Json& actual, const Json& expected)
@@ -144,14 +170,15 @@ private:
             return;
         for (std::size_t i = 0; i < expected.size(); ++i) {
             const std::string where = "caseLoads[" + std::to_string(i) + "].";
-            for (const std::string& list : kLoadLists)
-                CompareLoads(where + list, List(actual[i], list), List(expected[i], list));
-            CompareInOrder(where + "areaLoads", List(actual[i], "areaLoads"), List(expected[i], "areaLoads"));
+            for (const std::string& list : LoadLists())
+                CompareLoads("caseLoads." + list, where + list, List(actual[i], list), List(expected[i], list));
+            CompareInOrder("caseLoads.areaLoads", where + "areaLoads", List(actual[i], "areaLoads"),
+                           List(expected[i], "areaLoads"));
         }
     }
 
     // Loads of one element and direction come in any order: both sides are put into one.
-    void CompareLoads(const std::string& list, Json actual, Json expected)
+    void CompareLoads(const std::string& list, const std::string& where, Json actual, Json expected)
     {
         const auto order = [](const Json& load) {
             Json key = Json::array();
@@ -178,7 +205,7 @@ private:
         };
         prepare(actual);
         prepare(expected);
-        CompareInOrder(list, actual, expected);
+        CompareInOrder(list, where, actual, expected);
     }
 
     static std::map<std::string, double> Scales(const Json& records)
@@ -191,17 +218,17 @@ private:
         return scales;
     }
 
-    void CompareRecords(const std::string& where, const Json& actual, const Json& expected,
+    void CompareRecords(const std::string& list, const std::string& where, const Json& actual, const Json& expected,
                         const std::map<std::string, double>& scales)
     {
         for (const auto& [key, value] : expected.items()) {
             if (actual.contains(key))
                 CompareValues(where + "." + key, actual[key], value, ScaleOf(scales, key));
-            else if (!IsDefault(key, value))
+            else if (!IsDefault(list, key, value))
                 Differ(where + "." + key, "left out, expected " + value.dump());
         }
         for (const auto& [key, value] : actual.items())
-            if (!expected.contains(key) && !IsDefault(key, value))
+            if (!expected.contains(key) && !IsDefault(list, key, value))
                 Differ(where + "." + key, value.dump() + ", expected its default");
     }
 
@@ -219,7 +246,10 @@ private:
             return;
         }
         if (expected.is_object() && actual.is_object()) {
-            CompareRecords(where, actual, expected, {});
+            for (const auto& [key, value] : expected.items())
+                CompareValues(where + "." + key, actual.value(key, Json()), value, 0);
+            if (actual.size() != expected.size())
+                Differ(where, actual.dump() + ", expected " + expected.dump());
             return;
         }
         bool isSame = actual == expected;

@@ -29,8 +29,28 @@ using qvx::test::RecordingWindow;
 using qvx::test::ShellModel;
 using qvx::test::Solver;
 
+constexpr double kAttitude = 0.83;
+
+/// A model whose parts in space are turned about a skew axis. What rounding leaves of a zero pivot differs from attitude
+/// to attitude.
+class TurnedModel : public ShellModel
+{
+public:
+    explicit TurnedModel(double attitude = kAttitude) : attitude_(attitude) {}
+
+    jxPoint Turned(const jxPoint& p) const { return arbitrary_rotate(p, attitude_, {1, -2, 1.4}); }
+    int TurnedNode(double x, double y, double z)
+    {
+        const jxPoint p = Turned({x, y, z});
+        return Node(p.x, p.y, p.z);
+    }
+
+private:
+    double attitude_;
+};
+
 /// Builds the mechanism, or with bHeld the structure that resists.
-using Build = void (*)(ShellModel&, bool bHeld);
+using Build = void (*)(TurnedModel&, bool bHeld);
 
 struct Mechanism
 {
@@ -39,7 +59,7 @@ struct Mechanism
     std::vector<int> moving;  ///< nodes that take part in the motion; empty: refused before any solution
 };
 
-void SteelFrame(ShellModel& b, ModelType type)
+void SteelFrame(TurnedModel& b, ModelType type)
 {
     b.model.modelType = type;
     b.model.maxNonlinearIterations = 20;
@@ -47,20 +67,8 @@ void SteelFrame(ShellModel& b, ModelType type)
     b.Section({.A = 10, .Iz = 100, .Iy = 80, .J = 20});
 }
 
-/// Turn of the space models about a skew axis. What rounding leaves of a zero pivot differs from attitude to attitude.
-double attitude = 0.83;
-jxPoint Turned(const jxPoint& p)
-{
-    return arbitrary_rotate(p, attitude, {1, -2, 1.4});
-}
-int TurnedNode(ShellModel& b, double x, double y, double z)
-{
-    const jxPoint p = Turned({x, y, z});
-    return b.Node(p.x, p.y, p.z);
-}
-
 /// Portal 2-3 on columns 1-2 and 4-3.
-void Portal(ShellModel& b)
+void Portal(TurnedModel& b)
 {
     SteelFrame(b, Frame2D);
     b.Node(0, 0);
@@ -73,35 +81,35 @@ void Portal(ShellModel& b)
     b.NodalLoad(2, kX, 10);
 }
 
-void NoSupport(ShellModel& b, bool bHeld)
+void NoSupport(TurnedModel& b, bool bHeld)
 {
     Portal(b);
     if (bHeld)
         b.Support(1, L"110001");
 }
-void ColumnWithoutInertia(ShellModel& b, bool bHeld)
+void ColumnWithoutInertia(TurnedModel& b, bool bHeld)
 {
     Portal(b);
     b.Support(1, L"110001");
     b.model.sections[0].Iz = bHeld ? 100 : 0;
 }
-void SpaceMemberWithoutTorsion(ShellModel& b, bool bHeld)
+void SpaceMemberWithoutTorsion(TurnedModel& b, bool bHeld)
 {
     SteelFrame(b, Frame3D);
-    TurnedNode(b, 0, 0, 0);
-    TurnedNode(b, 100, 0, 0);
+    b.TurnedNode(0, 0, 0);
+    b.TurnedNode(100, 0, 0);
     b.Member(1, 2);
     b.Support(1, L"111111");
     b.NodalLoad(2, kOX, 10);
     b.model.sections[0].J = bHeld ? 20 : 0;
 }
-void SlidingPortal(ShellModel& b, bool bHeld)
+void SlidingPortal(TurnedModel& b, bool bHeld)
 {
     Portal(b);
     b.Support(1, bHeld ? L"110000" : L"010000");
     b.Support(4, L"010000");
 }
-void PortalOnFourHinges(ShellModel& b, bool bHeld)
+void PortalOnFourHinges(TurnedModel& b, bool bHeld)
 {
     Portal(b);
     b.Support(1, L"110000");
@@ -111,7 +119,7 @@ void PortalOnFourHinges(ShellModel& b, bool bHeld)
         b.Release(1, L"000000", L"000001");
     std::sort(b.model.releases.begin(), b.model.releases.end());
 }
-void BeamHungAtOneEnd(ShellModel& b, bool bHeld)
+void BeamHungAtOneEnd(TurnedModel& b, bool bHeld)
 {
     SteelFrame(b, Frame2D);
     b.Node(0, 0);
@@ -123,12 +131,12 @@ void BeamHungAtOneEnd(ShellModel& b, bool bHeld)
     b.NodalLoad(2, kY, -10);
 }
 // Ball joints at both ends in a general direction: the beam spins about its axis.
-void SpinningBeam(ShellModel& b, bool bHeld)
+void SpinningBeam(TurnedModel& b, bool bHeld)
 {
     SteelFrame(b, Frame3D);
-    TurnedNode(b, 0, 0, 0);
-    TurnedNode(b, 60, 0, 0);
-    TurnedNode(b, 150, 0, 0);
+    b.TurnedNode(0, 0, 0);
+    b.TurnedNode(60, 0, 0);
+    b.TurnedNode(150, 0, 0);
     b.Member(1, 2);
     b.Member(2, 3);
     b.Support(1, bHeld ? L"111100" : L"111000");
@@ -136,12 +144,12 @@ void SpinningBeam(ShellModel& b, bool bHeld)
     b.NodalLoad(2, kZ, 10);
 }
 // Torsion released on either side of the middle node.
-void TorsionChain(ShellModel& b, bool bHeld)
+void TorsionChain(TurnedModel& b, bool bHeld)
 {
     SteelFrame(b, Frame3D);
-    TurnedNode(b, 0, 0, 0);
-    TurnedNode(b, 60, 0, 0);
-    TurnedNode(b, 150, 0, 0);
+    b.TurnedNode(0, 0, 0);
+    b.TurnedNode(60, 0, 0);
+    b.TurnedNode(150, 0, 0);
     b.Member(1, 2);
     b.Member(2, 3);
     b.Release(1, L"000000", L"000100");
@@ -152,7 +160,7 @@ void TorsionChain(ShellModel& b, bool bHeld)
     b.NodalLoad(2, kZ, 10);
 }
 // Both members let go of the middle node's rotations about one axis.
-void NodeFreeToTurn(ShellModel& b, bool bHeld)
+void NodeFreeToTurn(TurnedModel& b, bool bHeld)
 {
     SteelFrame(b, Frame2D);
     b.Node(0, 0);
@@ -168,12 +176,12 @@ void NodeFreeToTurn(ShellModel& b, bool bHeld)
     b.NodalLoad(2, kY, -10);
 }
 // Bars with ball joints keep their torsion, which holds the node about two directions only.
-void BallJointInASpaceFrame(ShellModel& b, bool bHeld)
+void BallJointInASpaceFrame(TurnedModel& b, bool bHeld)
 {
     SteelFrame(b, Frame3D);
-    TurnedNode(b, 0, 0, 0);
-    TurnedNode(b, 100, 40, 0);
-    TurnedNode(b, 200, 0, 0);
+    b.TurnedNode(0, 0, 0);
+    b.TurnedNode(100, 40, 0);
+    b.TurnedNode(200, 0, 0);
     b.Bar(1, 2);
     b.Bar(2, 3);
     b.Support(1, L"111111");
@@ -181,7 +189,7 @@ void BallJointInASpaceFrame(ShellModel& b, bool bHeld)
     b.Support(3, L"111111");
     b.NodalLoad(2, kOX, 10);
 }
-void BeamOfThreeHinges(ShellModel& b, bool bHeld)
+void BeamOfThreeHinges(TurnedModel& b, bool bHeld)
 {
     SteelFrame(b, Frame2D);
     for (int i = 0; i < 5; ++i)
@@ -195,7 +203,7 @@ void BeamOfThreeHinges(ShellModel& b, bool bHeld)
     b.Support(5, L"110001");
     b.NodalLoad(3, kY, -10);
 }
-void PlaneTrussInSpace(ShellModel& b, bool bHeld)
+void PlaneTrussInSpace(TurnedModel& b, bool bHeld)
 {
     SteelFrame(b, Truss3D);
     b.Node(0, 0, 0);
@@ -209,29 +217,29 @@ void PlaneTrussInSpace(ShellModel& b, bool bHeld)
         b.Support(3, L"001000");
     b.NodalLoad(3, kY, -10);
 }
-void TiltedTrussInSpace(ShellModel& b, bool bHeld)
+void TiltedTrussInSpace(TurnedModel& b, bool bHeld)
 {
     SteelFrame(b, Truss3D);
-    TurnedNode(b, 0, 0, 0);
-    TurnedNode(b, 100, 0, 0);
-    TurnedNode(b, 50, 80, 0);
+    b.TurnedNode(0, 0, 0);
+    b.TurnedNode(100, 0, 0);
+    b.TurnedNode(50, 80, 0);
     b.Bar(1, 3);
     b.Bar(2, 3);
     b.Support(1, L"111000");
     b.Support(2, L"111000");
     if (bHeld) {
-        b.Support(TurnedNode(b, 50, 20, 60), L"111000");
+        b.Support(b.TurnedNode(50, 20, 60), L"111000");
         b.Bar(3, 4);
     }
     b.NodalLoad(3, kY, -10);
 }
-void LoosePart(ShellModel& b, bool bHeld)
+void LoosePart(TurnedModel& b, bool bHeld)
 {
     SteelFrame(b, Frame3D);
-    TurnedNode(b, 0, 0, 0);
-    TurnedNode(b, 0, 90, 0);
-    TurnedNode(b, 50, 0, 10);
-    TurnedNode(b, 50, 70, 30);
+    b.TurnedNode(0, 0, 0);
+    b.TurnedNode(0, 90, 0);
+    b.TurnedNode(50, 0, 10);
+    b.TurnedNode(50, 70, 30);
     b.Member(1, 2);
     b.Member(3, 4);
     b.Support(1, L"111111");
@@ -239,7 +247,7 @@ void LoosePart(ShellModel& b, bool bHeld)
         b.Support(3, L"111111");
     b.NodalLoad(2, kX, 10);
 }
-void PanelWithoutDiagonal(ShellModel& b, bool bHeld)
+void PanelWithoutDiagonal(TurnedModel& b, bool bHeld)
 {
     SteelFrame(b, Truss2D);
     const double c = std::cos(0.5), s = std::sin(0.5);
@@ -256,7 +264,7 @@ void PanelWithoutDiagonal(ShellModel& b, bool bHeld)
     b.NodalLoad(2, kX, 10);
 }
 // The only diagonal takes tension and is pushed. The columns are compressed, so that no tension holds them under P-Delta.
-void PanelWithASlackDiagonal(ShellModel& b, bool bHeld)
+void PanelWithASlackDiagonal(TurnedModel& b, bool bHeld)
 {
     PanelWithoutDiagonal(b, true);
     b.model.beams[3].nonlinear = kTensionOnly;
@@ -267,7 +275,7 @@ void PanelWithASlackDiagonal(ShellModel& b, bool bHeld)
     }
 }
 // The spring under the lifted end lets go, and the beam tips over the other one.
-void BeamOnASpringThatLetsGo(ShellModel& b, bool bHeld)
+void BeamOnASpringThatLetsGo(TurnedModel& b, bool bHeld)
 {
     SteelFrame(b, Frame2D);
     b.Node(0, 0);
@@ -286,12 +294,12 @@ void BeamOnASpringThatLetsGo(ShellModel& b, bool bHeld)
     b.NodalLoad(1, kY, -10);
     b.NodalLoad(3, kY, 5);
 }
-void SolidOnOneEdge(ShellModel& b, bool bHeld)
+void SolidOnOneEdge(TurnedModel& b, bool bHeld)
 {
     b.model.modelType = Brick3D;
     b.Material(29e6, 0.3);
-    const auto mesh = qvx::test::GridMesh({2, 1, 1}, [](int i, int j, int k) {
-        return Turned({30.0 * i + 2 * j, 20.0 * j, 25.0 * k + 3 * i});
+    const auto mesh = qvx::test::GridMesh({2, 1, 1}, [&](int i, int j, int k) {
+        return b.Turned({30.0 * i + 2 * j, 20.0 * j, 25.0 * k + 3 * i});
     });
     for (const jxPoint& p : mesh.nodes)
         b.Node(p.x, p.y, p.z);
@@ -306,14 +314,14 @@ void SolidOnOneEdge(ShellModel& b, bool bHeld)
         b.Support(7, L"111000");
     b.NodalLoad(12, kX, 10);
 }
-void PlateOnOneHingedEdge(ShellModel& b, bool bHeld)
+void PlateOnOneHingedEdge(TurnedModel& b, bool bHeld)
 {
     b.model.modelType = Frame3D;
     b.Material(29e6, 0.3);
     b.model.thicknesses[0].t = 2;
     for (int j = 0; j < 3; ++j)
         for (int i = 0; i < 3; ++i)
-            TurnedNode(b, 40.0 * i, 30.0 * j, 0);
+            b.TurnedNode(40.0 * i, 30.0 * j, 0);
     for (int j = 0; j < 2; ++j)
         for (int i = 0; i < 2; ++i) {
             const int corner = 1 + i + 3 * j;
@@ -379,16 +387,24 @@ std::optional<int> NodeAfter(const std::basic_string<Char>& text, const std::bas
 /// One analysis of a mechanism to its end.
 struct Trial
 {
-    Trial(int solverType, int backend, Build build, bool bPDelta, bool bHeld, bool isUserThere = true)
+    struct Ways
     {
-        host.isUserThere = isUserThere;
-        host.profile[{L"Preferences", L"SparseBackend"}] = backend;
-        ShellModel b;
-        build(b, bHeld);
+        bool bPDelta = false;
+        bool bHeld = false;
+        bool isUserThere = true;
+        double attitude = kAttitude;
+    };
+
+    Trial(const Solver& solver, Build build, const Ways& ways)
+    {
+        host.isUserThere = ways.isUserThere;
+        Choose(host, solver);
+        TurnedModel b(ways.attitude);
+        build(b, ways.bHeld);
         b.model.penaltyFactor = 1e5;
         b.model.bInteractive = 1;
-        b.model.loadCombs[0].bPDelta = bPDelta;
-        b.model.solverType = solverType;
+        b.model.loadCombs[0].bPDelta = ways.bPDelta;
+        b.model.solverType = solver.type;
         ModelLog log(b.model);
         RecordingWindow window;
         b.model.set_solver_wnds(&window);
@@ -428,10 +444,7 @@ protected:
     }
     static const Solver& TheSolver() { return AllSolvers()[std::get<0>(GetParam())]; }
     static const Mechanism& TheMechanism() { return kMechanisms[std::get<1>(GetParam())]; }
-    static Trial Try(bool bPDelta, bool bHeld)
-    {
-        return Trial(TheSolver().type, TheSolver().backend, TheMechanism().build, bPDelta, bHeld);
-    }
+    static Trial Try(const Trial::Ways& ways) { return Trial(TheSolver(), TheMechanism().build, ways); }
     static void ExpectNoAnswer(const Trial& trial)
     {
         EXPECT_FALSE(trial.bAnswered) << trial.digitsLost << " digits lost";
@@ -456,31 +469,27 @@ INSTANTIATE_TEST_SUITE_P(AllSolvers, Mechanisms,
 // The pivots alone let a plate through that turns about its edge, in one attitude out of five: 9 to 12 digits lost.
 TEST_P(Mechanisms, AreNeverAnswered)
 {
-    for (const double turn : {0.83, 0.1, 0.3, 0.5, 1.2, 1.7, 2.1, 2.6, -0.4, -1.1, -1.9, -2.8}) {
-        attitude = turn;
+    for (const double turn : {kAttitude, 0.1, 0.3, 0.5, 1.2, 1.7, 2.1, 2.6, -0.4, -1.1, -1.9, -2.8}) {
         SCOPED_TRACE(turn);
-        ExpectNoAnswer(Try(false, false));
+        ExpectNoAnswer(Try({.attitude = turn}));
     }
-    attitude = 0.83;
 }
 
 // A Yes that nobody has said does not let a mechanism through, however many digits are lost.
 TEST_P(Mechanisms, AreNeverAnsweredWhereNobodyIsAsked)
 {
-    for (const double turn : {0.83, 0.1, 1.2, 2.1, -0.4, -1.9}) {
-        attitude = turn;
+    for (const double turn : {kAttitude, 0.1, 1.2, 2.1, -0.4, -1.9}) {
         SCOPED_TRACE(turn);
-        const Trial trial(TheSolver().type, TheSolver().backend, TheMechanism().build, false, false, false);
+        const Trial trial = Try({.isUserThere = false, .attitude = turn});
         ExpectNoAnswer(trial);
         EXPECT_FALSE(trial.host.bAskedAboutDigits);
     }
-    attitude = 0.83;
 }
 
 // Under P-Delta the skyline goes on past a bad pivot, with a warning: tension may yet hold what the bending does not.
 TEST_P(Mechanisms, AreNeverAnsweredUnmarkedUnderPDelta)
 {
-    const Trial trial = Try(true, false);
+    const Trial trial = Try({.bPDelta = true});
 
     if (!trial.bMarked)
         ExpectNoAnswer(trial);
@@ -489,7 +498,7 @@ TEST_P(Mechanisms, AreNeverAnsweredUnmarkedUnderPDelta)
 TEST_P(Mechanisms, AreAnsweredOnceTheyAreHeld)
 {
     for (const bool bPDelta : {false, true}) {
-        const Trial trial = Try(bPDelta, true);
+        const Trial trial = Try({.bPDelta = bPDelta, .bHeld = true});
 
         EXPECT_TRUE(trial.bAnswered) << trial.text;
         EXPECT_TRUE(trial.bResults);
@@ -498,7 +507,7 @@ TEST_P(Mechanisms, AreAnsweredOnceTheyAreHeld)
     }
 }
 
-void TwistedMemberReleasedAtBothEnds(ShellModel& b, bool bHeld)
+void TwistedMemberReleasedAtBothEnds(TurnedModel& b, bool bHeld)
 {
     SteelFrame(b, Frame3D);
     b.Node(0, 0, 0);
@@ -516,11 +525,11 @@ TEST(ReleasedMembers, TorqueOnAMemberReleasedAtBothEndsIsStopped)
     for (const Solver& solver : AllSolvers()) {
         if (!IsInstalled(solver))
             continue;
-        const Trial trial(solver.type, solver.backend, TwistedMemberReleasedAtBothEnds, false, false);
+        const Trial trial(solver, TwistedMemberReleasedAtBothEnds, {});
 
         EXPECT_EQ(trial.text, "unstable axial or torsional direction") << solver.name;
         EXPECT_FALSE(trial.bResults) << solver.name;
-        EXPECT_TRUE(Trial(solver.type, solver.backend, TwistedMemberReleasedAtBothEnds, false, true).bAnswered);
+        EXPECT_TRUE(Trial(solver, TwistedMemberReleasedAtBothEnds, {.bHeld = true}).bAnswered) << solver.name;
     }
 }
 
@@ -535,7 +544,7 @@ TEST(SoftStructures, CantileverOfAThousandMembersIsAnswered)
         Choose(host, solver);
         const int n = 1000;
         const double L = 20000, P = 1e-3;
-        ShellModel b;
+        TurnedModel b;
         SteelFrame(b, Frame2D);
         for (int i = 0; i <= n; ++i)
             b.Node(L * i / n, 0);
@@ -559,7 +568,7 @@ TEST(SoftStructures, SoftSpringBelowAStiffOneIsAnswered)
             continue;
         RecordingHost host;
         Choose(host, solver);
-        ShellModel b;
+        TurnedModel b;
         b.model.modelType = Truss2D;
         b.Material(1000, 0.3);
         b.Section({.A = 1e-6, .Iz = 1, .Iy = 1, .J = 1});

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "model/records/text_fields.h"
+#include "support/print_double128.h"
 #include "support/round_off.h"
 #include "tools/crout_lu.h"
 #include "tools/jx_exception.h"
@@ -102,9 +103,11 @@ TYPED_TEST(MemberReleases, CondensedMemberActsAsThePartitionedOne)
         for (std::size_t i = 0; i < 12; ++i)
             EXPECT_WITHIN(forces[i], expected[i], RoundOff(Real(10), 500)) << i;
         for (const int dof : DofsOf(released)) {
-            EXPECT_TRUE(forces[static_cast<std::size_t>(dof)] == Real(0));
-            for (int j = 0; j < 12; ++j)
-                EXPECT_TRUE(condensed(dof, j) == Real(0) && condensed(j, dof) == Real(0));
+            EXPECT_EQ(forces[static_cast<std::size_t>(dof)], Real(0));
+            for (int j = 0; j < 12; ++j) {
+                EXPECT_EQ(condensed(dof, j), Real(0)) << dof << ", " << j;
+                EXPECT_EQ(condensed(j, dof), Real(0)) << dof << ", " << j;
+            }
         }
     }
 }
@@ -118,7 +121,7 @@ TYPED_TEST(MemberReleases, NoReleaseLeavesTheMatrixAlone)
 
     for (int i = 0; i < 12; ++i)
         for (int j = 0; j < 12; ++j)
-            EXPECT_TRUE(k(i, j) == full(i, j));
+            EXPECT_EQ(k(i, j), full(i, j));
 }
 
 // Physics: a string under tension N between two hinges resists lateral motion with N / L, no more and no less,
@@ -152,7 +155,7 @@ TYPED_TEST(MemberReleases, PinnedMemberWithoutForceHasExactlyNoLateralStiffness)
 
     for (const int dof : {kUy1, kUz1, kUy2, kUz2})
         for (int j = 0; j < 12; ++j)
-            EXPECT_TRUE(k(dof, j) == Real(0)) << dof << ", " << j;
+            EXPECT_EQ(k(dof, j), Real(0)) << dof << ", " << j;
     EXPECT_TRUE(k(kUx1, kUx1) > Real(0));
     EXPECT_TRUE(k(kRx1, kRx1) > Real(0));
 }
@@ -182,7 +185,7 @@ TYPED_TEST(MemberReleases, TorsionReleasedAtBothEndsPassesByTheTinyPivot)
     EXPECT_WITHIN(k(kRx1, kRx1), terms.torsion, RoundOff(terms.torsion, 4));
     EXPECT_WITHIN(k(kRx1, kRx2), -terms.torsion, RoundOff(terms.torsion, 4));
     for (const int dof : {kRy1, kRz1, kRy2, kRz2})
-        EXPECT_TRUE(k(dof, dof) == Real(0));
+        EXPECT_EQ(k(dof, dof), Real(0));
     EXPECT_WITHIN(k(kUx1, kUx1), terms.axial, RoundOff(terms.axial, 4));
 }
 
@@ -211,11 +214,11 @@ TYPED_TEST(MemberReleases, GlobalMatrixOfAReleasedMemberIsTheRotatedLocalOne)
     const auto global = GlobalStiffness(PartsOf(member), c);
 
     const auto local = LocalStiffness(PartsOf(member));
-    EXPECT_TRUE(global(1, 1) == local(kUx1, kUx1));
-    EXPECT_TRUE(global(0, 0) == local(kUy1, kUy1));
-    EXPECT_TRUE(global(0, 11) == -local(kUy1, kRz2));
-    EXPECT_TRUE(global(5, 5) == Real(0));
-    EXPECT_TRUE(global(9, 9) == Real(0));
+    EXPECT_EQ(global(1, 1), local(kUx1, kUx1));
+    EXPECT_EQ(global(0, 0), local(kUy1, kUy1));
+    EXPECT_EQ(global(0, 11), -local(kUy1, kRz2));
+    EXPECT_EQ(global(5, 5), Real(0));
+    EXPECT_EQ(global(9, 9), Real(0));
 }
 
 TEST(MemberReleaseMasks, ReleasedDofsFollowTheMasksStartThenEnd)

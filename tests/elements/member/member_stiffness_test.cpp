@@ -4,6 +4,7 @@
 #include <cmath>
 #include <random>
 
+#include "support/print_double128.h"
 #include "support/round_off.h"
 #include "tools/crout_lu.h"
 
@@ -139,7 +140,7 @@ TYPED_TEST(MemberStiffness, NoShearAreaLeavesEulerBernoulliInThatPlaneOnly)
     EXPECT_WITHIN(terms.inXy.force, 12 * m.EIz / (L * L * L), RoundOff(terms.inXy.force, 8));
     EXPECT_WITHIN(terms.inXy.sameEnd, 4 * m.EIz / L, RoundOff(terms.inXy.sameEnd, 8));
     EXPECT_WITHIN(terms.inXy.otherEnd, 2 * m.EIz / L, RoundOff(terms.inXy.otherEnd, 8));
-    EXPECT_TRUE(terms.inXz.force == sheared.inXz.force);
+    EXPECT_EQ(terms.inXz.force, sheared.inXz.force);
     EXPECT_TRUE(sheared.inXy.force < terms.inXy.force);
 }
 
@@ -180,8 +181,8 @@ TYPED_TEST(MemberStiffness, EveryColumnIsInEquilibrium)
     const Real tolerance = RoundOff(m.EIz / m.L, 100);
     for (int j = 0; j < 12; ++j) {
         for (int force = 0; force < 3; ++force)
-            EXPECT_TRUE(k(force, j) + k(6 + force, j) == Real(0));
-        EXPECT_TRUE(k(kRx1, j) + k(kRx2, j) == Real(0));
+            EXPECT_EQ(k(force, j) + k(6 + force, j), Real(0));
+        EXPECT_EQ(k(kRx1, j) + k(kRx2, j), Real(0));
         EXPECT_WITHIN(k(kRz1, j) + k(kRz2, j) + m.L * k(kUy2, j), Real(0), tolerance);
         EXPECT_WITHIN(k(kRy1, j) + k(kRy2, j) - m.L * k(kUz2, j), Real(0), tolerance);
     }
@@ -195,8 +196,8 @@ TYPED_TEST(MemberStiffness, IsSymmetricToTheLastBit)
     const auto global = GlobalStiffness(PartsOf(terms), RandomAxes<Real>(5));
     for (int i = 0; i < 12; ++i)
         for (int j = 0; j < i; ++j) {
-            EXPECT_TRUE(local(i, j) == local(j, i));
-            EXPECT_TRUE(global(i, j) == global(j, i));
+            EXPECT_EQ(local(i, j), local(j, i));
+            EXPECT_EQ(global(i, j), global(j, i));
         }
 }
 
@@ -230,7 +231,7 @@ TYPED_TEST(MemberStiffness, MemberAlongTheGlobalAxesKeepsItsLocalMatrix)
     const auto local = LocalStiffness(PartsOf(terms));
     for (int i = 0; i < 12; ++i)
         for (int j = 0; j < 12; ++j)
-            EXPECT_TRUE(global(i, j) == local(i, j)) << i << ", " << j;
+            EXPECT_EQ(global(i, j), local(i, j)) << i << ", " << j;
 }
 
 // Deliberate: the stretching of a bar under N meets N / L besides E A / L (docs/members.md). Torsion has no share.
@@ -242,12 +243,12 @@ TYPED_TEST(MemberStiffness, GeometricStiffnessActsAlongTheMemberToo)
 
     const auto k = LocalStiffness(PartsOf(GeometricTerms(N, L)));
 
-    EXPECT_TRUE(k(kUx1, kUx1) == N / L);
-    EXPECT_TRUE(k(kUx1, kUx2) == -N / L);
-    EXPECT_TRUE(k(kUx2, kUx2) == N / L);
+    EXPECT_EQ(k(kUx1, kUx1), N / L);
+    EXPECT_EQ(k(kUx1, kUx2), -N / L);
+    EXPECT_EQ(k(kUx2, kUx2), N / L);
     for (int j = 0; j < 12; ++j) {
-        EXPECT_TRUE(k(kRx1, j) == Real(0));
-        EXPECT_TRUE(k(kRx2, j) == Real(0));
+        EXPECT_EQ(k(kRx1, j), Real(0));
+        EXPECT_EQ(k(kRx2, j), Real(0));
     }
 }
 
