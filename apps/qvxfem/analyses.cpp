@@ -14,6 +14,7 @@ int RunAnalyses(CjxStruct& model, const std::vector<std::string>& analyses)
     const auto isAsked = [&](const char* name) {
         return std::find(analyses.begin(), analyses.end(), name) != analyses.end();
     };
+    // Every design starts from a static solution: it is run first whether it was named or not.
     int done = model.ExecuteStatic();
     if (done != 0 && isAsked("concrete"))
         done = model.ExecuteConcreteDesign();

@@ -1,5 +1,6 @@
 #include "check_command.h"
 
+#include <cassert>
 #include <fmt/format.h>
 
 #include "engine_log.h"
@@ -37,9 +38,11 @@ int CheckModelFile(const CheckOptions& options)
     EngineLog log(model, options.log);
     bool isAccepted = model.CheckInputData(0, false) == 1 && !HasRefusedShapes(model);
     log.Finish();
+    assert(model.bInteractive == 0 && "nothing is asked");
     if (options.isStrict && HasFinding(model, Severity::Warning))
         isAccepted = false;
     if (options.isJson) {
+        // Nothing else goes to the standard output then: it is one JSON object for a program to read.
         fmt::print("{}", FindingListText(model, isAccepted));
         return ExitCodeOf(model, isAccepted);
     }

@@ -38,6 +38,7 @@ int ConvertModel(const std::string& from, const std::string& to)
     LoadModel(from, model);
     for (const std::string& line : FindingLines(model, Severity::Note))
         progress.Say(line);
+    // A file of our own that would be refused is worse than none: the author is told at once, not at the first run.
     if (!IsSolvable(model, progress))
         return kRefused;
     CatchInterrupt();  // a signal waits until the file is whole

@@ -1,6 +1,7 @@
 #include "design_summary.h"
 
 #include <algorithm>
+#include <cassert>
 
 #include <fmt/format.h>
 
@@ -11,6 +12,7 @@ namespace {
 
 void Line(std::FILE* out, const char* label, const std::string& text)
 {
+    assert(label != nullptr && out != nullptr);
     fmt::print(out, "  {:<20}{}\n", label, text);
 }
 
@@ -21,6 +23,7 @@ std::string Unit(const CjxStruct& model, Quantity quantity)
 
 std::string Combination(const CjxStruct& model, int comb)
 {
+    // Between two stations of an envelope no single combination governs.
     if (comb < 0 || static_cast<std::size_t>(comb) >= model.loadCombs.size())
         return "no single combination";
     return fmt::format("combination {} \"{}\"", comb + 1,
@@ -53,6 +56,8 @@ void PrintBeams(std::FILE* out, const CjxStruct& model)
                 worst = &station;
             }
     }
+    assert(worst == nullptr || beam != nullptr);
+    // A member that fails has no steel to be listed; one that governs is told beside the number of those.
     if (worst != nullptr)
         Line(out, "concrete beams",
              fmt::format("{}most steel {:.4g} {} at the {} of member {} at {:.4g}", Failures(failed), most,
@@ -65,6 +70,7 @@ void PrintBeams(std::FILE* out, const CjxStruct& model)
 void PrintColumns(std::FILE* out, const CjxStruct& model)
 {
     const auto byRatio = [](const jxColRcResult& a, const jxColRcResult& b) { return a.ratio < b.ratio; };
+    // The first of equal ratios, so that two runs name the same column.
     const auto worst = std::max_element(model.concreteColumns.begin(), model.concreteColumns.end(), byRatio);
     if (worst == model.concreteColumns.end())
         return;
@@ -90,6 +96,7 @@ void PrintShear(std::FILE* out, const CjxStruct& model)
                 closest = &station;
             }
     }
+    assert(closest == nullptr || member != nullptr);
     if (closest != nullptr)
         Line(out, "concrete shear",
              fmt::format("{}closest stirrups {:.4g} {}, member {}, {}, at {:.4g}", Failures(failed), closest->spacing,

@@ -21,6 +21,7 @@ EngineLog::EngineLog(CjxStruct& model, std::filesystem::path path) : model_(mode
 {
     if (path_.empty())
         return;
+    // Opened before the run: a folder that takes no file is told at once.
     model_.fileLog.open(path_, std::ios::out | std::ios::trunc);
     if (!model_.fileLog)
         Fail(path_, errno);
@@ -32,6 +33,7 @@ void EngineLog::Finish()
         return;
     if (!model_.findings.empty())
         model_.LogLine(L"FINDINGS");
+    // At its end the log tells what was found as a whole; the lines above have it where it happened.
     for (const std::string& line : FindingLines(model_, Severity::Note))
         model_.LogLine(CString(line.c_str()));
     errno = 0;

@@ -1,6 +1,7 @@
 #include "extremes.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cmath>
 #include <map>
 
@@ -16,11 +17,13 @@ class Largest
 public:
     void Take(double value, const Place& place)
     {
+        // Of equal ones the first; NaN compares as not larger and is told by UnusableResult.
         if (std::fabs(value) > std::fabs(value_)) {
             value_ = value;
             place_ = place;
         }
     }
+    // With its sign: whether a member is pulled or pushed matters more than how hard.
     double Value() const { return value_; }
     const Place& Where() const { return place_; }
 
@@ -39,6 +42,7 @@ void Append(std::vector<Extreme>& out, const char* what, Quantity unit, const La
 // Component of a translation or a rotation; what is round-off beside the others reads better as 0.
 std::string Component(const jxResult6Val& d, std::size_t dof)
 {
+    assert(dof < 6 && "three translations, three rotations");
     const double* const v = d.value + (dof < 3 ? 0 : 3);
     constexpr double kRoundOff = 1e-9;
     const bool isZero = std::fabs(d.value[dof]) <= kRoundOff * std::hypot(v[0], v[1], v[2]);
@@ -71,10 +75,12 @@ struct MemberPlace
 
 std::string Spelled(const MemberPlace& place)
 {
+    assert(place.component != nullptr && "a force has its name");
     const std::string at = place.x == 0 ? "start" : place.x == 1 ? "end" : fmt::format("at {:.3g} L", place.x);
     return fmt::format("member {}, {} ({})", place.id, at, place.component);
 }
 
+// Both shears share a line and both moments: the summary names the worse and says which it is.
 struct MemberForces
 {
     Largest<MemberPlace> axial;
@@ -93,6 +99,7 @@ struct MemberForces
     }
 };
 
+// Ends first and apart: they are exact, while stations along a member may miss a peak between them.
 MemberForces LargestEndForces(const std::vector<jxBmEndVMD>& members)
 {
     MemberForces forces;
@@ -116,6 +123,7 @@ void AppendLarger(std::vector<Extreme>& out, const char* what, Quantity unit, co
                   const Largest<MemberPlace>& atEnds)
 {
     constexpr double kRoundOff = 1e-9;
+    // What is largest at an end stands among the end forces already.
     if (std::fabs(along.Value()) > (1 + kRoundOff) * std::fabs(atEnds.Value()))
         Append(out, what, unit, along, Spelled);
 }
@@ -147,16 +155,19 @@ struct Location
 
 std::string ShellPlace(const Location& place)
 {
+    assert(place.location <= 4 && "centre and corners");
     const std::string at = place.location == 0 ? "centre" : fmt::format("corner {}", place.location);
     return fmt::format("shell {}, {} ({})", place.id, at, place.component);
 }
 
 std::string BrickPlace(const Location& place)
 {
+    assert(place.location <= 8 && "centre and corners");
     const std::string at = place.location == 0 ? "centre" : fmt::format("corner {}", place.location);
     return fmt::format("brick {}, {} ({})", place.id, at, place.component);
 }
 
+// Forces and moments are per unit length of the shell. Location 0 is the centre, 1 to 4 the corners.
 void AppendShells(std::vector<Extreme>& out, const std::vector<jxShellStress>& shells)
 {
     constexpr const char* kMembrane[3] = {"Fxx", "Fyy", "Fxy"};
@@ -194,8 +205,11 @@ void AppendBricks(std::vector<Extreme>& out, const std::vector<jxBrickStress>& b
             const auto& s = brick.S[l];
             for (std::size_t k = 0; k < 6; ++k)
                 component.Take(s[k], {brick.id, l, kComponents[k]});
+            // von Mises (Mechanik der festen Koerper im plastisch-deformablen Zustand, 1913): half the squares of the
+            // differences of the normal stresses and three times those of the shears.
             const double normal = std::pow(s[0] - s[1], 2) + std::pow(s[1] - s[2], 2) + std::pow(s[2] - s[0], 2);
             const double shear = s[3] * s[3] + s[4] * s[4] + s[5] * s[5];
+            assert(!(normal < 0) && !(shear < 0) && "sums of squares");
             equivalent.Take(std::sqrt(normal / 2 + 3 * shear), {brick.id, l, "von Mises"});
         }
     }
@@ -207,6 +221,7 @@ void AppendBricks(std::vector<Extreme>& out, const std::vector<jxBrickStress>& b
 void DropRoundOff(std::vector<Extreme>& extremes)
 {
     constexpr double kRoundOff = 1e-9;
+    // By unit: a moment of 1e-9 says nothing about a force, and the other way round.
     std::map<Quantity, double> largest;
     for (const Extreme& e : extremes)
         largest[e.unit] = std::max(largest[e.unit], std::fabs(e.value));
@@ -221,6 +236,7 @@ std::vector<Extreme> ExtremesOf(const jxCombResult& result)
     AppendDisplacements(extremes, result.displacements);
     const MemberForces ends = LargestEndForces(result.beamEndForces);
     AppendEndForces(extremes, ends);
+    // Along a member only what exceeds its ends adds a line.
     AppendCurves(extremes, result.beamCurves, ends);
     AppendShells(extremes, result.shell4Stresses);
     AppendBricks(extremes, result.brickStresses);

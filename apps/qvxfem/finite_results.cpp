@@ -1,5 +1,6 @@
 #include "finite_results.h"
 
+#include <cassert>
 #include <cmath>
 #include <span>
 
@@ -11,6 +12,7 @@ namespace qvx::app {
 namespace {
 
 constexpr double kLargestSquared = 1e150;
+// Its square is still a double: whoever reads a result may form energies and norms of it.
 
 class Search
 {
@@ -24,6 +26,7 @@ public:
     }
     void Begin(std::size_t comb, const CjxStruct& model)
     {
+        assert(comb < model.loadCombs.size());
         comb_ = fmt::format("load combination {} \"{}\"", comb + 1, ToUtf8(model.loadCombs[comb].label));
     }
     std::string Text() const
@@ -34,6 +37,8 @@ public:
 private:
     void Found(double value, const char* record, int id, const char* what, int location)
     {
+        assert(record != nullptr && what != nullptr && location <= 8);
+        // The first is named, the others counted: one bad element spoils thousands of values.
         if (++count_ > 1)
             return;
         const std::string place = location < 0    ? std::string()
@@ -85,6 +90,7 @@ void LookAtShellsAndBricks(Search& search, const jxCombResult& result)
 {
     for (const jxShellStress& shell : result.shell4Stresses) {
         for (int k = 0; k < 5; ++k) {
+            // Derived stresses are left out: they are numbers if these are.
             search.Look(shell.F[k], "shell", shell.id, "membrane force", k);
             search.Look(shell.P[k], "shell", shell.id, "moment or shear", k);
         }
@@ -104,6 +110,7 @@ std::string UnusableResult(const CjxStruct& model)
 {
     Search search;
     for (std::size_t comb = 0; comb < model.combResults.size() && comb < model.combOutcomes.size(); ++comb) {
+        // It has no results, and its reason is a finding of its own.
         if (model.combOutcomes[comb].end == CombEnd::Failed)
             continue;
         const jxCombResult& result = model.combResults[comb];

@@ -1,5 +1,7 @@
 #include "load_balance.h"
 
+#include <cassert>
+
 #include "model/units.h"
 
 namespace qvx::app {
@@ -9,6 +11,7 @@ namespace {
 std::array<double, 3> InModelUnit(const CjxStruct& model, const double (&force)[3])
 {
     const double factor = UnitFactor(model.units.unit[kForce]);
+    assert(factor > 0 && "units convert by positive factors");
     return {force[0] / factor, force[1] / factor, force[2] / factor};
 }
 
@@ -16,11 +19,13 @@ std::array<double, 3> InModelUnit(const CjxStruct& model, const double (&force)[
 
 std::array<double, 3> SumOfReactions(const CjxStruct& model, std::size_t comb)
 {
+    assert(comb < model.combOutcomes.size() && "a combination of the last run");
     return InModelUnit(model, model.combOutcomes[comb].reactionForce);
 }
 
 std::array<double, 3> SumOfLoads(const CjxStruct& model, std::size_t comb)
 {
+    assert(comb < model.combOutcomes.size() && "a combination of the last run");
     return InModelUnit(model, model.combOutcomes[comb].appliedForce);
 }
 

@@ -1,6 +1,7 @@
 #include "model_source.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cerrno>
 #include <fstream>
 #include <system_error>
@@ -23,6 +24,7 @@ std::string EndingOf(const std::filesystem::path& path)
 
 void RequireReadable(const std::filesystem::path& path)
 {
+    // Told here with the system's reason: a message box of the reader would know neither.
     if (std::filesystem::is_directory(path))
         throw FileError(path.string(), "", "is a folder");
     if (!std::ifstream(path))
@@ -31,12 +33,14 @@ void RequireReadable(const std::filesystem::path& path)
 
 void ImportSap2000(const std::filesystem::path& path, CjxStruct& model)
 {
+    assert(EndingOf(path) == ".s2k");
     RequireReadable(path);
     model.bZVertical = 1;  // the global Z axis of such a file points up
     model.selfWeightDir = 2;
     std::vector<CString> told;
     if (!ReadSap2000File(TextOf(path), model, told))
         throw FileError(path.string(), "", "cannot be read");
+    // What the importer left out is a finding like any other, so that --strict and exit codes see it.
     for (const CString& line : told)
         model.findings.Add(MakeFinding(FindingCode::ImportLoss, line.Text()));
 }
@@ -45,6 +49,7 @@ void ImportSap2000(const std::filesystem::path& path, CjxStruct& model)
 
 void LoadModel(const std::filesystem::path& path, CjxStruct& model)
 {
+    // By the ending and not by the content: a broken file of one kind must not be read as one of the other.
     const std::string ending = EndingOf(path);
     model.documentPath = CString(TextOf(path));
     if (ending == ".s2k")

@@ -31,6 +31,7 @@ std::string IdRanges(const std::vector<int>& ids)
     std::string text;
     int nRuns = 0;
     for (auto first = ids.begin(); first != ids.end(); ++nRuns) {
+        // Ids that were made in one go are a run or two; a list of a thousand gaps helps nobody.
         if (nRuns == kMostRuns)
             return fmt::format("{}, ... to {}", text, ids.back());
         auto last = first;

@@ -1,5 +1,6 @@
 #include "report_output.h"
 
+#include <cassert>
 #include <cstdio>
 #include <string>
 
@@ -48,6 +49,7 @@ public:
         if (!pending_.IsDirect())
             std::fclose(pending_.Open());  // a folder that takes no file is told before the report is made
         const std::string path = pending_.Written().string();
+        assert(path.ends_with(kEnding) && "the engine adds the ending itself");
         model.documentPath = CString(FromUtf8(path.substr(0, path.size() - kEnding.size())));
     }
     ~ReportPlace() { model_.documentPath = documentPath_; }
@@ -107,6 +109,7 @@ bool WriteReport(const ReportRequest& request, CjxStruct& model)
     report.model = &model;
     report.bHtmlTables = request.isText ? 0 : 1;
     SelectSections(request, report);
+    assert(report.model == &model && !request.file.empty() && "RequireReportable let it pass");
     report.onPiece = [] {
         if (IsInterrupted())
             throw Interrupt();

@@ -17,6 +17,7 @@ enum FactorizationMessage : UINT { kPercent = 1124 };
 
 std::string TextOf(std::uintptr_t buffer)
 {
+    // A message carries the address of a string that the engine keeps until the run is over.
     const auto* text = reinterpret_cast<const wchar_t*>(buffer);
     return text == nullptr ? std::string() : ToUtf8(text);
 }
@@ -27,6 +28,7 @@ int RunWindow::PostMessageW(UINT message, WPARAM wParam, LPARAM lParam)
 {
     if (message == kListLine) {
         std::string text = TextOf(wParam);
+        // The time of day is for a log; a line that is redrawn shows what happens now.
         if (text.size() >= kTimeWidth && text.front() == '[')
             text.erase(0, kTimeWidth);
         progress_.ShowStep(text, TextOf(static_cast<std::uintptr_t>(lParam)));

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cassert>
 #include <cmath>
 
 #include <fmt/format.h>
@@ -19,6 +20,7 @@
 namespace qvx::app {
 namespace {
 
+// Decimal digits of a double (53 bits) and of a double128 (two doubles, 106 bits), of which a factor loses some.
 constexpr int kDigits[] = {16, 31};  // of the skyline solvers
 
 template <class... Arguments>
@@ -56,6 +58,7 @@ std::string SizeOf(const CjxStruct& m)
     return text;
 }
 
+// Names come from files of strangers: VisibleText shows control characters instead of sending them to the terminal.
 void PrintHead(std::FILE* out, const CjxStruct& model, const SummaryFacts& facts)
 {
     const std::string name = ToUtf8(VisibleText(model.modelName.Text()));
@@ -69,11 +72,13 @@ void PrintHead(std::FILE* out, const CjxStruct& model, const SummaryFacts& facts
     if (model.solverType == DoubleSparse)
         solver += fmt::format(" ({})", ToUtf8(model.SparseSolverName().Text()));
     solver += ", " + Counted(static_cast<std::size_t>(model.numberOfEquations), "equation", "equations");
+    assert(model.solverType >= DoubleSkyline && model.solverType <= DoubleSparse);
     if (model.solverType != DoubleSparse)  // which keeps its factor to itself
         solver += fmt::format(", {} of {} digits lost", model.digitsLost, kDigits[model.solverType]);
     Row(out, "solver", "{}", solver);
 }
 
+// In capitals what makes the numbers below worthless: a reader who only skims must meet it.
 std::string CourseOf(const jxCombOutcome& outcome)
 {
     switch (outcome.end) {
@@ -99,6 +104,7 @@ std::string CourseOf(const jxCombOutcome& outcome)
 std::string Number(double value, double scale)
 {
     constexpr double kRoundOff = 1e-11;
+    assert(!(scale < 0) && "a size");
     return fmt::format("{:.6g}", std::fabs(value) <= kRoundOff * scale ? 0.0 : value);
 }
 
@@ -109,6 +115,8 @@ void PrintVector(std::FILE* out, const char* label, const std::string& unit, con
                Number(v[2], scale));
 }
 
+// The check that every engineer does first: what is applied must come out at the supports. Penalties leave about 1e-5
+// of a support's flexibility, so the difference is shown and not judged.
 void PrintBalance(std::FILE* out, const CjxStruct& model, std::size_t comb)
 {
     const std::array<double, 3> loads = SumOfLoads(model, comb);
@@ -116,6 +124,7 @@ void PrintBalance(std::FILE* out, const CjxStruct& model, std::size_t comb)
     std::array<double, 3> difference{};
     double scale = 0;
     for (std::size_t k = 0; k < 3; ++k) {
+        // Reactions act on the structure: with the loads they add up to nothing.
         difference[k] = loads[k] + reactions[k];
         scale = std::max({scale, std::fabs(loads[k]), std::fabs(reactions[k])});
     }
@@ -129,6 +138,7 @@ void PrintBalance(std::FILE* out, const CjxStruct& model, std::size_t comb)
 
 void PrintCombination(std::FILE* out, const CjxStruct& model, std::size_t comb)
 {
+    assert(comb < model.loadCombs.size());
     static const jxCombOutcome kNotSolved;
     const jxLoadComb& combination = model.loadCombs[comb];
     const jxCombOutcome& outcome = comb < model.combOutcomes.size() ? model.combOutcomes[comb] : kNotSolved;
@@ -136,6 +146,7 @@ void PrintCombination(std::FILE* out, const CjxStruct& model, std::size_t comb)
                CourseOf(outcome));
     if (!IsReliable(model, comb))
         fmt::print(out, "  NOT TO BE RELIED ON: see the findings about this combination\n");
+    // A run that was stopped has results of its first combinations only.
     if (comb >= model.combResults.size() || model.combResults[comb].displacements.empty())
         return;
     PrintBalance(out, model, comb);
@@ -146,6 +157,7 @@ void PrintCombination(std::FILE* out, const CjxStruct& model, std::size_t comb)
 
 void PrintList(std::FILE* out, const char* heading, const std::vector<std::string>& lines)
 {
+    assert(heading != nullptr);
     if (lines.empty())
         return;
     fmt::print(out, "\n{}\n", heading);
@@ -158,6 +170,7 @@ void PrintList(std::FILE* out, const char* heading, const std::vector<std::strin
 void PrintSummary(std::FILE* out, const CjxStruct& model, const SummaryFacts& facts)
 {
     PrintHead(out, model, facts);
+    // Before the numbers: whoever reads them must know first what to think of them.
     PrintList(out, "Findings", FindingLines(model, Severity::Note));
     for (std::size_t comb = 0; comb < model.loadCombs.size(); ++comb)
         PrintCombination(out, model, comb);

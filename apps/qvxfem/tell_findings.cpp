@@ -13,6 +13,7 @@ std::vector<std::string> FindingLines(const CjxStruct& model, Severity least)
 {
     std::vector<std::string> lines;
     for (const Finding& finding : model.findings)
+        // Errors compare above warnings and those above notes.
         if (finding.severity >= least)
             for (const std::wstring& line : LinesOf(finding, model))
                 lines.push_back(ToUtf8(VisibleText(line)));
@@ -28,6 +29,7 @@ bool HasFinding(const CjxStruct& model, Severity least)
 std::string CountOfFindings(const CjxStruct& model)
 {
     std::string text;
+    // Zeros too: "0 errors" is what a user looks for.
     for (const Severity severity : {Severity::Error, Severity::Warning, Severity::Note}) {
         const std::size_t count = model.findings.Count(severity);
         text +=

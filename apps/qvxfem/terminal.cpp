@@ -84,6 +84,7 @@ void Progress::Draw(bool isDue)
         return;
     drawnAt_ = now;
     std::string line = VisibleText(status_.empty() ? step_ : step_ + "  " + status_);
+    // One line of any terminal: a wrapped one could not be taken back.
     if (line.size() > kLineWidth)
         line.resize(kLineWidth);
     fmt::print(stderr, "\r\x1b[K{}", line);
@@ -104,6 +105,7 @@ TerminalHost::~TerminalHost()
 
 int TerminalHost::MessageBox(const std::wstring& text, unsigned flags)
 {
+    // The engine asks with Yes and No only.
     const bool isQuestion = (flags & kMbYesNo) != 0;
     // A model is constructed more than once in a run and would tell the same about a missing file each time.
     const bool isRepeated = !isQuestion && text == lastText_;
@@ -145,6 +147,7 @@ bool TerminalHost::IsAbortKeyDown()
 
 int TerminalHost::ProfileInteger(const std::wstring& section, const std::wstring& key, int defaultValue)
 {
+    // What the command line names stands over the preferences of the machine; everything else is asked of them.
     if (threads_ > 0 && section == L"Preferences" && key == L"SolverCPUs")
         return threads_;
     if (sparseBackend_ > 0 && section == L"Preferences" && key == L"SparseBackend")

@@ -26,6 +26,7 @@ Largest LargestOf(const std::vector<jxMaxVMD>& envelope)
 {
     Largest largest;
     for (const jxMaxVMD& s : envelope) {
+        // By magnitude: both directions of a shear ask for the same stirrups.
         largest.shear = std::max({largest.shear, std::fabs(s.max[kV2]), std::fabs(s.min[kV2])});
         largest.axial = std::max({largest.axial, std::fabs(s.max[kAxial]), std::fabs(s.min[kAxial])});
     }
@@ -71,6 +72,9 @@ BeamShear::BeamShear(const CjxStruct& model, const ConcreteMember& member, const
     double width[2] = {};
     for (const int end : {0, 1})
         model.CalcBeamSupportWidth(width[end], member.beam, end);
+    assert(member.L > 0 && "a member has a length");
+    // Inside a distance d of the support the load goes straight into it (ACI 318-19, 9.4.3.2): the shear there is not
+    // that of a diagonal crack.
     first_ = std::min(0.5 * width[0] + d_, member.L) / member.L;
     last_ = 1 - std::min(0.5 * width[1] + d_, member.L) / member.L;
     const jxBmRcResult* flexure = FindOrNull(model.concreteBeams, member.beam.id);
@@ -97,6 +101,8 @@ const jxMaxVMD& BeamShear::Record(const jxMaxVMD& station)
 /// Tension steel for the larger moment of the record, the sagging one when both are equal.
 double BeamShear::FlexuralSteel(const jxMaxVMD& record) const
 {
+    // The envelope has no shear of the same combination as its moment; the larger moment stands for the steel that is
+    // there.
     const bool isMost = std::fabs(record.max[kM3]) >= std::fabs(record.min[kM3]);
     const double moment = isMost ? record.max[kM3] : record.min[kM3];
     const double(&dim)[4] = member_.section.dim;
@@ -115,6 +121,7 @@ jxRcShearStation BeamShear::At(const jxMaxVMD& station)
     result.V = std::fabs(isMost ? record.max[kV2] : record.min[kV2]);
     result.comb = isMost ? record.maxComb[kV2] : record.minComb[kV2];
     if (model_.design.bConsistentDesign != 0) {
+        assert(result.V >= 0 && largest_.shear >= result.V * (1 - 1e-9) && "the envelope has no larger shear");
         result.V = WithoutShearRounding(result.V, largest_.shear);
         result.N = 0 - WithoutShearRounding(std::max(0.0, record.max[kAxial]), largest_.axial);
     }

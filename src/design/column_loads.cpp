@@ -13,6 +13,8 @@ namespace {
 
 double AverageAxialForce(const std::vector<jxVMD>& curve)
 {
+    assert(!curve.empty() && "a member curve has its two ends");
+    // Self weight makes the two ends differ; the magnification takes one force for the whole column.
     return (curve.front().Fx + curve.back().Fx) * 0.5;
 }
 
@@ -30,6 +32,7 @@ public:
     ColumnDemand Under(int comb, const std::vector<jxVMD>& curve) const;
 
 private:
+    // Cm of ACI 318-19, 6.6.4.5.3: of the end moments where no load acts between the ends, else 1.
     void SetMomentFactors(ColumnDemand& demand, const std::vector<jxVMD>& curve) const;
     void SetMagnifiers(ColumnDemand& demand, double Pu) const;
     double Magnifier(const ColumnPlane& plane, double betaD, double Pu) const;
@@ -55,14 +58,17 @@ void ColumnLoads::SetMomentFactors(ColumnDemand& demand, const std::vector<jxVMD
 
 double ColumnLoads::Magnifier(const ColumnPlane& plane, double betaD, double Pu) const
 {
+    // 6.6.4.5.2: Cm / (1 - Pu / (0.75 Pc)), at least 1; the edition says how the critical load is reduced.
     const int code = model_.design.concreteCode;
     return MomentMagnifier(plane.Cm, std::fabs(Pu), ReducedCriticalLoad(plane, betaD, code), code);
 }
 
 void ColumnLoads::SetMagnifiers(ColumnDemand& demand, double Pu) const
 {
+    // Tension straightens a column: nothing is magnified.
     if (Pu >= 0)
         return;
+    // A criterion of length 0 leaves it to the member: many columns share one criterion.
     const auto unbraced = [&](double lu) { return lu > 0 ? lu : member_.L; };
     const double E = member_.material.E;
     const ColumnPlane plane3{
@@ -71,6 +77,8 @@ void ColumnLoads::SetMagnifiers(ColumnDemand& demand, double Pu) const
         .E = E, .I = member_.section.Iy, .K = criterion_.K2, .lu = unbraced(criterion_.lu2), .Cm = demand.Cm2};
     demand.delta3 = Magnifier(plane3, demand.betaD, Pu);
     demand.delta2 = Magnifier(plane2, demand.betaD, Pu);
+    // A negative magnifier means that the load is beyond 0.75 Pc: no section of these dimensions carries it, as the
+    // stiffness is that of the gross section.
     demand.isUnstable = demand.delta3 < 0 || demand.delta2 < 0;
     if (demand.isUnstable) {
         demand.delta3 = demand.delta3 > 0 ? demand.delta3 : 1;
@@ -85,6 +93,8 @@ ColumnDemand::Station ColumnLoads::StationOf(const jxVMD& v, const ColumnDemand&
 {
     ColumnDemand::Station station{.distance = v.x, .P = -v.Fx, .M3 = v.Mz, .M2 = v.My, .load = {}};
     const auto raised = [&](double M, double dimension) {
+        assert(dimension > 0 && "a side of the column");
+        // About each axis by itself, as if the axial force stood off the middle in one direction at a time (6.6.4.5.4).
         const double least = MinimumMoment(station.P, dimension, model_.design.concreteCode);
         return std::fabs(M) < least ? least : M;
     };
@@ -105,6 +115,7 @@ ColumnDemand ColumnLoads::Under(int comb, const std::vector<jxVMD>& curve) const
 {
     assert(!curve.empty());
     const double Pu = AverageAxialForce(curve);
+    assert(comb >= 0 && static_cast<std::size_t>(comb) < model_.loadCombs.size() && "one of the combinations");
     const double susLoadFactor = model_.loadCombs[static_cast<std::size_t>(comb)].susLoadFactor;
     ColumnDemand demand;
     demand.comb = comb;
@@ -112,6 +123,7 @@ ColumnDemand ColumnLoads::Under(int comb, const std::vector<jxVMD>& curve) const
     SetMomentFactors(demand, curve);
     SetMagnifiers(demand, Pu);
     if (demand.isUnstable) {
+        // One record is enough to tell it: the stations differ in nothing that matters now.
         demand.stations.push_back(UnstableStation(curve.front(), Pu));
         return demand;
     }

@@ -1,6 +1,7 @@
 #include "design/column_search.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cmath>
 #include <tuple>
 
@@ -40,6 +41,8 @@ Outcome Check(jxColRcResult& result, const ColumnCandidate& candidate, const std
 {
     result.ratio = 0;
     SetText(result.section, candidate.section->name);
+    assert(candidate.section != nullptr && candidate.surface != nullptr);
+    // A candidate is left at its first failure: most of a list fails, and on one of the first stations.
     for (const ColumnDemand& demand : demands) {
         if (demand.isUnstable) {
             Note(result, demand, demand.stations.front(), kNoCapacity);
@@ -48,6 +51,7 @@ Outcome Check(jxColRcResult& result, const ColumnCandidate& candidate, const std
         for (const ColumnDemand::Station& station : demand.stations) {
             double ratio = 0;
             const bool isInside = CjxRcManager::CheckCapacity(ratio, candidate.surface->curves, station.load);
+            // Of equal ratios the last is noted, and a failure always: that is what the user has to look at.
             if (ratio >= result.ratio || !isInside)
                 Note(result, demand, station, ratio);
             if (!isInside)
@@ -96,7 +100,10 @@ bool IsConcreteColumn(const CjxStruct& model, const jxBm& beam)
 
 ColumnSearch::ColumnSearch(const CjxStruct& model) : model_(model)
 {
+    assert(model.interactionSurfaces.size() <= model.concreteSections.size() && "a section for every surface");
     for (std::size_t i = 0; i < model.interactionSurfaces.size(); ++i)
+        // Surfaces and sections stand in one order; names find them, as criteria of the same dimensions share
+        // candidates.
         byName_[model.interactionSurfaces[i].name] = {&model.concreteSections[i], &model.interactionSurfaces[i]};
     for (const jxBm& beam : model.beams)
         if (IsConcreteColumn(model, beam) && beam.excluded == 0 && !candidates_.contains(KeyOf(beam)))
@@ -137,6 +144,7 @@ std::optional<ColumnSearch::Choice> ColumnSearch::Of(const jxBm& beam) const
     choice.hasNoCandidates = candidates.empty();
     const std::vector<ColumnDemand> demands = ColumnDemands(model_, member, criterion);
     for (const ColumnCandidate& candidate : candidates)
+        // An unstable column ends the search too: no candidate of the list would change it.
         if (Check(choice.result, candidate, demands) != Outcome::Fails)
             break;
     return choice;

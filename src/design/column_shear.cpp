@@ -36,6 +36,7 @@ std::vector<ShearCurve> CurvesOf(const CjxStruct& model, int member)
             curve.largestV3 = std::max(curve.largestV3, std::fabs(v.Fz));
             curve.largestAxial = std::max(curve.largestAxial, std::fabs(v.Fx));
         }
+        assert(curve.largestV2 >= 0 && curve.largestV3 >= 0 && curve.largestAxial >= 0);
         curves.push_back(curve);
     }
     return curves;
@@ -61,6 +62,7 @@ double TensionSteel(const CjxStruct& model, int member)
         return 0;
     if (section->type == jxConcreteSection::kRound)
         return section->steelArea * 0.3333333333333333;
+    assert(section->nx >= 2 && section->ny >= 2 && "bars in the four corners");
     return std::min(section->nx, section->ny) * section->barArea;
 }
 
@@ -105,6 +107,8 @@ ColumnShear::ColumnShear(const CjxStruct& model, const ConcreteMember& member, c
     const double b = member.Width();
     const double h = member.Depth();
     const bool isRound = member.shape == kRegularRound;
+    // From the concrete face to the middle of the bars, by the largest spacing of which the smallest bar of the
+    // criterion stands for all.
     cover_ = criterion.cover + tie.diameter + 0.5 * bar.diameter;
     shear_.SetStirrup(criterion.stirrupLegs, criterion.stirrupBar, member.material.fys);
     shear_.SetIgnoreCompression(model.design.bIgnoreColumnCompression);
@@ -151,7 +155,9 @@ ColumnShear::Ties ColumnShear::TiesUnder(const ShearCurve& curve, const jxVMD& v
         N = 0 - v.Fx;
         return TiesFor(v.Fy, N, false);
     }
+    // Compression positive for the shear rules. Rounding is cut where it would show as tension, which lowers Vc.
     N = 0 - WithoutShearRounding(v.Fx, v.Fx > 0 ? curve.largestAxial : 0);
+    // The two directions are designed apart and the stricter one is taken, as ties run around all bars.
     const Ties along2 = TiesFor(WithoutShearRounding(v.Fy, curve.largestV2), N, false);
     const Ties along3 = TiesFor(WithoutShearRounding(v.Fz, curve.largestV3), N, true);
     return Governs(along3, along2) ? along3 : along2;
@@ -166,6 +172,7 @@ jxRcShearStation ColumnShear::At(double x)
         double N = 0;
         const Ties ties = TiesUnder(curve, CurveValueAt(*curve.stations, x), N);
         const double spacing = ties.spacing == 0 ? largestSpacing_ : std::min(ties.spacing, largestSpacing_);
+        // -1 is a section that no tie makes strong enough: it beats every spacing and ends the search.
         if (!(spacing < 0) && !(spacing < smallest))
             continue;
         smallest = spacing;

@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <cassert>
 #include <cmath>
 #include <optional>
 
@@ -25,6 +26,9 @@ FaceToFace FacesOf(const CjxStruct& model, const ConcreteMember& m)
     double width[2] = {};
     for (const int end : {0, 1})
         model.CalcBeamSupportWidth(width[end], m.beam, end);
+    assert(m.L > 0 && "a member has a length");
+    // Half the support on either side of the node; ACI 318-19, 9.4.2.1, lets a beam be designed for the moment at its
+    // face.
     return {std::min(width[0] / 2, m.L) / m.L, 1 - std::min(width[1] / 2, m.L) / m.L};
 }
 
@@ -40,9 +44,12 @@ BeamMoments MomentsAt(const CjxStruct& model, const std::vector<jxMaxVMD>& envel
 {
     BeamMoments moments{station.max[kM3], station.min[kM3]};
     const auto takeFrom = [&](double x) {
+        // Interpolated between the stations beside the face.
+        assert(x >= 0 && x <= 1 && "a fraction of the length");
         const jxMaxVMD face = model.GetMaxVMD_At(envelope, x);
         moments = {face.max[kM3], face.min[kM3]};
     };
+    // Within the support the moment of the face: the peak at the node acts in the middle of a column and on no beam.
     if (station.x < faces.first)
         takeFrom(faces.first);
     if (station.x > faces.last)
@@ -114,8 +121,10 @@ void BeamDesign::DesignRect(jxBmRcStation& station, double top)
     rect_.SetCalcMinAs(true);
     rect_.CalcAs(station.asBottom, topComp, AsMin, station.momentPos, 0, false);
     rect_.SetDim(b, h - criterion_.topCover, criterion_.bottomCover);
+    // By the letter the least steel is asked for at the bottom alone; consistently, on whichever face is pulled.
     rect_.SetCalcMinAs(isConsistent_);
     rect_.CalcAs(station.asTop, bottomComp, AsMin, top, 0, false);
+    // Compression steel of one face is tension steel of the other: the larger of both demands lies there.
     if (station.asTop >= 0)  // else the section failed, and that stands
         station.asTop = std::max(station.asTop, topComp);
     if (station.asBottom >= 0)
@@ -127,12 +136,14 @@ std::optional<jxBmRcResult> DesignOf(const CjxStruct& model, const jxBm& beam)
     if (beam.bConcreteSkip != 0 || beam.designType == L'C')
         return std::nullopt;
     const ConcreteMember member = ConcreteMemberOf(model, beam);
+    // A steel beam in a concrete frame, or a section of a shape the code has no formulas for: passed over, not refused.
     if (!(member.material.fc > 0) || (member.shape != kRegularRect && member.shape != kRegularTee))
         return std::nullopt;
     const jxBmRcCrit& criterion = FindById(model.beamRcCriteria, beam.rcCriterion);
     const std::vector<jxMaxVMD>& envelope = EnvelopeOf(model, beam.id);
     jxBmRcResult result;
     result.id = beam.id;
+    // An excluded member has no forces; its empty record says that it was seen.
     if (beam.excluded != 0)
         return result;
     const FaceToFace faces = FacesOf(model, member);
@@ -149,6 +160,7 @@ std::optional<jxBmRcResult> DesignOf(const CjxStruct& model, const jxBm& beam)
 
 void CjxStruct::BeamConcreteDesign()
 {
+    // A beam takes microseconds: a batch must be worth the start of a thread.
     constexpr std::size_t kPerThread = 64;
     concreteBeams.clear();
     qvx::DesignInBatches(

@@ -10,6 +10,7 @@ namespace {
 
 void Clamp(int& current, std::size_t count)
 {
+    // Of the host's own display: put right without a word.
     current = std::clamp(current, 0, std::max(0, static_cast<int>(count) - 1));
 }
 
@@ -48,6 +49,7 @@ void ConcreteCheck::Fault(const CString& text)
 
 void ConcreteCheck::End(const wchar_t* text)
 {
+    // One line a stage for the window; the faults themselves are in the log, each with its record.
     if (hasFault_) {
         model_.list_msg(text, L"NOT OK");
         isValid_ = false;
@@ -69,6 +71,7 @@ void ConcreteCheck::Settings()
     isValid_ = false;
 }
 
+// Null where the index of the current table leads nowhere, which hosts store with the model.
 const jxBarDatabase* ConcreteCheck::Bars() const
 {
     const int current = model_.currentRebarDatabase;
@@ -97,6 +100,7 @@ void ConcreteCheck::Rebars()
     End(L"Invalid rebar specification found");
 }
 
+// Legs and a bar of a stirrup: without either the spacing would divide by no area.
 void ConcreteCheck::BeamBars(const jxBmRcCrit& criterion)
 {
     if (criterion.stirrupLegs <= 0 || !HasBar(criterion.stirrupBar))
@@ -130,6 +134,7 @@ void ConcreteCheck::Parameters()
     const auto& steps = design.columnSolverSteps;
     if (!std::all_of(std::begin(steps), std::end(steps), [](int n) { return n > 0; }))
         Fault(L"Invalid concrete column solver steps");
+    // The four quarters of the surface then have their own curves on both axes, where columns bend about one of them.
     if ((steps[0] & 3) != 0)
         Fault(L"Concrete column angle steps must be multiple of 4");
     if (!(design.minColumnRho < design.maxColumnRho))
@@ -167,6 +172,7 @@ void ConcreteCheck::Warnings()
         std::any_of(combs.begin(), combs.end(), [](const jxLoadComb& c) { return c.bPDelta != 0 && c.bConcrete != 0; });
     const bool isConcrete =
         std::any_of(combs.begin(), combs.end(), [](const jxLoadComb& c) { return c.bConcrete != 0; });
+    // A criterion of sway says that the frame gives way sideways; only a second-order analysis has the moments of that.
     if (isSway && !isPDelta)
         model_.list_msg(
             L"P-Delta analysis should be performed since sway column criteria are present in concrete design.",

@@ -23,6 +23,7 @@ bool HasDimensions(const jxSect& section)
     case kRegularRound:
         return dim[0] > 0;
     case kRegularTee:
+        // Flange and web within the outline, else the tee is none.
         return dim[0] > 0 && dim[1] > 0 && dim[2] > 0 && dim[3] > 0 && dim[3] <= dim[0] && dim[2] <= dim[1];
     default:
         return true;
@@ -62,6 +63,7 @@ void ConcreteCheck::Members()
 void ConcreteCheck::Member(const jxBm& beam)
 {
     const jxSect& section = FindById(model_.sections, beam.section);
+    // Nothing to design: a concrete member of another shape is passed over, as a steel one is.
     if (RegularSectionOf(section.label) == kNotRegular)
         return;
     if (model_.design.shearOption != 0 && !(FindById(model_.materials, beam.material).Wc > 0))
@@ -78,6 +80,8 @@ void ConcreteCheck::Cover(const jxBm& beam, const jxSect& section)
     const double* dim = section.dim;
     if (beam.designType == L'B' && shape != kRegularRound) {
         const jxBmRcCrit& criterion = FindById(model_.beamRcCriteria, beam.rcCriterion);
+        // Covers are to the middle of the bars: beyond half the depth tension and compression steel would change
+        // places.
         if (criterion.topCover >= 0.5 * dim[1] || criterion.bottomCover >= 0.5 * dim[1])
             Fault(qvx::Member(beam.id, L": invalid beam concrete cover (>= 0.5 * h)"));
     }

@@ -1,3 +1,4 @@
+#include <cassert>
 #include <map>
 #include <set>
 #include <tuple>
@@ -10,6 +11,7 @@
 namespace {
 
 /// A column without candidates keeps an unchecked record: the user is told which section and criterion yields none.
+// A line of the list and of the log, no box: many members share one criterion.
 void TellNoCandidates(CjxStruct& model, const jxSect& section, const jxColRcCrit& criterion)
 {
     CString text;
@@ -27,6 +29,8 @@ void CjxStruct::GenerateColumnSections(std::map<CString, jxConcreteSection>& out
 {
     const std::vector<jxConcreteSection> candidates = qvx::ColumnSectionsOf(*this, material, section, criterion);
     for (const jxConcreteSection& candidate : candidates)
+        // By name: criteria that differ only in what they leave out share candidates, and a surface is formed once for
+        // all.
         out.insert_or_assign(CString(candidate.name), candidate);
     if (candidates.empty())
         TellNoCandidates(*this, section, criterion);
@@ -41,6 +45,7 @@ void CjxStruct::GenerateAllColumnSections()
         if (beam.bConcreteSkip != 0 || beam.designType == L'B')
             continue;
         CString key;
+        // Candidates depend on these three alone: columns that share them are designed from one list.
         key.Format(L"%d_%d_%d", beam.material, beam.section, beam.rcCriterion);
         columns.try_emplace(key, &beam);
     }
@@ -60,8 +65,10 @@ void CjxStruct::GenerateAllColumnSections()
 void CjxStruct::ColumnConcreteDesign()
 {
     interactionSurfaces.clear();
+    // No columns, or none that could be made: the members keep no records, and the user was told why.
     if (concreteSections.empty())
         return;
+    // All surfaces are formed in one call, whose threads share them.
     CjxRcManager manager;
     manager.SetCallbacks(
         [this](const wchar_t* text) {
@@ -78,10 +85,14 @@ void CjxStruct::ColumnConcreteDesign()
         manager.AddSection(section);
     manager.Execute();
     interactionSurfaces.swap(manager.GetPM_Sect());
+    // Taken back with the areas of the current bars.
     concreteSections.swap(manager.GetSect());
+    assert(interactionSurfaces.size() == concreteSections.size() && "a surface for every candidate");
 
+    // A column tries its candidates one after the other, so that fewer of them fill a batch than beams do.
     constexpr std::size_t kPerThread = 8;
     concreteColumns.clear();
+    // Candidates of all columns are looked up before the threads start; they only read from then on.
     const qvx::ColumnSearch search(*this);
     qvx::DesignInBatches(
         *this, beams, kPerThread, [&](const jxBm& beam) { return search.Of(beam); },

@@ -8,6 +8,7 @@ namespace qvx {
 ConcreteMember ConcreteMemberOf(const CjxStruct& model, const jxBm& beam)
 {
     const jxSect& section = FindById(model.sections, beam.section);
+    // Between the nodes, as the analysis has it; offsets of faces come in where a rule asks for them.
     const auto point = [&](int node) {
         return model.nodes[static_cast<std::size_t>(NodePosition(model.nodes, node) - 1)].Point();
     };
@@ -37,6 +38,7 @@ const std::vector<jxVMD>* CurveOf(const CjxStruct& model, int comb, int member)
 std::vector<int> ConcreteCombinations(const CjxStruct& model)
 {
     std::vector<int> combs;
+    // In their order: of equal extremes the earlier combination governs everywhere.
     for (std::size_t comb = 0; comb < model.loadCombs.size(); ++comb)
         if (model.loadCombs[comb].bConcrete != 0)
             combs.push_back(static_cast<int>(comb));

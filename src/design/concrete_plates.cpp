@@ -19,6 +19,7 @@ double LayerSteel(CConcRectBeam& strip, double d, double moment)
     double As = 0;
     double AsComp = 0;
     double AsMin = 0;
+    // Moments are per foot: a strip as wide as that carries exactly them.
     strip.SetDim(kStrip, d, 0);
     strip.status = 0;
     strip.CalcAs(As, AsComp, AsMin, std::fabs(moment), 0, true);
@@ -34,6 +35,7 @@ void DesignLayers(const CjxStruct& model, const jxMat& material, double t, const
     for (int point = 0; point < 5; ++point)
         for (int layer = 0; layer < 4; ++layer) {
             const double steel = LayerSteel(strip, t - covers[layer], moments.moments[point][layer]);
+            // Layers come top x, top y, bottom x, bottom y: two ratios, for the top and the bottom.
             const double least = model.design.minPlateRho[layer / 2] * t / 100;  // [% of the thickness]
             const bool isFailureKept = model.design.bConsistentDesign != 0 && steel < 0;
             result.as[point][layer] = isFailureKept ? -1 : std::max(steel, least);

@@ -3,6 +3,7 @@
 
 int CjxStruct::ExecuteConcreteDesign()
 {
+    // Envelopes of members or moments of plates, either is enough: they are what a static run leaves for the design.
     if (concreteEnvelope.empty() && woodArmer.empty())
         return qvx::RefuseDesign(L"There are no static analysis results to perform concrete design!");
     GetNodeBeamsMap();
@@ -17,6 +18,7 @@ int CjxStruct::ExecuteConcreteDesign()
     BeamConcreteDesign();
     GenerateAllColumnSections();
     ColumnConcreteDesign();
+    // After flexure: the shear strength of 318-19 asks for the tension steel that flexure has chosen.
     ConcreteShearDesign();
     PlateConcreteDesign();
     run.Finish(L"RC");

@@ -24,6 +24,7 @@ std::optional<jxRcShearResult> DesignOf(const CjxStruct& model, const jxBm& beam
     const ConcreteMember member = ConcreteMemberOf(model, beam);
     if (!(member.material.fc > 0) || !IsShearMember(member))
         return std::nullopt;
+    // An excluded member keeps an empty record, so that lists of members and of results have one length.
     jxRcShearResult empty;
     empty.id = beam.id;
     if (beam.excluded != 0)

@@ -53,6 +53,7 @@ jxUnit DesignUnits()
     return units;
 }
 
+// A box, as a design is asked for by a user; without one the host's services take the text.
 int RefuseDesign(const wchar_t* text)
 {
     AfxMessageBox(text);
@@ -61,6 +62,7 @@ int RefuseDesign(const wchar_t* text)
 
 DesignRun::DesignRun(CjxStruct& model) : model_(model)
 {
+    // The whole input is saved first: a check clamps settings, and the user gets back what was entered.
     model_.SaveInputData();
     model_.ConvertUnits(model_.units, DesignUnits());
     model_.bInSolution = 1;
@@ -68,6 +70,8 @@ DesignRun::DesignRun(CjxStruct& model) : model_(model)
 
 void DesignRun::Finish(const wchar_t* kind)
 {
+    assert(model_.bInSolution == 1 && kind != nullptr);
+    // The same factors back, so that envelopes which the design only read come out as they were but for one rounding.
     model_.ConvertUnits(DesignUnits(), model_.units);
     model_.bInSolution = 0;
     model_.RestoreInputData();

@@ -26,6 +26,8 @@ struct TransverseAxes
         if (dir > kZ)
             return;  // moments are no transverse loads
         for (const int axis : {1, 2}) {
+            assert(dir >= kX && dir <= kZ && "a force");
+            // A load along a local axis counts even when it is zero: somebody meant it to act there.
             const bool acts = coordSys == kLocal ? dir == axis : !isZero && std::fabs(c[axis][dir]) > kParallel;
             if (acts)
                 flags[axis - 1] = 1;
@@ -43,6 +45,7 @@ EndMoments CleanedEndMoments(const std::vector<jxVMD>& curve, double L)
     for (const jxVMD& station : curve)
         largest = std::max(
             {largest, std::fabs(station.Mz), std::fabs(station.My), std::fabs(station.Fx) * L / kInchesPerFoot});
+    // The axial force at a lever of the length is the scale where there is no moment at all.
     const auto cleaned = [noise = 1e-6 * largest](double M) { return std::fabs(M) < noise ? 0 : M; };
     EndMoments ends;
     int end = 0;
@@ -57,6 +60,7 @@ EndMoments CleanedEndMoments(const std::vector<jxVMD>& curve, double L)
 
 void CjxStruct::CheckTransverseLoad(int* flags, const jxBm& bm, int comb) const
 {
+    assert(flags != nullptr);
     flags[0] = flags[1] = 0;
     qvx::MemberLoads loads;
     qvx::CollectMemberLoads(loads, *this, qvx::TermsOf(*this, comb), bm, qvx::SelfWeightEntry::WhereItActs);
@@ -76,6 +80,7 @@ double CjxStruct::CalcCm(double m1, double m2, int transverse) const
 {
     if ((m1 == 0 && m2 == 0) || transverse != 0)
         return 1.0;
+    // Moments of the curves: of one sign they bend the member to one side.
     const double lower = std::min(std::fabs(m1), std::fabs(m2));
     const double ratio = lower / std::max(std::fabs(m1), std::fabs(m2));
     const bool isSingleCurvature = lower == 0 || m1 * m2 > 0;

@@ -27,6 +27,7 @@ double LargestMoment(const jxBmVMD& curve, double x1, double x2)
     for (const jxVMD& station : curve.vmd)
         if (station.x >= x1 && station.x <= x2)
             take(station.Mz);
+    // The ends of the segment too: braces stand between stations mostly.
     take(MomentAt(curve, x1));
     take(MomentAt(curve, x2));
     return largest;
@@ -48,6 +49,7 @@ double CjxStruct::CalcSegmentCb(const jxBmVMD& curve, double L, double x1, doubl
         for (double* M : {&Mmax, &MA, &MB, &MC})
             *M = std::fabs(*M);
     const double sum = 2.5 * Mmax + 3 * MA + 4 * MB + 3 * MC;
+    // Moments of both signs that cancel: only without the magnitudes of F1-1, and then the largest value is taken.
     if (sum == 0)
         return kLargestCb;
     return std::clamp(std::fabs(12.5 * Mmax / sum), 1.0, kLargestCb);

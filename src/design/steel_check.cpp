@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <cassert>
 
 #include "model/jx_struct.h"
 
@@ -9,9 +10,11 @@ namespace {
 // The member has a free axis only if its effective length is at least its length, a braced one if at most.
 bool IsConsistent(int bSway, double K)
 {
+    // Of a braced column the code takes no more than its own length, of one that sways no less.
     return bSway != 0 ? K >= 1 : K <= 1;
 }
 
+// Looks at everything before it ends: the user mends all faults after one run.
 class SteelCheck
 {
 public:
@@ -46,6 +49,7 @@ void SteelCheck::Parameters()
     int& current = model_.design.currentSteelCriterion;
     current = std::clamp(current, 0, std::max(0, count - 1));
     model_.LogLine(L"CHECKING STEEL DESIGN PARAMETERS");
+    // Codes are 0 to 2; a negative one has no candidates later and is told by their absence.
     if (model_.design.steelCode <= 2)
         return;
     CString text;
@@ -56,6 +60,8 @@ void SteelCheck::Parameters()
 
 void SteelCheck::Fault(const jxSteelCrit& criterion, const wchar_t* text)
 {
+    assert(text != nullptr);
+    // Each with its record in the log; the window gets one line for all.
     CString line;
     line.Format(L"Steel design criteria %d: %s", criterion.id, text);
     model_.LogLine(line);
@@ -87,6 +93,7 @@ void SteelCheck::Criteria()
 
 void SteelCheck::Combinations()
 {
+    // Warnings only: the design is of the forces that there are.
     const auto isSway = [](const jxSteelCrit& c) { return c.bSway3 != 0 || c.bSway2 != 0; };
     const auto isSteel = [](const jxLoadComb& c) { return c.bSteel != 0; };
     const auto isSteelPDelta = [](const jxLoadComb& c) { return c.bSteel != 0 && c.bPDelta != 0; };
@@ -104,6 +111,7 @@ void SteelCheck::Materials()
     model_.LogLine(L"CHECKING MATERIAL PROPERTIES");
     bool isInvalid = false;
     for (const jxMat& material : model_.materials)
+        // "Not above" and not "at most": NaN is refused as well.
         if (!(material.fy > 0) || !(material.fys > 0)) {
             CString line;
             line.Format(L"%d [%s]: invalid steel material properties", material.id, material.label);

@@ -37,6 +37,7 @@ double LengthOf(const CjxStruct& model, const jxBm& beam)
 {
     const jxNd& a = FindById(model.nodes, beam.node1);
     const jxNd& b = FindById(model.nodes, beam.node2);
+    // In design units by now, inches.
     return std::hypot(b.x - a.x, b.y - a.y, b.z - a.z);
 }
 
@@ -133,6 +134,7 @@ SteelMemberDesign::SteelMemberDesign(const CjxStruct& model) : model_(model), fa
 {
     const CSteelDesignManager& table = CSteelDesignManager::Instance();
     for (std::size_t i = 0; i < families_.size(); ++i)
+        // A criterion without a family checks the member's own section and looks for no other.
         if (const CString family = Trimmed(model.steelCriteria[i].family); !IsDefaultFamily(family))
             table.GenerateSections(families_[i], family);
 }
@@ -208,9 +210,11 @@ void SteelMemberDesign::CheckCandidates(jxSteelResult& member, const std::vector
     if (settings.steelCode < kAisc05 || settings.steelCode > kAisc16)
         return;  // no such code: no candidate has a design
     std::vector<Candidate> candidates{{ownLabel, &own, true}};
+    assert(&criterion >= model_.steelCriteria.data() && "a criterion of the model");
     const std::size_t position = static_cast<std::size_t>(&criterion - model_.steelCriteria.data());
     for (const jxSect_AISC& shape : families_[position]) {
         const bool isInPool = settings.bUseSectionPool == 0 || settings.sectionPool.contains(shape.label);
+        // The own section stands first already and is not tried twice.
         if (isInPool && CompareNoCase(shape.label, own.label) != 0)
             candidates.push_back({shape.label, &shape, false});
     }
@@ -219,6 +223,7 @@ void SteelMemberDesign::CheckCandidates(jxSteelResult& member, const std::vector
         if (!section)
             continue;
         member.sections.push_back(*section);
+        // Families are sorted by weight: the first that pass are the lightest.
         if (static_cast<int>(member.sections.size()) >= settings.maxCandidates)
             break;
     }
@@ -232,7 +237,10 @@ std::optional<jxSteelSectionResult> SteelMemberDesign::Check(const Candidate& ca
     const double limitTotal = DeflectionLimit(member.length, member.totalLoadDeflectionRatio);
     const double limitLive = DeflectionLimit(member.length, member.liveLoadDeflectionRatio);
     DeflectionScale scale;
+    assert(candidate.shape->Ix > 0 && candidate.shape->Iy > 0 && "shapes of the table");
     if (model_.design.bAdjustDeflectionRatios != 0 && !candidate.isOwn)
+        // The analysis deflected with the member's own section. A candidate deflects in inverse ratio as long as the
+        // frame around it holds its forces.
         scale = {own.Ix / candidate.shape->Ix, own.Iy / candidate.shape->Iy};
     CAiscDesign design = SteelDesignOf(model_.design.steelCode, *candidate.shape, member);
     jxSteelSectionResult section = UncheckedSection(candidate.label);
@@ -245,6 +253,7 @@ std::optional<jxSteelSectionResult> SteelMemberDesign::Check(const Candidate& ca
         const double total = DeflectionRatio(demand.isTotalLoadChecked, deflection, limitTotal);
         const double live = DeflectionRatio(demand.isLiveLoadChecked, deflection, limitLive);
         const double value = std::max({total, live, design.GetCriticalRatio()});
+        // Of equal ratios the last station stands, as it does in the choice of columns.
         if (value >= section.ratio) {
             section.ratio = value;
             section.deflectionRatioTotal = total;

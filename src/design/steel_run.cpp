@@ -4,6 +4,7 @@
 
 int CjxStruct::ExecuteSteelDesign()
 {
+    // The curves of members are what is designed; without displacements they were never formed.
     if (combResults.empty() || combResults.front().displacements.empty())
         return qvx::RefuseDesign(L"There are no static analysis results to perform steel design!");
     qvx::DesignRun run(*this);

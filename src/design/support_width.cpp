@@ -25,6 +25,7 @@ jxPoint DirectionFrom(const CjxStruct& model, const jxBm& beam, int node)
 
 jxPoint VerticalAxis(const CjxStruct& model)
 {
+    // The axis of gravity tells what stands upright; which way it points decides between a column above and one below.
     const double sign = model.selfWeightFactor < 0 ? -1 : 1;
     jxPoint axis;
     (model.selfWeightDir == 1 ? axis.y : model.selfWeightDir == 2 ? axis.z : axis.x) = sign;
@@ -40,6 +41,7 @@ const jxBm* SupportAt(const CjxStruct& model, const jxBm& beam, int node, const 
     for (const int id : meeting) {
         const jxBm& other = qvx::FindById(model.beams, id);
         const jxPoint across = DirectionFrom(model, other, node);
+        // A beam that goes on beyond the node, and a brace, are no supports.
         if (!(std::fabs(calc_angle(across, direction) - kRightAngle) < kFiveDegrees))
             continue;
         support = &other;
@@ -52,6 +54,7 @@ const jxBm* SupportAt(const CjxStruct& model, const jxBm& beam, int node, const 
 double WidthOf(const CjxStruct& model, const jxBm& support)
 {
     const jxSect& section = qvx::FindById(model.sections, support.section);
+    // A turned or another section counts as a square of its area.
     if (support.angle == 0 && qvx::RegularSectionOf(section.label) == qvx::kRegularRect)
         return section.dim[0];
     return std::sqrt(section.A);

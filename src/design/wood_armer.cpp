@@ -29,6 +29,7 @@ void Widen(jxWoodArmer& record, const jxShellStress& shell, int comb)
 /// Moments of a shell in a combination; throws jxException when it has none.
 const jxShellStress& MomentsOf(const jxCombResult& result, int shell)
 {
+    // In the user's axes of the shell, along which its bars lie (Wood 1968; Armer 1968: tools/wood_armer.h).
     const jxShellStress* moments = qvx::FindOrNull(result.shell4Stresses, shell);
     if (moments == nullptr)
         qvx::ThrowMissingRecord(L"shell stress", shell);

@@ -1,5 +1,6 @@
 #include "files/file_schema.h"
 
+#include <cassert>
 #include <set>
 #include <type_traits>
 #include <utility>
@@ -53,17 +54,21 @@ std::string Listed(const std::vector<QuantityUnit>& units)
     return list;
 }
 
+// For people: "unit" is no keyword of JSON Schema, and validators pass over what they do not know (draft 2020-12, core,
+// section 4.3.1).
 std::string NameOf(const Measure& measure)
 {
     const auto& units = measure.units;
     switch (measure.rule) {
     case UnitRule::Plain:
+    // A plain number has no unit; one whose unit is that of its list was resolved before (MeasureOf).
     case UnitRule::OfTheList:
         return {};
     case UnitRule::Same:
     case UnitRule::ListText:
         return NameOf(units[0]);
     case UnitRule::Periodic: {
+        assert(measure.nFirst > 0 && measure.nFirst < measure.period && "a period has two kinds of numbers");
         const std::string first = std::to_string(measure.nFirst) + " x " + NameOf(units[0]);
         const std::string others = std::to_string(measure.period - measure.nFirst) + " x ";
         return first + ", " + others + (units[1].IsPlain() ? "-" : NameOf(units[1]));
@@ -81,6 +86,8 @@ std::string NameOf(const Measure& measure)
     return {};
 }
 
+// Words of `refersTo`, an annotation as `unit` is: JSON Schema cannot say that a number names a record elsewhere. The
+// reader checks what must exist.
 const char* NameOf(Reference reference)
 {
     switch (reference) {
@@ -124,6 +131,8 @@ const char* NameOf(Reference reference)
 
 Schema OfInteger(const ValueRule& rule)
 {
+    assert(rule.least <= rule.most && "a range of one number at least");
+    // The ends of int are those of the type and say nothing about the field.
     Schema schema{{"type", "integer"}};
     if (rule.least != INT_MIN)
         schema["minimum"] = rule.least;
@@ -135,6 +144,7 @@ Schema OfInteger(const ValueRule& rule)
 // A text in an array of nLetters characters and the end: a string of codes fills it.
 Schema OfText(const ValueRule& rule, std::size_t nLetters)
 {
+    assert(nLetters > 0 && "room for a letter beside the end");
     Schema schema{{"type", "string"}};
     if (rule.letters != nullptr)
         schema["pattern"] = "^[" + ToUtf8(rule.letters) + "]{" + std::to_string(nLetters) + "}$";
@@ -217,6 +227,7 @@ struct SchemaOf<std::set<std::wstring, Less>>
 template <class Value>
 Schema DefaultOf(const Value& value)
 {
+    // Through the writer of files: a default then stands in the schema exactly as a file would have it.
     return Schema::parse(WriteJsonText([&](JsonWriter& out) {
         WriteValue(out, value);
         out.Finish();
@@ -250,8 +261,10 @@ void AddProperties(Schema& object, const Record& defaults, const List& list, con
         if constexpr (IsInFiles<Field>) {
             constexpr bool holdsRecords = kTakesLines<typename Field::Element>;
             const Measure& measure = MeasureOf(field.rule, ofTheList);
+            // Records in a list carry the units of their own fields; a list of plain numbers has those of its own.
             Schema property = SchemaOf<typename Field::Value>::Make(field.rule, measure, file);
             Annotate(property, field.rule, field.meaning, holdsRecords ? Measure{} : measure);
+            // The default of a record would repeat those of all its fields.
             if constexpr (!holdsRecords)
                 if (file == FileKind::Model && !field.rule.isDefaultOpen)
                     property["default"] = DefaultOf(defaults.*field.member);
@@ -296,6 +309,7 @@ struct SchemaOf<Record>
             ++column;
         });
         const std::size_t size = columns.size();
+        assert(size > 0 && "a rule leaves some columns of a row");
         return {{"type", "array"}, {"prefixItems", std::move(columns)}, {"items", false}, {"minItems", size}};
     }
 };
@@ -327,6 +341,8 @@ Schema UnitsSchema()
     const jxUnit internal;
     for (int k = 0; k < kQuantityCount; ++k) {
         const auto quantity = static_cast<Quantity>(k);
+        // Only units of the quantity: a force is no unit of length, and a validator should say so before the reader
+        // does.
         Schema names = Schema::array();
         for (int unit = UnitsOf(quantity).first; unit < UnitsOf(quantity).last; ++unit)
             names.push_back(ToUtf8(UnitName(unit)));
@@ -411,6 +427,7 @@ Schema FindingsSchema()
 
 std::string ModelFileSchema()
 {
+    // Defaults are those of a fresh model, which is what the reader fills.
     const CjxStruct model;
     Schema root = Root("qvxFEM model file", "qvxfem-model");
     AddProperties(root, model, kDocumentFields, {}, FileKind::Model);
@@ -440,6 +457,7 @@ std::string ResultsFileSchema()
                                    {"description", "the modal combination, or null"}};
     AddProperties(root, model, kResultLists, {}, FileKind::Results);
     root["required"] = KeysOf(root["properties"]);
+    // Once, and referred to twice: the modal result has the form of a combination.
     root["$defs"]["combination"] = CombinationSchema();
     return root.dump(1) + "\n";
 }

@@ -1,5 +1,6 @@
 #include "files/finding_list.h"
 
+#include <cassert>
 #include <string_view>
 
 #include "files/json_output.h"
@@ -9,6 +10,7 @@ namespace {
 
 void WriteRecords(JsonWriter& out, const Finding& finding)
 {
+    assert(finding.records.size() <= finding.count && "the first of those that are counted");
     out.Key("records");
     out.BeginArray(Layout::Line);
     for (const FindingRecord& record : finding.records) {
@@ -33,12 +35,14 @@ void WriteFinding(JsonWriter& out, const Finding& finding)
     out.Text(finding.code);
     out.Key("text");
     out.Text(std::wstring_view(finding.text));
+    // Empty texts and counts of 0 are left out: a program that reads the list asks whether a key is there.
     if (!finding.remedy.empty()) {
         out.Key("remedy");
         out.Text(std::wstring_view(finding.remedy));
     }
     if (finding.count > 0)
         WriteRecords(out, finding);
+    // An index from 0, as lists of combinations in the file are; texts for people count from 1.
     if (finding.combination >= 0) {
         out.Key("combination");
         out.Number(finding.combination);

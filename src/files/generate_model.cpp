@@ -58,10 +58,12 @@ void Make(const FrameArguments& a, CjxStruct& m)
 
 void Make(const ShellArguments& a, CjxStruct& m)
 {
+    // The way of making a shell follows from what is given: a key that names the way could contradict the others.
     if (a.lines.empty())
         return GenerateShell(m.nodes, m.shell3s, m.shell4s, a.xSteps, a.ySteps, a.kind);
     if (!a.xSteps.empty() || !a.ySteps.empty())
         throw JsonFault("lines", "a shell is lofted through lines or has steps, not both");
+    // The generator knows no file; its reason is told at the key that brought the lines.
     try {
         GenerateShell(m.nodes, m.shell4s, a.lines, a.wrapJ);
     } catch (const std::runtime_error& fault) {
@@ -82,6 +84,7 @@ void Make(const CircularFrameArguments& a, CjxStruct& m)
 
 void Make(const SubmeshArguments& a, CjxStruct& m)
 {
+    // 0 is no id: a corner that the arguments leave out keeps it.
     if (std::any_of(std::begin(a.corners), std::end(a.corners), [](const jxNd& corner) { return corner.id == 0; }))
         throw JsonFault("corners", "expected four nodes with their ids");
     jxShell4 shell = a.shell;
@@ -91,6 +94,7 @@ void Make(const SubmeshArguments& a, CjxStruct& m)
     else if (!std::equal(std::begin(shell.node), std::end(shell.node), std::begin(a.corners), namesCorner))
         throw JsonFault("shell.node", "expected the ids of the corners in their order");
     submesh_shell4(m.nodes, m.shell4s, a.corners, shell, a.nx, a.ny, a.firstNode, a.firstShell);
+    // submesh_shell4 gives what is new: the corners and the shell in their first corner are the caller's.
     m.nodes.insert(m.nodes.end(), std::begin(a.corners), std::end(a.corners));
     m.shell4s.push_back(shell);
 }
@@ -141,12 +145,14 @@ std::string UsageOf()
     constexpr std::size_t kNameWidth = 14;
     constexpr std::size_t kKindWidth = 17;
     std::string text;
+    // From the catalogue of the arguments: an argument that is added stands in the help without being told twice.
     ForEachField(FieldsOf<Arguments>::list, [&]<class Field>(const Field& field) {
         std::string name(field.key);
         name.resize(kNameWidth, ' ');
         std::string kind(KindOfValue<typename Field::Value>());
         kind.resize(kKindWidth, ' ');
         std::string line = "  " + name + kind + std::string(field.meaning) + DefaultOf(Arguments{}.*field.member);
+        // Without blanks at the end where an argument has no meaning to tell.
         line.erase(line.find_last_not_of(' ') + 1);
         text += line + "\n";
     });
@@ -168,6 +174,7 @@ constexpr std::array<Generator, 5> kGenerators = {{
     {"submesh", MakeFrom<SubmeshArguments>, UsageOf<SubmeshArguments>},
 }};
 
+// Five kinds: a search from the front is as fast as any.
 const Generator& FindGenerator(std::string_view kind)
 {
     const auto found =
@@ -177,6 +184,7 @@ const Generator& FindGenerator(std::string_view kind)
     return *found;
 }
 
+// Keeps the list ascending, as the look-up by id of all later elements asks. O(n) for a list of a few properties.
 template <class Record>
 void AddMissing(std::vector<Record>& records, int id, Record (*makeDefault)(const jxUnit&), const jxUnit& units)
 {
@@ -185,6 +193,7 @@ void AddMissing(std::vector<Record>& records, int id, Record (*makeDefault)(cons
     Record record = makeDefault(units);
     record.id = id;
     records.insert(std::upper_bound(records.begin(), records.end(), record), record);
+    assert(FindOrNull(records, id) != nullptr && "found by its id from now on");
 }
 
 // An element names its properties by id, and a model file without them would be refused: what is named has ordinary
@@ -207,6 +216,8 @@ void AddNamedProperties(CjxStruct& m)
 
 void Finish(CjxStruct& m)
 {
+    // The model goes the way of one that was read: sorted, with every reference checked, repaired as the host repairs
+    // it. What is generated then never fails where a file would pass.
     std::stable_sort(m.nodes.begin(), m.nodes.end());
     std::stable_sort(m.shell4s.begin(), m.shell4s.end());
     AddNamedProperties(m);
@@ -235,6 +246,7 @@ std::string GeneratorUsage()
 void GenerateModel(std::string_view kind, std::string_view arguments, CjxStruct& model)
 {
     const Generator& generator = FindGenerator(kind);
+    // Into a model of its own, as a file is read: a fault leaves the host's model as it was.
     CjxStruct fresh;
     fresh.units = model.units;
     try {

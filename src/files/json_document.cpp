@@ -1,6 +1,7 @@
 #include "files/json_document.h"
 
 #include <algorithm>
+#include <cassert>
 #include <set>
 #include <utility>
 #include <vector>
@@ -19,6 +20,7 @@ std::string LineAndColumn(std::string_view text, std::size_t count)
 {
     const std::string_view read = text.substr(0, std::min(count, text.size()));
     const std::string_view before = read.substr(0, read.empty() ? 0 : read.size() - 1);
+    // Counted anew from the text, as the parser tells a byte and an editor shows lines; a fault happens once a file.
     const auto line = 1 + std::count(before.begin(), before.end(), '\n');
     const std::size_t lastBreak = before.rfind('\n');
     const std::size_t column = lastBreak == std::string_view::npos ? read.size() : read.size() - lastBreak - 1;
@@ -47,6 +49,7 @@ std::string Printable(std::string place)
 {
     if (place.size() > kLongestReason)
         place = place.substr(0, kLongestReason) + "...";
+    // The message goes to terminals and logs, where a control character of a stranger's file would act.
     for (char& c : place)
         if (static_cast<unsigned char>(c) < 0x20 || c == 0x7f)
             c = '?';
@@ -75,6 +78,7 @@ public:
 
     bool key(string_t& name) override
     {
+        assert(!open_.empty() && open_.back().value.is_object() && "a key stands in an object");
         if (open_.size() == 1) {
             if (!rootKeys_.insert(name).second)
                 throw JsonFault(name, "the key stands twice in the file");
@@ -104,6 +108,8 @@ private:
             throw JsonFault("", "expected one JSON object");
         if (open_.size() == kDeepestNesting)
             throw JsonFault(Place(), "nested deeper than " + std::to_string(kDeepestNesting) + " levels");
+        // Elements of a list at the first level go to the receiver one by one and are dropped: the file never stands in
+        // memory as a whole tree.
         const bool isHandedOverByPart =
             open_.size() == 1 && container.is_array() && receiver_.TakesElements(open_.front().key);
         open_.push_back({std::move(container), {}, 0, isHandedOverByPart});
@@ -112,6 +118,7 @@ private:
 
     bool Close()
     {
+        assert(!open_.empty() && "closed once for each time it was opened");
         Container done = std::move(open_.back());
         open_.pop_back();
         return open_.empty() || done.isHandedOverByPart || Take(std::move(done.value));
@@ -135,6 +142,7 @@ private:
 
     void AddMember(Container& parent, Json&& value)
     {
+        assert(parent.value.is_object() && "only an object has members");
         auto& members = parent.value.get_ref<Json::object_t&>();
         if (members.size() == kMostMembers)
             throw JsonFault(Place(), "more than " + std::to_string(kMostMembers) + " members in one object");

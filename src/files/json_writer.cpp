@@ -25,6 +25,8 @@ char* PutNumber(char* place, double value)
 {
     if (value == 0 && std::signbit(value))
         return std::copy_n("-0.0", 4, place);  // "-0" would be read as the integer 0
+    // The shortest digits that read back to the same bits (P. Steele & White 1990; std::to_chars promises it): a file
+    // holds no fewer and no more than it needs.
     return std::to_chars(place, place + kLongestNumber, value).ptr;
 }
 
@@ -49,6 +51,7 @@ void AppendEscaped(std::string& buffer, char c)
     default:
         break;
     }
+    // UTF-8 goes through as it is; RFC 8259 asks for an escape of quotes, backslashes and control characters only.
     if (static_cast<unsigned char>(c) >= 0x20) {
         buffer += c;
         return;
@@ -63,6 +66,7 @@ void AppendEscaped(std::string& buffer, char c)
 
 JsonWriter::JsonWriter(Sink sink) : sink_(std::move(sink))
 {
+    // With room for what one value adds beyond the limit, so that the buffer never moves.
     buffer_.reserve(kBufferSize + 4096);
 }
 
@@ -83,6 +87,7 @@ void JsonWriter::BeginArray(Layout layout)
 // What stands in one line is not broken within.
 void JsonWriter::Open(Layout layout)
 {
+    assert(levels_.size() < 64 && "no file nests that deep: something is opened and not closed");
     const bool isInLine = !levels_.empty() && levels_.back().layout == Layout::Line;
     levels_.push_back({isInLine ? Layout::Line : layout, true});
 }
@@ -100,6 +105,7 @@ void JsonWriter::End(char bracket)
 
 void JsonWriter::Key(std::string_view key)
 {
+    assert(!levels_.empty() && !isAfterKey_ && "a key stands in an object and has its value before the next");
     BeginValue();
     buffer_ += '"';
     buffer_ += key;
@@ -172,6 +178,7 @@ void JsonWriter::Numbers(const int* values, int count)
 template <class Value>
 void JsonWriter::Put(const Value* values, int count)
 {
+    assert(count >= 0 && (count == 0 || values != nullptr));
     const std::size_t used = buffer_.size();
     buffer_.resize(used + static_cast<std::size_t>(count) * (kLongestNumber + 2));
     char* place = buffer_.data() + used;
@@ -190,8 +197,10 @@ void JsonWriter::ThrowNotFinite() const
 
 void JsonWriter::Finish()
 {
+    assert(!isAfterKey_ && "the last key has its value");
     assert(levels_.empty() && "every array and object is closed");
     buffer_ += '\n';
+    // A text file ends with a line break, as tools that work by lines expect.
     sink_(buffer_);
     buffer_.clear();
 }

@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <cassert>
 #include <fstream>
 #include <functional>
 #include <iterator>
@@ -17,6 +18,7 @@
 namespace qvx {
 
 // An empty slot of the three spectra is null.
+// The three stand for directions 1 to 3, so that a slot cannot be left out: those behind it would move.
 void ReadValue(const Json& value, const JsonPath& path, const ValueRule& rule, jxSpectrum (&out)[3])
 {
     ExpectArray(value, path, 3);
@@ -27,8 +29,10 @@ void ReadValue(const Json& value, const JsonPath& path, const ValueRule& rule, j
 
 namespace {
 
+// Beyond any model that a machine of today solves; a device or a wrong file of that size is refused before it is read.
 constexpr std::uintmax_t kLargestFile = std::uintmax_t{1} << 32;
 
+// Paths are UTF-8 in messages whatever the locale says; u8string gives char8_t, which no stream of ours takes.
 std::string Utf8(const std::filesystem::path& path)
 {
     const auto text = path.u8string();
@@ -54,6 +58,8 @@ void ReadUnits(const Json& value, const JsonPath& path, jxUnit& units)
     ExpectObject(value, path);
     if (value.contains("system"))
         ReadSystem(value["system"], path.Member("system"), units);
+    // The system is read before the units that differ from it, wherever the file has it: members of a JSON object have
+    // no order.
     for (const auto& [key, member] : value.get_ref<const Json::object_t&>()) {
         if (key == "system")
             continue;
@@ -70,6 +76,7 @@ void ReadUnits(const Json& value, const JsonPath& path, jxUnit& units)
     }
 }
 
+// Formats are how reports print a quantity: a file without them prints with those of a fresh model.
 void ReadFormats(const Json& value, const JsonPath& path, jxUnit& units)
 {
     ExpectObject(value, path);
@@ -87,6 +94,8 @@ void ReadFormats(const Json& value, const JsonPath& path, jxUnit& units)
     }
 }
 
+// Settings of the analysis and of the design stand in one object of the file and in two records of the model. Their
+// keys differ, so that the order of the two looks does not matter.
 bool ReadSetting(const std::string& key, const Json& value, const JsonPath& path, CjxStruct& model)
 {
     return ReadMember(key, value, path, kAnalysisSettings, model) ||
@@ -109,6 +118,7 @@ void ReadFormatName(const Json& value, const JsonPath& path)
         throw JsonFault(path, "expected \"qvxfem-model\"");
 }
 
+// A file of a later version is refused: what it means by a key of today is not known.
 void ReadVersion(const Json& value, const JsonPath& path)
 {
     if (!value.is_number_integer() || value.get<long long>() != 1)
@@ -131,6 +141,8 @@ public:
             ReadFormats(value, path, model_.units);
         };
         values_["settings"] = [this](const Json& value, const JsonPath& path) { ReadSettings(value, path, model_); };
+        // Values are read by key, in whatever order a file has them; a program that writes files of its own need not
+        // know ours.
         AddFields(kDocumentFields);
         AddFields(kClosingFields);
         ForEachField(kModelLists, [this](const auto& list) { AddList(list); });
@@ -140,12 +152,14 @@ public:
     {
         if (!values_.contains(key) && !elements_.contains(key))
             throw JsonFault(key, "unknown key");
+        // Told at once and not after the member: a misspelt list of a million records is not read first.
         isFormatNamed_ = isFormatNamed_ || key == "format";
     }
     bool TakesElements(const std::string& key) const override { return elements_.contains(key); }
     void ReceiveElement(const std::string& key, std::size_t index, const Json& value) override
     {
         const JsonPath list{nullptr, key, -1};
+        assert(elements_.contains(key) && "TakesElements said so");
         elements_[key](value, list.Element(index));
     }
     void ReceiveMember(const std::string& key, const Json& value) override
@@ -153,12 +167,14 @@ public:
         const JsonPath path{nullptr, key, -1};
         if (elements_.contains(key))
             throw JsonFault(path, "expected an array");
+        assert(values_.contains(key) && "BeginMember let it pass");
         values_[key](value, path);
     }
 
     void Finish() const
     {
         if (!isFormatNamed_)
+            // Without it any JSON object of known keys would pass, the empty one among them.
             throw JsonFault("format", "expected \"qvxfem-model\", found nothing");
         FindUnitsLeftOut(unitsLeftOut_, model_);
     }
@@ -180,6 +196,7 @@ private:
     void AddList(const List& list)
     {
         elements_[std::string(list.key)] = [this, list](const Json& value, const JsonPath& path) {
+            // In place: the record is not copied once more, and a fault drops the whole model anyway.
             ReadValue(value, path, ValueRule{}, (model_.*list.member).emplace_back());
             if constexpr (std::is_same_v<typename List::Element, jxCaseLoad>)
                 FindValuesLeftOut(value, path, model_);
@@ -200,6 +217,7 @@ void SortLists(Record& record, const Lists& lists)
     ForEachField(lists, [&](const auto& list) {
         auto& records = record.*list.member;
         if constexpr (requires { records.front().id; }) {
+            // Stable: the loads of one member keep the order of the file, in which reports list them.
             if (list.rule.isSortedById)
                 std::stable_sort(records.begin(), records.end(),
                                  [](const auto& a, const auto& b) { return a.id < b.id; });
@@ -211,6 +229,7 @@ void SortLists(Record& record, const Lists& lists)
 void PairLoadsWithCases(CjxStruct& model)
 {
     const std::size_t nCases = model.loadCases.size();
+    // More loads than cases would be loads that nothing combines, which only a mistake explains.
     if (model.caseLoads.size() > nCases)
         throw JsonFault("caseLoads[" + std::to_string(nCases) + "]",
                         "there is no load case at this position of loadCases");
@@ -224,26 +243,31 @@ void ReadFresh(std::string_view text, CjxStruct& fresh)
     receiver.Finish();
     PairLoadsWithCases(fresh);
     AddMissingCombinations(fresh);
+    // Before sorting, so that a fault is told at the place where the record stands in the file.
     CheckModelReferences(fresh);
     SortLists(fresh, kModelLists);
+    assert(fresh.caseLoads.size() == fresh.loadCases.size() && "loads pair with load cases by position");
     for (jxCaseLoad& loads : fresh.caseLoads)
         SortLists(loads, FieldsOf<jxCaseLoad>::list);
 }
 
 void ReadNamedText(std::string_view fileName, std::string_view text, CjxStruct& model)
 {
+    // Into a model of its own: a fault in the last line leaves the host's model as it was.
     CjxStruct fresh;
     try {
         ReadFresh(text, fresh);
     } catch (const JsonFault& fault) {
         throw FileError(fileName, fault.Place(), fault.what());
     }
+    // The path of the document belongs to the host, which may read a text for a document that has a place already.
     fresh.documentPath = model.documentPath;
     model.copy_input(fresh);
     model.ClearResult();
     model.findings = fresh.findings;
 }
 
+// Told apart: a folder opens like a file on Linux and fails only when it is read, with a reason nobody understands.
 std::string ReadBytes(const std::filesystem::path& path)
 {
     std::error_code fault;
@@ -255,6 +279,7 @@ std::string ReadBytes(const std::filesystem::path& path)
         throw FileError(Utf8(path), "", "cannot be opened: " + std::generic_category().message(errno));
     if (std::filesystem::is_regular_file(status) && std::filesystem::file_size(path, fault) > kLargestFile)
         throw FileError(Utf8(path), "", "is larger than 4 GiB");
+    // To its end and not by its size: a pipe has none.
     std::string text{std::istreambuf_iterator<char>(stream), {}};
     if (stream.bad())
         throw FileError(Utf8(path), "", "cannot be read");
@@ -277,6 +302,7 @@ void SetModelSetting(CjxStruct& model, const std::string& field, std::string_vie
 {
     const JsonPath path{nullptr, field, -1};
     try {
+        // Without exceptions of the parser: its message names a column of a text that the user typed as one word.
         const Json parsed = Json::parse(value.begin(), value.end(), nullptr, false);
         if (parsed.is_discarded())
             throw JsonFault(path, "\"" + std::string(value) + "\" is not a number or an array of numbers");

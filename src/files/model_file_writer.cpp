@@ -11,6 +11,7 @@ void WriteValue(JsonWriter& out, const jxSpectrum (&spectra)[3])
 {
     out.BeginArray(Layout::Line);
     for (const jxSpectrum& spectrum : spectra) {
+        // The three slots are directions: an empty one keeps its place.
         if (spectrum.name.empty() && spectrum.points.empty() && spectrum.type == 0)
             out.Null();
         else
@@ -21,6 +22,8 @@ void WriteValue(JsonWriter& out, const jxSpectrum (&spectra)[3])
 
 namespace {
 
+// Every quantity is named, though a system may cover them: a later version may name its systems otherwise, and the
+// reader warns of quantities left out.
 void WriteUnits(JsonWriter& out, const jxUnit& units)
 {
     out.Key("units");
@@ -43,6 +46,7 @@ void WriteSettings(JsonWriter& out, const CjxStruct& model)
 {
     out.Key("settings");
     out.BeginObject(Layout::Lines);
+    // Settings are always written, whatever their defaults: a file then solves the same with a later version.
     WriteMembers(out, model, model, kAnalysisSettings);
     WriteMembers(out, model.design, model.design, FieldsOf<jxDesignSettings>::list);
     out.EndObject();
@@ -56,11 +60,15 @@ void WriteModel(JsonWriter& out, const CjxStruct& model)
     out.Key("version");
     out.Number(1);
     WriteMembers(out, model, model, kDocumentFields);
+    // The order of the members is that in which a person reads a model: what it is, in which units, how it is analysed,
+    // then its lists.
     WriteUnits(out, model.units);
     WriteSettings(out, model);
     WriteMembers(out, model, model, kModelLists);
     WriteMembers(out, model, model, kClosingFields);
     out.EndObject();
+    // Ends the text and hands it on; without it the file is not complete and does not replace the one that stands
+    // there.
     out.Finish();
 }
 

@@ -1,6 +1,7 @@
 #include "files/model_references.h"
 
 #include <algorithm>
+#include <cassert>
 #include <utility>
 #include <vector>
 
@@ -17,13 +18,17 @@ template <class Record>
 Ids IdsOf(const std::vector<Record>& records)
 {
     Ids ids;
+    // Sorted copies: the records themselves still stand in the order of the file, for the paths of the messages.
     ids.reserve(records.size());
     for (const Record& record : records)
         ids.push_back(record.id);
     std::sort(ids.begin(), ids.end());
+    assert(ids.size() == records.size() && "ids may repeat and are told apart later");
     return ids;
 }
 
+// Ids of the lists that a file may not refer to in vain. Names of criteria, load cases and bars may name nothing: the
+// input check warns of them.
 struct ModelIds
 {
     Ids nodes;
@@ -32,6 +37,7 @@ struct ModelIds
     Ids thicknesses;
 };
 
+// O(log n) for each reference: a model of a million elements has ten million references.
 void Require(const Ids& ids, int id, const char* what, const JsonPath& path)
 {
     if (!std::binary_search(ids.begin(), ids.end(), id))
@@ -69,12 +75,14 @@ void CheckField(int id, Reference reference, const ModelIds& ids, const JsonPath
 {
     CheckValue(id, reference, ids, path);
 }
+// Nodes of an element: the message names the corner.
 template <std::size_t N>
 void CheckField(const int (&values)[N], Reference reference, const ModelIds& ids, const JsonPath& path)
 {
     for (std::size_t i = 0; i < N; ++i)
         CheckValue(values[i], reference, ids, path.Element(i));
 }
+// Records within records (factors of a combination, loads of a case) refer as their lists do.
 template <Described Record>
 void CheckField(const std::vector<Record>& records, Reference, const ModelIds& ids, const JsonPath& path)
 {
@@ -94,15 +102,18 @@ void CheckRecord(const Record& record, const ModelIds& ids, const JsonPath& path
 template <class Record>
 void CheckUnique(const std::vector<Record>& records, const JsonPath& list)
 {
+    // Sorted and not hashed: the answer must be the first of the file and the same in every run.
     std::vector<std::pair<int, std::size_t>> positions;
     positions.reserve(records.size());
     for (std::size_t i = 0; i < records.size(); ++i)
         positions.emplace_back(records[i].id, i);
+    // By id, then by place: of equal ids each but the first is a repetition, and the earliest of them is told.
     std::sort(positions.begin(), positions.end());
     std::size_t first = records.size();
     for (std::size_t i = 1; i < positions.size(); ++i)
         if (positions[i].first == positions[i - 1].first)
             first = std::min(first, positions[i].second);
+    assert(positions.size() == records.size() && "each record by its id and its place");
     if (first < records.size())
         throw JsonFault(list.Element(first).Member("id"),
                         "the id " + std::to_string(records[first].id) + " is taken already");

@@ -47,6 +47,7 @@ std::vector<Quantity> QuantitiesLeftOut(const Json& units)
 
 void FindUnitsLeftOut(const std::vector<Quantity>& left, CjxStruct& model)
 {
+    // Who changes the length or the force and leaves moduli in psi did so unawares more often than on purpose.
     const jxUnit internal;
     const bool isOwn =
         model.units.unit[kLength] != internal.unit[kLength] || model.units.unit[kForce] != internal.unit[kForce];
@@ -76,6 +77,7 @@ void FindValuesLeftOut(const Json& caseLoad, const JsonPath& path, CjxStruct& mo
     const Json& loads = caseLoad["lnLoads"];
     Finding finding =
         MakeFinding(FindingCode::Value2LeftOut, L"line loads have a value1 and no value2: they fall to 0 at their end");
+    // Looked at in the text of the file, as the record cannot tell a 0 that was written from one that was left out.
     for (std::size_t i = 0; i < loads.size(); ++i) {
         const Json& load = loads[i];
         if (load.contains("value2") || load.value("value1", 0.0) == 0)
@@ -92,6 +94,7 @@ void AddMissingCombinations(CjxStruct& model)
 {
     if (!model.loadCombs.empty() || model.loadCases.empty())
         return;
+    // With the factor 1 of a fresh term: the combination is the load case.
     for (const jxLoadCase& loadCase : model.loadCases) {
         jxLoadComb& comb = model.loadCombs.emplace_back();
         SetText(comb.label, loadCase.label);

@@ -1,6 +1,7 @@
 #include "files/record_reader.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cmath>
 #include <cstdint>
 #include <cwchar>
@@ -21,6 +22,7 @@ std::wstring ReadText(const Json& value, const JsonPath& path)
     if (!value.is_string())
         throw JsonFault(path, "expected a text");
     std::wstring text = FromUtf8(value.get_ref<const std::string&>());
+    // It would end the text in the fixed arrays of the records, and what follows it would be lost without a word.
     if (text.find(L'\0') != std::wstring::npos)
         throw JsonFault(path, "a text cannot hold the character U+0000");
     return text;
@@ -30,8 +32,12 @@ std::wstring ReadText(const Json& value, const JsonPath& path)
 
 void ReadValue(const Json& value, const JsonPath& path, const ValueRule& rule, int& out)
 {
+    // 2.0 is refused where an integer is asked for: a file that writes ids as decimals was made by a program that
+    // computes with them.
     if (!value.is_number_integer())
         throw JsonFault(path, "expected an integer");
+    assert(rule.least <= rule.most && "a range of one number at least");
+    // Compared in the type of the file: 3e9 is told as too large and never wraps into an int.
     const auto isWithin = [&](auto number) {
         return std::cmp_less_equal(rule.least, number) && std::cmp_less_equal(number, rule.most);
     };
@@ -45,8 +51,10 @@ void ReadValue(const Json& value, const JsonPath& path, const ValueRule& rule, i
 
 void ReadValue(const Json& value, const JsonPath& path, const ValueRule& rule, unsigned char& out)
 {
+    // Fields of this type have rules within 0 to 255, so that the number fits.
     int number = 0;
     ReadValue(value, path, rule, number);
+    assert(number >= 0 && number <= 255 && "the rule of the field keeps to its type");
     out = static_cast<unsigned char>(number);
 }
 
@@ -79,6 +87,7 @@ void ReadValue(const Json& value, const JsonPath& path, const ValueRule&, CStrin
 
 void ReadValue(const Json& value, const JsonPath& path, const ValueRule& rule, wchar_t& out)
 {
+    // One letter is a text of one letter: an array with room for its end.
     wchar_t text[2] = {};
     ReadTextField(value, path, rule, text, 2);
     out = text[0];
@@ -93,8 +102,10 @@ void ReadValue(const Json& value, const JsonPath& path, const ValueRule& rule, s
 
 void ReadTextField(const Json& value, const JsonPath& path, const ValueRule& rule, wchar_t* out, std::size_t capacity)
 {
+    assert(capacity >= 2 && "room for a letter and the end");
     const std::wstring text = ReadText(value, path);
     const std::size_t most = capacity - 1;
+    // A code fills its array: a support with five flags would leave the sixth to chance. Other texts may be shorter.
     if (rule.letters != nullptr) {
         const bool isCode =
             std::all_of(text.begin(), text.end(), [&](wchar_t c) { return std::wcschr(rule.letters, c) != nullptr; });
@@ -105,6 +116,7 @@ void ReadTextField(const Json& value, const JsonPath& path, const ValueRule& rul
         throw JsonFault(path, "expected at most " + std::to_string(most) + " characters, found " +
                                   std::to_string(text.size()));
     }
+    assert(text.size() <= most && "refused above");
     std::fill(std::copy(text.begin(), text.end(), out), out + capacity, L'\0');
 }
 

@@ -1,5 +1,6 @@
 #include "files/results_file.h"
 
+#include <cassert>
 #include <functional>
 #include <string_view>
 #include <type_traits>
@@ -16,6 +17,7 @@
 namespace qvx {
 namespace {
 
+// Words that programs compare with: docs/file-formats.md names them, and none may change without the version.
 std::wstring_view CourseInWords(CombEnd end)
 {
     switch (end) {
@@ -35,6 +37,7 @@ std::wstring_view CourseInWords(CombEnd end)
     return L"";
 }
 
+// Results come without formats: no number of a results file is rounded.
 void WriteUnits(JsonWriter& out, const jxUnit& units)
 {
     out.Key("units");
@@ -84,9 +87,12 @@ void WriteCombinations(JsonWriter& out, const CjxStruct& model)
     out.Key("combinations");
     out.BeginArray(Layout::Lines);
     for (std::size_t i = 0; i < model.loadCombs.size(); ++i) {
+        // A run that was stopped has fewer results than combinations; the file then still has an object for each.
         const jxCombResult& result = i < model.combResults.size() ? model.combResults[i] : kNoResult;
         const jxCombOutcome& outcome = i < model.combOutcomes.size() ? model.combOutcomes[i] : kNoOutcome;
         CombinationSummary summary = Summarize(model.loadCombs[i].label, outcome, result);
+        // Stresses are formed for one combination at a time and dropped: kept for all they would be the largest part of
+        // a run.
         if (summary.isSolved && !result.beamCurves.empty())
             summary.beamStresses = model.GetBeamStresses(static_cast<int>(i));
         if (summary.isSolved)
@@ -103,6 +109,7 @@ void WriteModal(JsonWriter& out, const CjxStruct& model)
     if (model.modalResult.displacements.empty())
         return out.Null();
     jxCombOutcome outcome;
+    // The modal result is a sum of linear responses: it has no course of its own.
     outcome.end = CombEnd::Linear;
     WriteCombination(out, Summarize(L"modal", outcome, model.modalResult), model.modalResult);
 }
@@ -131,8 +138,11 @@ void WriteResults(JsonWriter& out, const CjxStruct& model)
 CombinationSummary Summarize(const wchar_t* label, const jxCombOutcome& outcome, const jxCombResult& result)
 {
     CombinationSummary summary;
+    assert(label != nullptr);
     summary.label = label;
+    // Displacements alone do not say it: those of the last iteration remain when an iteration fails.
     summary.isSolved = !result.displacements.empty() && outcome.end != CombEnd::Failed;
+    // A linear combination needs no iteration and counts as converged, so that one question serves all combinations.
     summary.isConverged = summary.isSolved && outcome.end != CombEnd::Limit;
     summary.course = CourseInWords(outcome.end);
     summary.iterations = outcome.iterations;

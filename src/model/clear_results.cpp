@@ -10,6 +10,7 @@ void jxCombResult::clear()
 
 void CjxStruct::ClearSolverData()
 {
+    // Load vectors of a solved run are its displacements in all digits: a large model keeps gigabytes in them.
     numberOfEquations = 0;
     loadVectors = {};  // a new vector, so that the memory goes too
     for (std::vector<int>& row : idTable)
@@ -20,10 +21,12 @@ void CjxStruct::ClearStaticResult()
 {
     ClearSolverData();
     combResults.clear();
+    // One empty record per combination, as the lists of a host and of a file count on.
     combResults.resize(loadCombs.size());
     assert(combResults.size() == loadCombs.size() && !HasStaticSolution());
     combOutcomes.clear();
     digitsLost = 0;
+    // What the check found is about the input and stays; what a run found goes with its results.
     findings.Drop(qvx::FindingStage::Run);
     concreteEnvelope.clear();
     woodArmer.clear();

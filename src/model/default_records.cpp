@@ -37,7 +37,9 @@ jxMat DefaultMaterial(const jxUnit& units)
     auto material = Labelled<jxMat>();
     material.E = 29e6 * modulus;
     material.nu = 0.3;
+    // Published per cubic foot; the internal unit is pounds per cubic inch.
     material.Wc = 490.0 / (12 * 12 * 12) * InUnits(units, kWeightDensity);
+    // Per degree: a smaller degree makes a smaller number, so this one is divided where the others are multiplied.
     material.Tc = 6.5e-6 / InUnits(units, kTemperature);
     material.fc = 4e3 * modulus;
     material.fy = 50e3 * modulus;
@@ -47,9 +49,12 @@ jxMat DefaultMaterial(const jxUnit& units)
 
 jxSect DefaultSection(const jxUnit& units)
 {
+    // In the unit of dimensions throughout, the fourth powers too: a section's numbers have no quantity of their own.
     const double b = 12 * InUnits(units, kDimension);
+    assert(b > 0 && "units convert by positive factors");
     auto section = Labelled<jxSect>();
     section.A = b * b;
+    // 5/6 of a rectangle: Timoshenko's shear coefficient for a parabolic shear stress.
     section.Ay = section.Az = 5.0 / 6.0 * section.A;
     section.Iz = section.Iy = std::pow(b, 4) / 12;
     section.J = 0.1406 * std::pow(b, 4);

@@ -277,6 +277,7 @@ Finding MakeFinding(FindingCode code, std::wstring text)
     finding.stage = kind.stage;
     finding.code = kind.code;
     finding.isReliable = kind.isReliable;
+    // Texts of boxes have line breaks; a finding is one line of a log, a table or a JSON string.
     std::replace(text.begin(), text.end(), L'\n', L' ');
     finding.text = std::move(text);
     finding.remedy.assign(kind.remedy, kind.remedy + std::char_traits<char>::length(kind.remedy));

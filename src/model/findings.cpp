@@ -1,6 +1,7 @@
 #include "model/findings.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cwchar>
 #include <string_view>
 
@@ -12,6 +13,7 @@ std::wstring Prefix(const Finding& finding, const CjxStruct& model)
     std::wstring text = FromUtf8(SeverityWord(finding.severity)) + L": ";
     if (finding.combination < 0)
         return text;
+    // From 1, as messages and reports count combinations; the label beside it, unless the model has changed since.
     const auto comb = static_cast<std::size_t>(finding.combination);
     text += L"combination " + std::to_wstring(comb + 1);
     if (comb < model.loadCombs.size())
@@ -26,6 +28,7 @@ std::wstring RecordsLine(const Finding& finding)
     const auto isSameKind = [&](std::size_t i, std::size_t j) {
         return j < records.size() && std::wcscmp(records[i].kind, records[j].kind) == 0;
     };
+    assert(records.size() <= finding.count && "counted at least as often as named");
     std::wstring line;
     for (std::size_t i = 0; i < records.size(); ++i) {
         line += i == 0 ? L"" : L", ";
@@ -40,10 +43,12 @@ std::wstring RecordsLine(const Finding& finding)
 
 std::string_view CodeWord(FindingCode code)
 {
+    assert(static_cast<std::size_t>(code) < FindingCatalogue().size() && "every code has its line in the catalogue");
     return FindingCatalogue()[static_cast<std::size_t>(code)].code;
 }
 
 // No boxes for its time.
+// CheckInputData asks a host's user before it goes on; CheckModel answers programs, which cannot be asked.
 class Unasked
 {
 public:
@@ -61,6 +66,7 @@ private:
 
 const char* SeverityWord(Severity severity)
 {
+    assert(severity >= Severity::Note && severity <= Severity::Error);
     constexpr const char* kWords[] = {"note", "warning", "error"};
     return kWords[static_cast<std::size_t>(severity)];
 }
@@ -75,11 +81,13 @@ const FindingList& CheckModel(CjxStruct& model)
 bool HasRefusedShapes(const CjxStruct& model)
 {
     return std::any_of(model.findings.begin(), model.findings.end(), [](const Finding& finding) {
+        // By the word of the finding: it may come from a list that was read from a file and knows no enumerator.
         const std::string_view code = finding.code;
         return code == CodeWord(FindingCode::ShellCornerInvalid) || code == CodeWord(FindingCode::BrickCornerInvalid);
     });
 }
 
+// Findings about the model as a whole are told by AreAllReliable: they name no combination.
 bool IsReliable(const CjxStruct& model, std::size_t comb)
 {
     return std::none_of(model.findings.begin(), model.findings.end(), [comb](const Finding& finding) {

@@ -11,6 +11,7 @@ namespace qvx {
 
 Freedoms::Freedoms(CjxStruct& model) : model_(model)
 {
+    // FindSuppressedDofs fills the flags of the model itself, which a check must leave as they were.
     int before[kDofCount];
     std::copy(std::begin(model.dofSuppressed), std::end(model.dofSuppressed), before);
     model.FindSuppressedDofs();
@@ -26,6 +27,8 @@ bool Freedoms::IsAnySuppressed() const
 
 bool Freedoms::IsTakenOut(int node, int dof) const
 {
+    assert(dof >= kX && dof < kDofCount && "a degree of freedom of a node");
+    // '2' takes the equation out; '1' holds it by a penalty and keeps the equation.
     const auto [first, last] = RecordsOf(model_.supports, node);
     return std::any_of(first, last, [dof](const jxSupt& s) { return s.flag[dof] == L'2'; });
 }

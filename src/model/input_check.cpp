@@ -29,6 +29,7 @@ void InputCheck::Find(FindingCode code, std::wstring text)
     finding.count = pending_.count;
     finding.records = std::move(pending_.records);
     finding.field = std::move(pending_.field);
+    // What a finding is about is said before it: the next one starts with nothing.
     pending_ = {};
     model.findings.Add(std::move(finding));
 }
@@ -54,6 +55,7 @@ void InputCheck::Refuse(FindingCode code, const wchar_t* text, const wchar_t* lo
 
 void InputCheck::RefuseOnly(const wchar_t* text)
 {
+    // The check goes on: an author corrects all faults of a model in one go, not one a run.
     model.list_msg(text, L"NOT OK");
     result = 0;
 }
@@ -68,6 +70,7 @@ bool InputCheck::Ask(const wchar_t* text) const
 {
     assert(text != nullptr && *text != 0);
     constexpr unsigned kFlags = kMbSystemModal | kMbIconQuestion | kMbYesNo;
+    // Without boxes nobody is asked. Yes is the answer that does not refuse a model which a host has decided to solve.
     return model.bInteractive == 0 || AfxMessageBox(text, kFlags) == kIdYes;
 }
 
@@ -94,6 +97,7 @@ FindingOfMany::~FindingOfMany()
 void InputCheck::Log(const wchar_t* format, ...)
 {
     assert(format != nullptr);
+    // The texts and their formats are fixed for whoever reads the log, odd ones too: they come as they are.
     va_list arguments;
     va_start(arguments, format);
     CString text;
@@ -129,6 +133,7 @@ bool CheckStiffnessFactors(InputCheck& check, const wchar_t* element, int id, co
 
 bool CheckCracking(InputCheck& check, const wchar_t* element, int id, double cracking)
 {
+    // Exactly 1 is the default: any other value was meant by somebody.
     check.isUsingFactors |= cracking != 1.0;
     if (cracking > 0 && cracking <= 1)
         return true;
@@ -140,6 +145,7 @@ bool CheckCracking(InputCheck& check, const wchar_t* element, int id, double cra
 void LengthRange::Add(double length, int id)
 {
     assert(!(length < 0));
+    // Strictly less and more: of equal lengths the first one is named, and a repeated check names the same.
     if (length < shortest) {
         shortest = length;
         shortestId = id;

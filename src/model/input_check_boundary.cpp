@@ -38,6 +38,7 @@ void CheckBoundaryConditions(InputCheck& check)
     if (!HasBoundaryConditions(m)) {
         constexpr const wchar_t* kNone = L"No boundary conditions defined";
         check.Log(kNone);
+        // Constraints may hold a structure whose ground is a node of its own; whether they do, the factorization tells.
         if (m.multiDofConstraints.empty()) {
             check.RefuseOnly(kNone);
             check.Find(FindingCode::NoBoundaryConditions, kNone);
@@ -48,6 +49,7 @@ void CheckBoundaryConditions(InputCheck& check)
     if (const CString fault = checkMultiDofConstraints(m.multiDofConstraints, m.nodes); !fault.IsEmpty()) {
         check.model.LogLine(fault);
         check.RefuseOnly(L"Invalid Multi-DOF constraint found");
+        // All at once give the text, each by itself tells whether it is among the faulty ones.
         for (const jxMultiDofConstraint& c : m.multiDofConstraints)
             if (!checkMultiDofConstraints({c}, m.nodes).IsEmpty())
                 check.About(L"constraint", c.id);

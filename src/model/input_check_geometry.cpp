@@ -49,6 +49,8 @@ jxPoint Cross(const jxPoint& a, const jxPoint& b)
 bool IsShellSound(const std::array<jxPoint, 4>& p)
 {
     const jxPoint normal = Cross(p[2] - p[0], p[3] - p[1]);
+    // The length of the cross product of the diagonals is twice the area: a measure of the shell that no corner
+    // governs.
     const double size = Length(normal);
     for (std::size_t i = 0; i < 4; ++i) {
         const jxPoint to = p[(i + 1) % 4] - p[i];

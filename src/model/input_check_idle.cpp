@@ -1,6 +1,7 @@
 // Records that are kept and have no effect: nobody should have to find that out from the results.
 
 #include <algorithm>
+#include <cassert>
 #include <cmath>
 #include <iterator>
 #include <string>
@@ -38,6 +39,7 @@ void CheckLoadOwners(InputCheck& check)
     CheckOwners(check, &jxCaseLoad::brickThermalLoads, m.bricks, L"brick");
 }
 
+// What hangs on an element by its id, in lists of their own.
 template <class Record, class Element>
 void CheckBelongings(InputCheck& check, const std::vector<Record>& records, const std::vector<Element>& elements,
                      const wchar_t* kind, const wchar_t* what)
@@ -49,6 +51,7 @@ void CheckBelongings(InputCheck& check, const std::vector<Record>& records, cons
                      [&] { return std::wstring(what) + L" belong to " + kind + L"s that are not in the model"; });
 }
 
+// A host turns area loads into line loads of the members below when its user asks for it; a run does not.
 void CheckAreaLoads(InputCheck& check)
 {
     FindingOfMany idle(check, FindingCode::AreaLoadNotConverted);
@@ -58,6 +61,7 @@ void CheckAreaLoads(InputCheck& check)
                      [] { return L"area loads are not converted to member loads: they take no part in the analysis"; });
 }
 
+// Kept for hosts that draw them; a four-node shell is what the analysis has.
 void CheckThreeNodeShells(InputCheck& check)
 {
     FindingOfMany idle(check, FindingCode::Shell3Ignored);
@@ -123,6 +127,8 @@ void CheckDiaphragmPlanes(InputCheck& check)
             continue;
         const jxPoint along = end->Point() - start->Point();
         const double offset = std::fabs(dot(along, link.normal));
+        assert(!(std::fabs(dot(link.normal, link.normal) - 1) > 1e-9) && "links carry the unit normal of their floor");
+        // As a slope: an offset that a short link shows as a lean is nothing on a long one.
         if (offset <= kRelativeTolerance * std::sqrt(dot(along, along)))
             continue;
         ++count;

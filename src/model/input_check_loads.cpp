@@ -31,6 +31,7 @@ void CheckIterationLimit(InputCheck& check)
     const CjxStruct& m = check.model;
     if (m.linearCombCount >= static_cast<int>(m.loadCombs.size()) || m.maxNonlinearIterations > 1)
         return;
+    // Asked before it is listed: the box stands while the list shows what led to it.
     const bool isAccepted = check.Ask(L"The maximum nonlinear iterations is less than 2.\n"
                                       L"The solution may not converge.\nDo you want to continue?");
     check.List(FindingCode::TooFewIterations, L"Maximum nonlinear iterations is less than 2.");

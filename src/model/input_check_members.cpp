@@ -9,6 +9,7 @@ void CheckMembers(InputCheck& check)
 {
     const CjxStruct& m = check.model;
     check.Heading(L"CHECKING MEMBERS");
+    // Factors are looked at whether or not bStiffnessFactors lets them act: it may be switched on without another look.
     bool areValid = true;
     for (const jxBm& b : m.beams)
         areValid &= CheckCracking(check, L"Member", b.id, b.cracking);
@@ -41,6 +42,7 @@ void CheckMemberLengths(InputCheck& check)
         const jxNd* start = FindOrNull(m.nodes, b.node1);
         const jxNd* end = FindOrNull(m.nodes, b.node2);
         if (start != nullptr && end != nullptr)
+            // Members without their nodes are told elsewhere and have no length.
             range.Add(calc_distance(start->Point(), end->Point()), b.id);
     }
     assert(m.beams.empty() || range.longest >= range.shortest || range.longest == 0);
@@ -49,6 +51,7 @@ void CheckMemberLengths(InputCheck& check)
     CString text;
     text.Format(L"(Maximum member length) / (Minimum member length) = %g", range.Ratio());
     check.model.list_msg(text, L"OK");
+    // Not "<=": the ratio of lengths that are all 0 is NaN and is passed over here.
     if (!(range.Ratio() > 100.0) || check.isSilent)
         return;
     text.Format(L"Excessive member length variation exists in the model.\n"

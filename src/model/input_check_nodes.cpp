@@ -14,6 +14,7 @@ void CheckDuplicateNodes(InputCheck& check)
     CjxStruct& m = check.model;
     check.Heading(L"CHECKING DUPLICATE NODES");
     if (!std::is_sorted(m.nodes.begin(), m.nodes.end()))
+        // A host may have appended nodes. Everything from here on finds records by binary search on their ids.
         std::stable_sort(m.nodes.begin(), m.nodes.end());
     assert(std::is_sorted(m.nodes.begin(), m.nodes.end()) && "what follows looks nodes up by id");
     const auto duplicates = FindDuplicateNodes(m.nodes, m.mergeTolerance);
@@ -52,7 +53,11 @@ public:
             Mark(c.node);
     }
 
-    bool operator[](std::size_t position) const { return isConnected_[position]; }
+    bool operator[](std::size_t position) const
+    {
+        assert(position < isConnected_.size());
+        return isConnected_[position];
+    }
 
 private:
     template <std::size_t N>
@@ -84,6 +89,7 @@ void CheckOrphanedNodes(InputCheck& check)
         jxNd& node = m.nodes[i];
         if (isConnected[i] || IsFullyRestrained(m, node.id))
             continue;  // a node that is held all round gives no free equation: hosts use it as a mark
+        // The host shows what is selected: the way to find one node among thousands.
         node.bSelected |= kSelected;
         check.Log(L"Node %d is an orphaned (unconnected) node", node.id);
         check.About(L"node", node.id);

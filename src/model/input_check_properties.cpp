@@ -22,6 +22,7 @@ struct Property
     const wchar_t* rule;
 };
 
+// Poisson's ratio 0.5 would divide by zero in a solid (1 - 2 nu); negative ones exist and are no building material.
 std::vector<Property> PropertiesOf(const jxMat& m)
 {
     return {{L"E", m.E, m.E > 0, L"above 0"},
@@ -69,11 +70,13 @@ void CheckRecords(InputCheck& check, const std::vector<Record>& records, Finding
         return;
     check.RefuseOnly(text);
     check.model.LogLine(text);
+    // Property by property and not record by record, so that one fault of a hundred records is one finding.
     const std::size_t nProperties = PropertiesOf(Record{}).size();
     for (std::size_t k = 0; k < nProperties; ++k) {
         CString fault;
         for (const Record& r : records) {
             const std::vector<Property> properties = PropertiesOf(r);
+            assert((properties.empty() || properties.size() == nProperties) && "the same properties of every record");
             if (properties.empty() || properties[k].isValid)
                 continue;
             const Property& p = properties[k];
@@ -95,6 +98,7 @@ void FillRigidLinkSections(CjxStruct& m)
     for (jxSect& s : m.sections) {
         if (!IsRigidLink(s))
             continue;
+        // Its own id, position, selection and label stay: members refer to them.
         const jxSect named = s;
         s = rigid;
         s.id = named.id;

@@ -1,4 +1,7 @@
 #include "model/find_record.h"
+
+#include <cassert>
+
 #include "model/input_check.h"
 
 namespace qvx {
@@ -7,6 +10,7 @@ namespace {
 
 bool IsReleased(const wchar_t* mask, int dof)
 {
+    assert(mask != nullptr && dof >= kX && dof < kDofCount);
     return mask[dof] == L'1';
 }
 
@@ -15,6 +19,7 @@ bool IsReleased(const wchar_t* mask, int dof)
 // its end forces balance no load.
 bool IsLooseInPlane(const jxRels& rels, int shear, int moment)
 {
+    // A plane has four end freedoms and two rigid motions; what is left must hold both.
     const bool isStartSheared = IsReleased(rels.start, shear);
     const bool isEndSheared = IsReleased(rels.end, shear);
     const int released = isStartSheared + isEndSheared + IsReleased(rels.start, moment) + IsReleased(rels.end, moment);
@@ -41,6 +46,8 @@ void CheckReleases(InputCheck& check)
                 return L"members cannot carry a force across themselves, with shear released at both ends or three of "
                        L"shear and moment in one plane; their forces are no results";
             });
+        // Along and about its axis a member has one stiffness term with two ends: with both released it would be loose,
+        // so the run keeps them, and the author is told.
         if (IsReleasedTwice(rels, kX) || IsReleasedTwice(rels, kOX))
             along.Add(jxBm::name(), rels.id, [] {
                 return L"axial force or torsion is released at both ends; the members keep that stiffness";

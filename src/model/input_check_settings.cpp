@@ -38,6 +38,9 @@ template <class Value>
 void Limit(InputCheck& check, const char* field, Value& value, Value least, Value most)
 {
     const Value before = value;
+    assert(least <= most);
+    // Limited and told, not refused: the nearest value that works is what an author of 0 or 1e9 iterations most likely
+    // wants.
     value = std::clamp(value, least, most);
     if (value == before)
         return;
@@ -60,6 +63,7 @@ void LimitSettings(InputCheck& check)
     Limit(check, "pDeltaTolerance", m.pDeltaTolerance, 0.001, 100.0);
     Limit(check, "modelType", m.modelType, int{Frame3D}, int{Grillage2D});
     Limit(check, "numberOfSegments", m.numberOfSegments, 1, 127);
+    // Of the host's own display, and therefore without a word.
     m.currentLoadCase = std::clamp(m.currentLoadCase, 0, std::max(0, static_cast<int>(m.loadCases.size()) - 1));
     assert(m.loadCases.empty() || m.currentLoadCase < static_cast<int>(m.loadCases.size()));
 }

@@ -27,9 +27,11 @@ bool GetCorners(const CjxStruct& m, const jxShell4& shell, QuadCorners& corners)
 
 void CheckEdgeLengths(InputCheck& check, const LengthRange& range)
 {
+    assert(!(range.longest < range.shortest) || range.longest == 0);
     CString text;
     text.Format(L"(Maximum shell length) / (Minimum shell length) = %g", range.Ratio());
     check.model.list_msg(text, L"OK");
+    // Not "<=": the ratio of lengths that are all 0 is NaN and is passed over here.
     if (!(range.Ratio() > 20.0) || check.isSilent)
         return;
     text.Format(L"Excessive shell length variation exists in the model.\n"
@@ -43,6 +45,7 @@ void CheckEdgeLengths(InputCheck& check, const LengthRange& range)
         check.RefuseAnswer(L"Excessive shell length variation exists in the model.");
 }
 
+// Factors that are set and not applied are as likely forgotten as meant: the model is asked about, not refused.
 void CheckFactorsAgainstOption(InputCheck& check)
 {
     if (!check.isUsingFactors || check.model.bStiffnessFactors != 0)
@@ -61,6 +64,8 @@ void CheckRepeatedNodes(InputCheck& check)
 {
     bool isAnyRepeated = false;
     for (const jxShell4& s : check.model.shell4s) {
+        // A shell with a node twice is a triangle to its author. Its stiffness as a quadrilateral would have a corner
+        // of no angle.
         const std::set<int> distinct(std::begin(s.node), std::end(s.node));
         if (distinct.size() == std::size(s.node))
             continue;
@@ -83,11 +88,14 @@ void CheckShellGeometry(InputCheck& check)
         QuadCorners p;
         if (!GetCorners(m, s, p))
             continue;
+        // The mapping of the element from its natural coordinates folds over where a corner exceeds 180 degrees: the
+        // determinant changes sign within (Bathe, Finite Element Procedures, 1996, section 5.3).
         if (!IsConvexQuad(p, s.angle)) {
             check.Log(L"poor element shape for shell %d", s.id);
             poor.push_back(s.id);
         }
         for (std::size_t i = 0; i < p.size(); ++i)
+            // Edges, not diagonals: the ratio is about neighbors in the mesh.
             range.Add(calc_distance(p[i], p[(i + 1) % p.size()]), s.id);
     }
     CheckEdgeLengths(check, range);

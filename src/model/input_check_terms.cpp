@@ -23,6 +23,8 @@ void CheckTerms(InputCheck& check)
         for (const jxCaseFactor& term : m.loadCombs[i].cases) {
             if (m.FindLoadCase(term.label) >= 0)
                 continue;
+            // The result of this combination lacks a load that its author wrote: it is not to be relied on, whatever
+            // the others are.
             check.AboutCombination(i);
             check.Find(FindingCode::TermWithoutLoadCase,
                        L"no load case is named " + Quoted(term.label) + L": this term gives no load");

@@ -21,6 +21,7 @@ CString FileIn(const wchar_t* folder, const wchar_t* name)
 // The tables of bars: the host's own beside its executable, else those installed with the library.
 bool LoadBars(std::vector<jxBarDatabase>& databases, int& current)
 {
+    // The executable's folder first: a host may bring tables of its own country beside itself.
     constexpr std::size_t kLongestPath = 4096;
     wchar_t folder[kLongestPath];
     GetExecutablePath(folder, kLongestPath);
@@ -32,6 +33,7 @@ bool LoadBars(std::vector<jxBarDatabase>& databases, int& current)
 
 CjxStruct::CjxStruct() : window_(std::make_unique<qvx::SolverWindow>())
 {
+    // A new model takes the user's habit; a stored one has the axis among its settings.
     if (AfxGetApp().GetProfileInt(L"Preferences", L"bUseZAsVertical", 0) != 0) {
         selfWeightDir = 2;
         bZVertical = 1;

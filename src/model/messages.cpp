@@ -53,6 +53,7 @@ void CjxStruct::clear_solver_wnds()
 
 void CjxStruct::list_msg(const wchar_t* text, const wchar_t* status)
 {
+    // Window and log are told the same thing, one for the user who waits, the other for whoever asks later.
     window_->PostLine(text, status);
     LogLine(Joined(text, L" - ", status));
 }
@@ -77,6 +78,7 @@ void CjxStruct::status_msg(const wchar_t* text)
 
 void CjxStruct::peek_msg()
 {
+    // After an abort the run unwinds through many of these: the question is asked once.
     if (window_->IsAborted() || !qvx::Host().IsAbortKeyDown())
         return;
     if (AfxMessageBox(L"Do you want to abort the solution?", kYesNoQuestion) != qvx::kIdYes)
@@ -100,12 +102,14 @@ void CjxStruct::ClearCounterString()
 
 std::ofstream& CjxStruct::GetFileLog()
 {
+    // Local time, as the user's watch has it beside the log.
     fileLog << fmt::format("[{:%Y-%m-%d %H:%M:%S}]: ", fmt::localtime(std::time(nullptr)));
     return fileLog;
 }
 
 void CjxStruct::LogLine(const wchar_t* text)
 {
+    // Flushed line by line: the log of a run that the system ended is complete to its last message.
     if (fileLog.is_open())
         GetFileLog() << text << std::endl;
 }

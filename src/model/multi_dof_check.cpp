@@ -41,6 +41,7 @@ CString checkMultiDofConstraints(const std::vector<jxMultiDofConstraint>& constr
                         c.node[0]);
             AddLine(text, line);
         }
+        // One factor of 0 is sound: f1 u1 = 0 holds a degree of freedom to the ground.
         if (c.factor[0] == 0 && c.factor[1] == 0) {
             line.Format(L"Multi-DOF constraint %d: both factors are 0", c.id);
             AddLine(text, line);

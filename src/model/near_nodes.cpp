@@ -35,6 +35,7 @@ std::vector<std::size_t> OrderFromOrigin(const std::vector<jxNd>& nodes)
     radius.reserve(nodes.size());
     for (const jxNd& node : nodes) {
         const double squared = dot(node.Point(), node.Point());
+        // A comparison with NaN would break the order that the sort relies on.
         radius.push_back(std::isnan(squared) ? std::numeric_limits<double>::infinity() : squared);
     }
     std::vector<std::size_t> order(nodes.size());
@@ -56,6 +57,8 @@ std::vector<std::pair<int, int>> FindDuplicateNodes(const std::vector<jxNd>& nod
         points.push_back(nodes[position].Point());
     const PointTree tree(points);
 
+    assert(points.size() == nodes.size() && "an order leaves nobody out");
+    // A tree of boxes instead of all pairs: n log n for nodes that are spread out, as those of a structure are.
     std::vector<const jxNd*> twin(nodes.size(), nullptr);  // by position
     for (std::size_t i = 0; i < points.size(); ++i)
         tree.VisitNearFrom(i + 1, points[i], points[i], tolerance, [&](std::size_t later) {
@@ -94,6 +97,7 @@ std::vector<std::pair<int, int>> FindNodesOnMembers(const std::vector<jxBm>& bea
                 onMember.push_back(i);
             return true;
         });
+        // In the order of the nodes; the tree meets them in its own.
         std::sort(onMember.begin(), onMember.end());
         for (const std::size_t i : onMember)
             found.emplace_back(beam.id, nodes[i].id);

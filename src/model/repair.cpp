@@ -10,6 +10,7 @@ namespace {
 
 using qvx::FindOrNull;
 
+// O(log n): lists are sorted by id when a model is repaired.
 template <class Record>
 bool Exists(const std::vector<Record>& records, int id)
 {
@@ -43,6 +44,7 @@ void AddMissingRecords(CjxStruct& m)
     AddWhenEmpty(m.plateRcCriteria, DefaultCriterion<jxPlateRcCrit>());
     AddWhenEmpty(m.steelCriteria, DefaultCriterion<jxSteelCrit>());
     AddWhenEmpty(m.loadCases, qvx::DefaultLoadCase());
+    assert(!m.loadCases.empty() && "a combination is of load cases");
     AddWhenEmpty(m.loadCombs, qvx::DefaultLoadCombination(m.loadCases.front()));
     m.caseLoads.resize(std::max(m.caseLoads.size(), m.loadCases.size()));
 }
@@ -76,6 +78,8 @@ void DropElementsThatReferToNothing(CjxStruct& m)
 {
     const References has(m);
     std::erase_if(m.beams, [&](const jxBm& b) {
+        // A record that refers to nothing cannot be shown, edited or solved. Repair follows a refusal only, so nothing
+        // is lost that a run would have used.
         return !has.HasMaterial(b.material) || !has.HasSection(b.section) || !has.HasNode(b.node1) ||
                !has.HasNode(b.node2);
     });
@@ -89,6 +93,7 @@ void DropElementsThatReferToNothing(CjxStruct& m)
                   [&](const jxSupt& s) { return !has.HasNode(s.id) || qvx::CompareNoCase(s.flag, L"000000") == 0; });
 }
 
+// What belongs to an element carries the element's id.
 template <class Record, class HasOwner>
 void KeepOwned(std::vector<Record>& records, HasOwner hasOwner)
 {
@@ -98,6 +103,7 @@ void KeepOwned(std::vector<Record>& records, HasOwner hasOwner)
 void DropOrphanedSpringsAndReleases(CjxStruct& m)
 {
     const References has(m);
+    // Elements have gone by now, so what belonged to them goes with them.
     KeepOwned(m.nodalSprings, [&](int id) { return has.HasNode(id); });
     KeepOwned(m.coupledSprings, [&](int id) { return has.HasNode(id); });
     KeepOwned(m.beamSprings, [&](int id) { return has.HasBeam(id); });
@@ -149,6 +155,7 @@ void ResetBeyondEnd(int& index, const std::vector<Record>& records)  // -1 means
         index = 0;
 }
 
+// Positions that a host shows as current; a shorter list would leave them behind its end.
 void ResetIndices(CjxStruct& m)
 {
     ResetBeyondEnd(m.currentLoadCase, m.loadCases);
@@ -177,5 +184,6 @@ void CjxStruct::RepaireData()
     DropOrphanedGroups(*this);
     ResetIndices(*this);
     assert(!loadCases.empty() && !loadCombs.empty() && caseLoads.size() >= loadCases.size());
+    // As many results as combinations, empty ones: whoever lists them needs no second check of their number.
     combResults.resize(loadCombs.size());
 }

@@ -25,6 +25,7 @@ CjxStruct& CjxStruct::copy_input(const CjxStruct& other)
 {
     if (this == &other)
         return *this;
+    // The catalogue says what input is: a new field is saved and restored by its line there.
     qvx::ForEachField(qvx::kInput, [&](const auto& field) { Copy(this->*field.member, other.*field.member); });
     return *this;
 }

@@ -1,5 +1,6 @@
 #include "model/solver_window.h"
 
+#include <cassert>
 #include <ctime>
 
 #include <fmt/chrono.h>
@@ -12,6 +13,8 @@ namespace {
 
 WPARAM AddressOf(const CString* text)
 {
+    assert(text != nullptr);
+    // Messages carry addresses as integers, as windows of hosts have always received them.
     return reinterpret_cast<WPARAM>(text->GetString());
 }
 
@@ -20,6 +23,7 @@ WPARAM AddressOf(const CString* text)
 void SolverWindow::Attach(CWnd* window)
 {
     window_ = window;
+    // A new run begins: an abort was that of the run before.
     isAborted_ = false;
     const std::lock_guard guard(lock_);
     count_ = 0;
@@ -29,6 +33,7 @@ void SolverWindow::PostLine(const wchar_t* text, const wchar_t* status)
 {
     if (!MayPost())
         return;
+    // Two strings for one message: the window reads them after PostMessageW has returned, so they live in the table.
     CString* line = NextString();
     CString* ending = NextString();
     *line = CString(fmt::format("[{:%H:%M:%S}] ", fmt::localtime(std::time(nullptr))).c_str()) + text;
@@ -47,6 +52,7 @@ void SolverWindow::PostStatus(const wchar_t* text)
 
 CString* SolverWindow::NextString()
 {
+    // Strings are kept and handed out anew from the first on: a run of a million lines needs no million strings.
     const std::lock_guard guard(lock_);
     std::unique_ptr<CString>& text = strings_[++count_];
     if (!text)

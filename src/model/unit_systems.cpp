@@ -63,6 +63,8 @@ constexpr UnitSystem kSystems[] = {
 
 }  // namespace
 
+// Stresses are in N/mm^2 and reinforcement in mm^2 in a system of metres: what a practice writes in each place, and not
+// one unit for every length.
 std::span<const UnitSystem> UnitSystems()
 {
     return kSystems;
@@ -78,6 +80,7 @@ std::optional<jxUnit> UnitsOfSystem(std::wstring_view name)
     for (int k = 0; k < kQuantityCount; ++k) {
         const std::optional<int> unit = FindUnit(system->units[k]);
         assert(unit && IsUnitOf(static_cast<Quantity>(k), *unit) && "a unit of the quantity");
+        // The names of the table stand for numbers of the unit table, which are looked up once per call.
         units.unit[k] = *unit;
     }
     return units;

@@ -38,6 +38,7 @@ constexpr int kPoundLengths = 2;  // in, ft
 /// A spring constant per degree is this many times the one per radian.
 constexpr double kPerDegree = 57.295779509999996;
 
+// Fills the table in the order of UnitFamily and sees to it that each family begins where the enumeration says.
 class TableBuilder
 {
 public:
@@ -49,6 +50,7 @@ public:
 
     void Add(std::wstring name, double factor)
     {
+        assert(count_ < kUnitCount && factor > 0 && "a unit of the table");
         table_[static_cast<std::size_t>(count_)] = {std::move(name), factor};
         ++count_;
     }
@@ -60,7 +62,10 @@ public:
         assert(count_ == family);
         for (int i = 0; i < static_cast<int>(std::size(kForces)); ++i)
             for (int j = 0; j < static_cast<int>(std::size(kLengths)); ++j)
+                // Pounds with inches and feet, newtons with metres: nobody mixes them, and the numbers of the entries
+                // are stored in files.
                 if ((i < kPoundForces) == (j < kPoundLengths)) {
+                    assert(kForces[i].factor > 0 && kLengths[j].factor > 0 && "a unit is a positive amount");
                     const Unit unit = compose(kForces[i], kLengths[j]);
                     Add(unit.name, unit.factor);
                 }
@@ -71,6 +76,7 @@ private:
     int count_ = 0;
 };
 
+// Families stand in the order of UnitFamily; what is behind is only appended, as hosts keep positions of the table.
 UnitTable BuildUnitTable()
 {
     TableBuilder table;
@@ -102,6 +108,7 @@ UnitTable BuildUnitTable()
     table.Add(L"rad", 1.0);
     table.Add(L"deg", 0.017453292520882225);
     table.Add(L"F", 1.0);
+    // Of a difference of temperatures: a degree C is 9/5 of a degree F, and the zero does not matter to a strain.
     table.Add(L"C", 1.7999999999999998);
 
     table.AddForceByLength(kRotationalSpringRad, [](const Unit& p, const Unit& l) {
@@ -115,10 +122,12 @@ UnitTable BuildUnitTable()
 
 const UnitTable& Units()
 {
+    // Made when it is first asked for and never changed: threads may read it at once.
     static const UnitTable table = BuildUnitTable();
     return table;
 }
 
+// An exception and no assert: the number may come from a host's document.
 const Unit& UnitAt(int unit)
 {
     if (unit < 0 || unit >= kUnitCount) {
@@ -167,6 +176,7 @@ std::optional<int> PositionOf(const std::array<const wchar_t*, N>& names, std::w
     return static_cast<int>(it - names.begin());
 }
 
+// As with units: documents of hosts hold these numbers.
 void RequireFormat(int format)
 {
     if (format >= 0 && format < kFormatCount)
@@ -196,6 +206,8 @@ std::optional<int> FindUnit(std::wstring_view name)
     return static_cast<int>(it - table.begin());
 }
 
+// Half open ranges of the table. Quantities that are measured alike share a family: a modulus is a pressure, a line
+// spring too (force per length and per displacement).
 UnitRange UnitsOf(Quantity quantity)
 {
     switch (quantity) {
@@ -235,6 +247,7 @@ UnitRange UnitsOf(Quantity quantity)
     return {};
 }
 
+// Otherwise a force of 3 m could be asked for, and converted by the factor of a length without anybody noticing.
 bool IsUnitOf(Quantity quantity, int unit)
 {
     const UnitRange range = UnitsOf(quantity);
@@ -246,6 +259,8 @@ std::optional<jxUnit> ConsistentUnits(std::wstring_view force, std::wstring_view
     const std::wstring F(force);
     const std::wstring L(length);
     const std::wstring moment = F + L"-" + L;
+    // In the order of Quantity. Lengths and dimensions alike, modulus and stress alike: that is what makes the system
+    // consistent.
     const std::wstring names[kQuantityCount] = {
         L,
         L,
@@ -276,6 +291,7 @@ std::optional<jxUnit> ConsistentUnits(std::wstring_view force, std::wstring_view
     return units;
 }
 
+// `at` throws for a quantity that is none: the label is asked for with numbers of hosts too.
 const wchar_t* QuantityLabel(Quantity quantity)
 {
     return kQuantityLabels.at(quantity);
@@ -303,6 +319,7 @@ std::optional<int> FindFormat(std::wstring_view name)
 int FormatPrecision(int format)
 {
     RequireFormat(format);
+    static_assert(kFormatCount == 2 * kFixedFormats, "as many formats with an exponent as without");
     return format % kFixedFormats + 1;
 }
 
@@ -327,6 +344,7 @@ jxUnit::jxUnit()
 void GetConversionFactors(double f[kQuantityCount], const jxUnit& from, const jxUnit& to)
 {
     for (int k = 0; k < kQuantityCount; ++k) {
+        assert(qvx::UnitFactor(to.unit[k]) > 0 && "units of the table are positive");
         f[k] = qvx::UnitFactor(from.unit[k]) / qvx::UnitFactor(to.unit[k]);
         assert(f[k] > 0);
     }

@@ -14,6 +14,7 @@ constexpr double kFlat = 1e-6;  // of the model's size
 
 double Coordinate(const jxNd& node, int axis)
 {
+    assert(axis >= kX && axis <= kZ && "an axis of space");
     return axis == kX ? node.x : axis == kY ? node.y : node.z;
 }
 
@@ -27,6 +28,7 @@ struct Range
         least = std::min(least, value);
         most = std::max(most, value);
     }
+    // 0 of a range that nothing was added to.
     double Length() const { return most >= least ? most - least : 0; }
 };
 
@@ -54,6 +56,7 @@ bool IsStandingAlong(const CjxStruct& m, int axis)
     for (const jxSupt& support : m.supports)
         if (const jxNd* node = support.flag[axis] == L'0' ? nullptr : FindOrNull(m.nodes, support.id))
             held.Add(Coordinate(*node, axis));
+    // A negative factor pulls towards the lower end of the axis.
     const double foot = m.selfWeightFactor < 0 ? all.least : all.most;
     const double slack = kFlat * all.Length();
     return held.most >= held.least && std::fabs(held.least - foot) <= slack && std::fabs(held.most - foot) <= slack;
@@ -68,6 +71,7 @@ bool HasLoadAlong(const std::vector<Load>& loads, int axis)
 
 bool IsLoadedAlong(const CjxStruct& m, int axis)
 {
+    assert(axis >= kX && axis <= kZ && "translations are numbered as axes");
     return std::any_of(m.caseLoads.begin(), m.caseLoads.end(), [axis](const jxCaseLoad& c) {
         return HasLoadAlong(c.ptLoads, axis) || HasLoadAlong(c.lnLoads, axis) ||
                HasLoadAlong(c.shell4SurfaceLoads, axis) ||
@@ -79,6 +83,7 @@ bool IsLoadedAlong(const CjxStruct& m, int axis)
 // have to tell; shells without members are a slab more often.
 bool IsFloorAcross(const CjxStruct& m, int axis)
 {
+    assert(axis >= kX && axis <= kZ && "an axis of space");
     if (RangeOf(m, axis).Length() > kFlat * SizeOf(m))
         return false;
     return IsLoadedAlong(m, axis) || (m.beams.empty() && !m.shell4s.empty());
@@ -99,6 +104,7 @@ int UpAxisOf(const CjxStruct& model)
     default:
         break;
     }
+    // What the model says of itself stands against its setting only where it is plain: standing columns or a floor.
     const int set = model.bZVertical != 0 ? kZ : kY;
     const int weight = model.selfWeightDir;
     if (model.selfWeightFactor == 0 || weight == set || weight < kX || weight > kZ)

@@ -16,6 +16,7 @@ AtomicFile::~AtomicFile()
 void AtomicFile::Write(std::string_view bytes)
 {
     assert(file_ != nullptr && "after Commit or a failure nothing more is written");
+    // A short write is a full disk mostly; what is there already goes with the temporary file.
     if (std::fwrite(bytes.data(), 1, bytes.size(), file_) != bytes.size())
         Fail(errno);
 }

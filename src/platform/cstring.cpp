@@ -35,6 +35,7 @@ void CString::Format(const wchar_t* format, ...)
 void CString::FormatV(const wchar_t* format, va_list arguments)
 {
     assert(format != nullptr);
+    // The new text is whole before the old one goes: the text may be among its own arguments.
     text_ = qvx::FormatWide(format, arguments);
 }
 
@@ -68,6 +69,7 @@ CString& CString::operator+=(wchar_t tail)
 int CString::Compare(const wchar_t* other) const
 {
     assert(other != nullptr);
+    // By codes and not by a locale: sorted labels are the same on every machine.
     const int order = text_.compare(other);
     return order < 0 ? -1 : order > 0 ? 1 : 0;
 }
@@ -153,6 +155,7 @@ int CString::Replace(const wchar_t* from, const wchar_t* to)
     if (sought.empty())
         return count;
     for (std::size_t at = text_.find(sought); at != std::wstring::npos; at = text_.find(sought, at)) {
+        // Sought on behind what was put in, so that a replacement which holds the sought text ends.
         text_.replace(at, sought.size(), substitute);
         at += substitute.size();
         ++count;

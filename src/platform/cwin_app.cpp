@@ -14,6 +14,7 @@ int CWinApp::GetProfileInt(const wchar_t* section, const wchar_t* key, int defau
 
 CqvxFEMApp& AfxGetApp()
 {
+    // Made on first use: a host may ask from the constructor of a global of its own.
     static CqvxFEMApp application;
     return application;
 }

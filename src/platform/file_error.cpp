@@ -7,6 +7,7 @@ std::string Join(std::string_view file, std::string_view place, std::string_view
 {
     std::string text;
     for (const std::string_view part : {file, place, reason}) {
+        // Text from memory has no file and a file as a whole no place: neither leaves a lone colon.
         if (part.empty())
             continue;
         if (!text.empty())

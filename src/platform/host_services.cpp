@@ -28,11 +28,13 @@ int IntegerOr(const std::string& text, int defaultValue)
     int value = 0;
     const char* last = text.data() + text.size();
     const auto [end, error] = std::from_chars(text.data(), last, value);
+    // Whole or not at all: "4x" is a misspelling, and half of it no setting.
     return error == std::errc() && end == last ? value : defaultValue;
 }
 
 HostServices& HeadlessHost()
 {
+    // On first use, and never destroyed before it: threads may still ask while the process ends.
     static HostServices headless;
     return headless;
 }
@@ -50,6 +52,7 @@ HostServices::~HostServices() = default;
 int HostServices::MessageBox(const std::wstring& text, unsigned flags)
 {
     constexpr unsigned kButtons = 0xF;
+    // The error stream: what a program prints as its result stays clean. Nobody is there to say No.
     std::cerr << ToUtf8(text) << std::endl;
     return (flags & kButtons) == kMbYesNo ? kIdYes : kIdOk;
 }
@@ -66,6 +69,7 @@ bool HostServices::IsAbortKeyDown()
 
 int HostServices::ProfileInteger(const std::wstring& section, const std::wstring& key, int defaultValue)
 {
+    // Read anew each time it is asked, which is a few times a run: a user may change it meanwhile.
     const auto sections = ReadIniFile(PreferencesFile());
     const IniSection* found = sections ? FindSection(*sections, section) : nullptr;
     const std::wstring* value = found == nullptr ? nullptr : found->Find(key);
@@ -77,6 +81,7 @@ MemoryStatus HostServices::Memory()
     MemoryStatus status{.totalPhysical = KernelTableBytes("/proc/meminfo", "MemTotal:"),
                         .availablePhysical = KernelTableBytes("/proc/meminfo", "MemAvailable:")};
 #if defined(_SC_PHYS_PAGES) && defined(_SC_PAGESIZE)
+    // Systems without the table of the kernel tell at least what is built in.
     if (status.totalPhysical == 0)
         status.totalPhysical =
             static_cast<std::uint64_t>(sysconf(_SC_PHYS_PAGES)) * static_cast<std::uint64_t>(sysconf(_SC_PAGESIZE));
@@ -108,6 +113,7 @@ std::wstring InstalledDataFolder()
     if (dladdr(reinterpret_cast<const void*>(&InstalledDataFolder), &library) == 0 || library.dli_fname == nullptr)
         return L"";
     std::error_code error;
+    // From the library's own place, of a link its target: <prefix>/lib/libqvxFEM.so has <prefix>/share/qvxfem.
     const std::filesystem::path file = std::filesystem::canonical(library.dli_fname, error);
     return error ? L"" : TextOf(file.parent_path().parent_path() / "share" / "qvxfem");
 }
@@ -152,6 +158,7 @@ void GetExecutablePath(wchar_t* buffer, std::size_t capacity)
     if (capacity == 0)
         return;
     const std::wstring folder = qvx::Host().ExecutableFolder();
+    assert(buffer != nullptr);
     const std::size_t length = std::min(folder.size(), capacity - 1);
     std::wmemcpy(buffer, folder.data(), length);
     buffer[length] = 0;

@@ -41,6 +41,7 @@ std::optional<std::vector<IniSection>> ReadIniFile(const std::filesystem::path& 
         const auto equals = text.find(L'=');
         if (text.front() == L'[' && text.back() == L']')
             sections.push_back({Trimmed(text.substr(1, text.size() - 2)), {}});
+        // What is no entry is passed over: these files are written by hand.
         else if (!sections.empty() && equals != std::wstring::npos)
             sections.back().entries.push_back({Trimmed(text.substr(0, equals)), Trimmed(text.substr(equals + 1))});
     }

@@ -50,6 +50,7 @@ PendingFile::PendingFile(fs::path path, std::string_view ending) : path_(std::mo
     const auto status = fs::status(path_, ignored);
     if (fs::is_directory(status))
         Fail(EISDIR);
+    // A link goes on pointing where it does: the new file takes the place of its target.
     if (fs::exists(status) && fs::is_symlink(path_, ignored) && fs::is_regular_file(status))
         path_ = fs::canonical(path_, ignored);
     written_ = !fs::exists(status) || fs::is_regular_file(status) ? TemporaryName(path_, ending_) : path_;
@@ -74,6 +75,7 @@ void PendingFile::Commit()
 {
     std::error_code fault;
     if (!IsDirect()) {
+        // rename replaces in one step: whoever opens the name sees the old file or the new one, never a part.
         KeepModeOf(path_, written_);
         fs::rename(written_, path_, fault);
     }

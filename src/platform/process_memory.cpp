@@ -24,6 +24,7 @@ std::uint64_t KernelTableBytes(const char* file, const std::string& name)
         std::uint64_t kilobytes = 0;
         if (word == name && in >> kilobytes)
             return kilobytes * 1024;
+        // The rest of the line holds the value and its unit; lines of these tables are short.
         in.ignore(256, '\n');
     }
     return 0;

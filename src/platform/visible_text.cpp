@@ -1,7 +1,7 @@
 #include "platform/visible_text.h"
 
 #include <cstdint>
-#include <type_traits>
+#include <string>
 
 #include <fmt/format.h>
 
@@ -46,7 +46,7 @@ std::wstring VisibleText(std::wstring_view text)
     std::wstring visible;
     visible.reserve(text.size());
     for (const wchar_t c : text)
-        if (const auto code = static_cast<std::make_unsigned_t<wchar_t>>(c); IsLive(code))
+        if (const std::uint32_t code = std::char_traits<wchar_t>::to_int_type(c); IsLive(code))
             visible += Escape(code);
         else
             visible += c;
@@ -55,6 +55,7 @@ std::wstring VisibleText(std::wstring_view text)
 
 std::string VisibleText(std::string_view utf8)
 {
+    // Most texts are plain: they are copied as they are, without two conversions.
     if (!HasLiveBytes(utf8))
         return std::string(utf8);
     return ToUtf8(VisibleText(FromUtf8(utf8)));

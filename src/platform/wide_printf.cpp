@@ -65,9 +65,11 @@ std::wstring SignOf(const Conversion& c, bool negative)
 std::wstring FormatMagnitude(const Conversion& c, std::uint64_t magnitude, std::wstring prefix)
 {
     const int base = c.letter == L'x' || c.letter == L'X' || c.letter == L'p' ? 16 : c.letter == L'o' ? 8 : 10;
+    // 64 bits have 22 octal digits at most.
     char buffer[32];
     const auto end = std::to_chars(buffer, buffer + sizeof buffer, magnitude, base).ptr;
     std::wstring digits = Widen({buffer, static_cast<std::size_t>(end - buffer)});
+    // printf's rule: a precision of 0 shows no digit of a zero.
     if (c.precision == 0 && magnitude == 0)
         digits.clear();
     if (c.precision > static_cast<int>(digits.size()))
@@ -103,6 +105,7 @@ std::string AlternativeDigits(double magnitude, char letter, int precision)
     }
     const int significant = std::max(precision, 1);
     const std::string scientific = FixedOrScientific(magnitude, std::chars_format::scientific, significant - 1);
+    // %g decides by the exponent of the rounded value, so it is rounded first.
     const int exponent = std::stoi(scientific.substr(scientific.find('e') + 1));
     if (exponent < -4 || exponent >= significant)
         return AlternativeDigits(magnitude, 'e', significant - 1);
@@ -126,6 +129,7 @@ std::wstring FormatDouble(const Conversion& c, double value)
 {
     const double magnitude = std::fabs(value);
     std::wstring digits = std::isnan(value) ? L"nan" : std::isinf(value) ? L"inf" : Widen(DoubleDigits(c, magnitude));
+    // Capital letters print NAN, INF and the exponent in capitals.
     if (c.letter < L'a')
         std::transform(digits.begin(), digits.end(), digits.begin(),
                        [](wchar_t d) { return d >= L'a' && d <= L'z' ? static_cast<wchar_t>(d - L'a' + L'A') : d; });
@@ -209,6 +213,7 @@ private:
         }
         int number = 0;
         for (; *at_ >= L'0' && *at_ <= L'9'; ++at_)
+            // A width from a broken format must not fill the memory.
             number = std::min(number * 10 + (*at_ - L'0'), 100000);
         return number;
     }
@@ -322,6 +327,7 @@ private:
             text_ += L'%';
             break;
         default:
+            // As it stands: a text with a lone percent sign is shown and not lost.
             text_.append(start, at_);
         }
     }

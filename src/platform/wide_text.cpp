@@ -32,6 +32,7 @@ wchar_t Lower(wchar_t c)
 
 wchar_t Upper(wchar_t c)
 {
+    // The inverse of Lower by trying its three distances: one table of blocks, not two.
     for (const int offset : {32, 80, 1})
         if (c > offset)
             if (const auto upper = static_cast<wchar_t>(c - offset); upper != c && Lower(upper) == c)
@@ -77,6 +78,7 @@ std::wstring FromUtf8(std::string_view utf8Text)
 {
     std::string valid;
     valid.reserve(utf8Text.size());
+    // Made valid first: the conversion itself may then trust every sequence.
     utf8::replace_invalid(utf8Text.begin(), utf8Text.end(), std::back_inserter(valid), kReplacement);
     std::wstring out;
     out.reserve(valid.size());

@@ -72,6 +72,7 @@ private:
 
 bool BarFileReader::Take(std::string_view line)
 {
+    // A comment goes to the end of its line, behind an entry too.
     const std::string_view text = Trimmed(line.substr(0, line.find(';')));
     if (text.empty())
         return true;
@@ -89,6 +90,7 @@ bool BarFileReader::Take(std::string_view line)
 
 bool BarFileReader::TakeHeading(std::string_view name)
 {
+    // A table without a bar is an unfinished file: it ends the reading as a bad line does.
     if (name.empty() || !IsTableWhole())
         return false;
     isInHead_ = IsSame(name, "RcSections");
@@ -131,8 +133,10 @@ bool BarFileReader::TakeBar(const Entry& entry)
     if (!size || !isUsable(diameter) || !isUsable(area))
         return false;
     std::vector<jxBar>& bars = tables_.databases.back().bars;
+    // Sorted by size: criteria name bars by their place in the table, and a later search by size is binary.
     const auto place =
         std::lower_bound(bars.begin(), bars.end(), *size, [](const jxBar& bar, int key) { return bar.size < key; });
+    // Two bars of one size would make the choice depend on the order of the lines.
     if (place != bars.end() && place->size == *size)
         return false;
     bars.insert(place, {.size = *size, .diameter = *diameter * unit_, .area = *area * unit_ * unit_});

@@ -52,7 +52,11 @@ struct Strip
     const std::vector<P_M_Point>& left;
     const std::vector<P_M_Point>& right;
 
-    std::size_t PatchCount() const { return left.size() - 1; }
+    std::size_t PatchCount() const
+    {
+        assert(!left.empty() && left.size() == right.size() && "curves of one surface have equally many points");
+        return left.size() - 1;
+    }
 };
 
 std::optional<double> ReachOfPatch(const Vector& ray, const Strip& strip, std::size_t i)
@@ -60,6 +64,8 @@ std::optional<double> ReachOfPatch(const Vector& ray, const Strip& strip, std::s
     const std::array<Vector, 4> corners = {VectorOf(strip.left[i]), VectorOf(strip.right[i]),
                                            VectorOf(strip.right[i + 1]), VectorOf(strip.left[i + 1])};
     Vector mean{};
+    // A patch of four points is not plane: four triangles about its mean make a surface without gaps, the same seen
+    // from either neighbor.
     for (const Vector& corner : corners)
         for (std::size_t j = 0; j < 3; ++j)
             mean[j] += corner[j] / 4;
@@ -78,6 +84,7 @@ bool IsIn(const Vector& unitRay, const RayCone& cone)
 RayCone ConeOf(const Strip& strip, std::size_t first, std::size_t last)
 {
     constexpr double kSlack = 1e-7;  // far above rounding and the tolerance of a triangle's edges
+    assert(first <= last && last < strip.left.size() && "patches of the strip");
     std::vector<Vector> directions;
     Vector axis{};
     for (std::size_t i = first; i <= last; ++i)
@@ -142,6 +149,8 @@ double CapacityRatio(const std::vector<P_M_Int>& curves, const jxSectionLoad& lo
         const Strip strip{curves[k].points, curves[(k + 1) % curves.size()].points};
         assert(strip.left.size() == strip.right.size() && strip.left.size() > 1);
         if (const auto reach = ReachOfStrip(ray, unitRay, strip, curves[k].cones))
+            // The ray scales axial force and moments together; the cap on the axial force (22.4.2.1) stands beside it,
+            // as the surface is that of the section without it.
             return load.P > 0 ? std::max(1 / *reach, load.P / curves[k].cap) : 1 / *reach;
     }
     return kNoCapacity;

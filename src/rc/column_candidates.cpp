@@ -78,7 +78,11 @@ public:
 private:
     void AddRounds(std::vector<jxConcreteSection>& sections) const;
     void AddRects(std::vector<jxConcreteSection>& sections) const;
-    bool IsTooTight(double side, int count) const { return 2 * bar_.diameter > side / (count - 1); }
+    bool IsTooTight(double side, int count) const
+    {
+        assert(count > 1 && "a gap is between two bars");
+        return 2 * bar_.diameter > side / (count - 1);
+    }
     jxConcreteSection Section(int count) const;
 
     const ColumnShape& shape_;
@@ -108,6 +112,7 @@ void BarCandidates::AddRounds(std::vector<jxConcreteSection>& sections) const
 {
     constexpr int kFewest = 6;  // 10.7.3.1 asks for it in a spiral
     const double D = shape_.b;
+    // Truncated: a count that goes beyond the largest ratio by a rounding is beyond it.
     const int most = TruncateToInt(kPi * D * D * 0.25 * shape_.maxRho / bar_.area);
     const Range range = Narrowed({kFewest, most}, criterion_.minBarsLR, criterion_.maxBarsLR);
     for (int n = range.least; n <= range.most; ++n) {
@@ -132,6 +137,7 @@ void BarCandidates::AddRects(std::vector<jxConcreteSection>& sections) const
         if (IsTooTight(shape_.h - 2 * cover_, ny))
             break;  // and with more bars all the more
         for (int nx = rangeX.least; nx <= rangeX.most; ++nx) {
+            // nx along each width face, ny along each depth face, the four corners counted once.
             const int count = 2 * (nx + ny) - 4;
             if (IsTooTight(shape_.b - 2 * cover_, nx) || count > most)
                 break;

@@ -18,6 +18,8 @@ double ReducedCriticalLoad(const ColumnPlane& plane, double betaD, int code, Des
     assert(plane.lu > 0 && "a criterion without a length takes that of the member");
     constexpr double kPiSquared = 9.869604403666765;  // as the magnification has always been computed
     constexpr double kStiffnessReduction = 0.75;
+    assert(betaD >= 0 && betaD <= 1 && "a part of the load is sustained");
+    // 0.4 E I for the cracked section with the simple expression of the code; creep divides by 1 + beta_d.
     const double EI = Noted(trace, {"EI [kip-in^2]", 0.4 * plane.E * plane.I / (1 + betaD),
                                     ClauseOf(code, "6.6.4.4.4", "10.10.6.1"), "0.4 E I/(1 + beta_d)"});
     const double length = plane.K * plane.lu;
@@ -28,6 +30,7 @@ double ReducedCriticalLoad(const ColumnPlane& plane, double betaD, int code, Des
 double MomentMagnifier(double Cm, double Pu, double reducedPc, int code, DesignTrace* trace)
 {
     assert(Pu >= 0);
+    // Beyond the reduced critical load the quotient is negative: the caller tells a column that is too slender by it.
     return Noted(trace, {"delta", Cm / (1 - Pu / reducedPc), ClauseOf(code, "6.6.4.5.2", "10.10.6"),
                          "Cm/(1 - Pu/(0.75 Pc)) >= 1"});
 }

@@ -20,7 +20,11 @@ struct Polygon
     std::array<Corner, 6> corners;
     std::size_t count = 0;
 
-    void Add(Corner corner) { corners[count++] = corner; }
+    void Add(Corner corner)
+    {
+        assert(count < corners.size() && "a line cuts a rectangle twice at most");
+        corners[count++] = corner;
+    }
 };
 
 /// Keeps what lies at or beyond `level` along the direction (Sutherland and Hodgman's rule for one edge).
@@ -56,6 +60,7 @@ CompressionBlock BlockOf(const Polygon& polygon)
         block.z += area * (origin.z + p.z + q.z) / 3;
         block.y += area * (origin.y + p.y + q.y) / 3;
     }
+    // Corners run counterclockwise, so the area is positive; a cut along one edge leaves a polygon of no area.
     if (!(block.area > 0))
         return {};
     block.z /= block.area;
@@ -93,8 +98,10 @@ CompressionBlock CircleBlock(double diameter, CompressionDirection direction, do
     const double cosine = 1 - depth / R;
     const double alpha = std::acos(cosine);
     const double sine = std::sqrt((1 - cosine) * (1 + cosine));
+    // sin alpha from (1 - cos)(1 + cos) and not from the angle: it keeps its digits for a shallow block.
     const double area = R * R * (alpha - sine * cosine);
     const double offset = 2.0 / 3.0 * R * R * R * sine * sine * sine / area;
+    assert(!(offset > R * (1 + 1e-9)) && "the centroid lies in the circle");
     return {.area = area, .z = offset * direction.z, .y = offset * direction.y};
 }
 

@@ -48,6 +48,7 @@ double Beta1Of(const CConcrete& concrete)
 double WithoutRounding(double As, double b, double d)
 {
     constexpr double kRounding = 1e-6;
+    // Beside b d, so that it means the same for a footing and a lintel.
     return As <= kRounding * b * d ? 0 : As;
 }
 
@@ -83,6 +84,8 @@ DoubleSteel SteelOfBothFaces(const CConcrete& concrete, double b, double d, doub
     const double cMax = LimitDepth(concrete, d);
     if (!(dPrime > 0) || dPrime >= cMax || dPrime >= d)
         return {};
+    // The neutral axis is held at its limit: the tension steel then just reaches the strain that ductility asks for,
+    // and the compression steel carries what is left. Its strain follows from similar triangles over c_max.
     const double stress = concrete.Note("fs' [ksi]", std::min(fy, kCrushingStress * (cMax - dPrime) / cMax), "22.2.1",
                                         "10.2.2", "min(fy, 87 (c_max - d')/c_max)");
     const double carried = stress - kBlockStress * fc;  // beyond what the displaced concrete carried
@@ -114,6 +117,8 @@ double MinimumSteel(const CConcrete& concrete, double b, double d)
 /// As, or the least steel where that is more, but not more than a third beyond As.
 double RaisedToMinimum(CConcrete& concrete, double As, double AsMin)
 {
+    // A section with a third more steel than analysis asks for needs no minimum (9.6.1.3): it is strong enough before
+    // it cracks.
     const double least = std::min(AsMin, 4.0 / 3.0 * As);
     if (!(least > As))
         return As;
@@ -137,6 +142,8 @@ double SteelOfTee(const CConcrete& concrete, double bf, double hf, double bw, do
     const double fy = concrete.fy;
     const double Asf = concrete.Note("Asf [in^2]", kBlockStress * fc * (bf - bw) * hf / fy, "22.2.2.4.1", "10.2.7.1",
                                      "0.85 f'c (bf - bw) hf/fy");
+    // The overhanging flange is in compression as a whole and takes its share first; the web carries the rest as a
+    // rectangle.
     const double rest = Mn - Asf * fy * (d - hf / 2);
     concrete.Note("Mw [kip-ft]", rest / kFootInInches, "", "", "Mu/phi - Asf fy (d - hf/2)");
     const RectangleSteel web = SteelOfRectangle(concrete, bw, d, rest);
@@ -146,6 +153,7 @@ double SteelOfTee(const CConcrete& concrete, double bf, double hf, double bw, do
     if (concrete.Code() != qvx::kAci318_99)
         return web.isWithin ? As : -1;
     // 318-99, 10.3.3 limits the steel to 0.75 of what would balance the section, flange included.
+    // Balanced strains: 0.003 at the edge and fy / Es in the steel at once, cb = 87 d / (87 + fy).
     const double cb = d * kCrushingStress / (kCrushingStress + fy);
     const double balanced = Asf + kBlockStress * fc * bw * qvx::Beta1(fc) * cb / fy;
     return As <= concrete.Note("As,max [in^2]", 0.75 * balanced, "", "10.3.3", "0.75 As of balanced strains") ? As : -1;
@@ -170,6 +178,7 @@ void CConcRectBeam::SetDim(double b, double d, double dPrime)
 bool CConcRectBeam::CalcAs(double& As, double& AsComp, double& AsMin, double Mu, double /*Vu*/, bool isTee)
 {
     As = AsComp = AsMin = 0;
+    // A cover that leaves no depth fails the section as too little concrete does, and the trace tells why.
     if (!(b_ > 0) || !(d_ > 0))
         return Fail(*this, As);
     if (isMinimumAsked_)

@@ -44,12 +44,15 @@ const ConcreteCodeFactors& CodeFactors(int code)
 
 double Beta1(double fc)
 {
+    assert(!(fc < 0) && "a strength");
+    // The block is as deep as the parabola of tests up to 4 ksi; stronger concrete is more nearly triangular.
     return std::clamp(0.85 - 0.05 * (fc - 4), 0.65, 0.85);
 }
 
 double YieldStrain(int code, double fy)
 {
     constexpr double kGrade60 = 60;
+    // These editions let 0.002 stand for grade 60, whose fy / Es is 0.00207; 318-19 took it back.
     if (code >= kAci318_02 && code <= kAci318_14 && std::fabs(fy - kGrade60) <= 1e-6)
         return 0.002;
     return fy / kSteelModulus;
@@ -76,11 +79,13 @@ double ColumnPhi(int code, bool isSpiral, double strain, double fy, double Pn, d
         return compression;
     if (strain >= limit)
         return factors.phiFlexure;
+    assert(limit > yield && "a transition between two strains");
     return compression + (factors.phiFlexure - compression) * (strain - yield) / (limit - yield);
 }
 
 double SqrtFc(double fc)
 {
+    // The codes take the root of psi and give psi: in ksi the number would be another one.
     return std::sqrt(fc / kPsi) * kPsi;
 }
 

@@ -57,6 +57,7 @@ double SectionStrength::Cap() const
 {
     const double Ast = section_.barArea * static_cast<double>(bars_.size());
     const double Po = blockStress_ * (Ag_ - Ast) + section_.fy * Ast;
+    // Accidental eccentricity stands in the factors 0.80 and 0.85 (22.4.2.1), for ties and spirals.
     const double phi = ColumnPhi(rules_.code, isSpiral_, -kCrushingStrain, section_.fy, Po, section_.fc * Ag_);
     return (isSpiral_ ? 0.85 : 0.80) * phi * Po;
 }
@@ -76,6 +77,7 @@ CompressionBlock SectionStrength::Block(CompressionDirection direction, double d
 P_M_Point SectionStrength::Reduced(double P, double Mz, double My, double strain) const
 {
     const double phi = ColumnPhi(rules_.code, isSpiral_, strain, section_.fy, P, section_.fc * Ag_);
+    assert(phi > 0 && phi <= 1 && "a strength reduction factor");
     return {.P = phi * P, .M3 = phi * Mz / kFootInInches, .M2 = phi * My / kFootInInches};
 }
 
@@ -87,6 +89,8 @@ P_M_Point SectionStrength::PureCompression() const
     double Mz = 0;
     double My = 0;
     for (const BarPlace& bar : bars_) {
+        // An unsymmetrical layout has moments under a uniform strain too: the sums are kept, though they vanish in
+        // most.
         P += stress * section_.barArea;
         Mz += stress * section_.barArea * bar.y;
         My += stress * section_.barArea * bar.z;
@@ -113,6 +117,7 @@ P_M_Point SectionStrength::PureTension() const
 P_M_Point SectionStrength::PointAt(CompressionDirection direction, const std::vector<double>& depths, double u) const
 {
     const double dt = *std::max_element(depths.begin(), depths.end());
+    assert(u > 0 && dt > 0 && "a neutral axis within reach");
     const double a = beta1_ * dt / u;
     const CompressionBlock block = Block(direction, a);
     double P = blockStress_ * block.area;
@@ -136,6 +141,8 @@ P_M_Point SectionStrength::PointAt(CompressionDirection direction, const std::ve
 std::vector<double> SectionStrength::Strains() const
 {
     const double limit = (kCrushingStrain + LimitStrain(rules_.code, section_.fy)) / kCrushingStrain;
+    // Up to the limit strain in equal steps, where the concrete governs; beyond it in equal steps of 1/u, so that the
+    // curve closes towards pure tension without bunching.
     std::vector<double> strains;
     for (int i = 1; i <= rules_.steps[1]; ++i)
         strains.push_back(limit * i / rules_.steps[1]);

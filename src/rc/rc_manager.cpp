@@ -32,6 +32,7 @@ void CjxRcManager::SetCurrentBarDatabase(int current, const std::vector<jxBarDat
 void CjxRcManager::TakeBarAreas()
 {
     for (jxConcreteSection& section : sections_) {
+        // Candidates name bars by size; the table may have been changed since they were made.
         const auto bar = std::find_if(bars_.bars.begin(), bars_.bars.end(),
                                       [&](const jxBar& b) { return b.size == section.barSize; });
         if (bar == bars_.bars.end())
@@ -72,6 +73,7 @@ void CjxRcManager::Execute()
 bool CjxRcManager::CheckCapacity(double& ratio, const std::vector<P_M_Int>& surface, const jxSectionLoad& load)
 {
     ratio = qvx::CapacityRatio(surface, load);
+    // On the surface is within it.
     return ratio <= 1;
 }
 

@@ -49,6 +49,8 @@ CRcShear::ConcreteShear CRcShear::ConcreteStrength(double lambda, double As) con
 CRcShear::ConcreteShear CRcShear::StrengthBefore2019(double lambda) const
 {
     const double perArea = N_ / Ag_ / kPsi;
+    // Compression closes the cracks and raises Vc, tension opens them and lowers it four times as fast.
+    assert(!(Ag_ < 0) && "a gross area");
     const double axial =
         concrete_.Note("1 + N term", 1 + perArea / (N_ < 0 ? 500 : 2000), N_ < 0 ? "22.5.7.1" : "22.5.6.1",
                        N_ < 0 ? "11.2.2.3" : "11.2.1.2", "1 + Nu/(2000 Ag), in tension 1 + Nu/(500 Ag), psi");
@@ -61,6 +63,8 @@ CRcShear::ConcreteShear CRcShear::Strength2019(double lambda, double As) const
 {
     const double root = qvx::CappedSqrtFc(concrete_.fc);
     const double rho = concrete_.Note("rho_w", As / (b_ * d_), "22.5.5.1", "", "As/(b d)");
+    // Table 22.5.5.1: the size effect of deep members without stirrups and the ratio of longitudinal steel came in with
+    // 318-19.
     const double n = concrete_.Note("Nu/(6 Ag) [ksi]", std::min(N_ / (6 * Ag_), 0.05 * concrete_.fc), "22.5.5.1.2", "",
                                     "at most 0.05 f'c");
     const double size = concrete_.Note("lambda_s", std::min(1.0, std::sqrt(2 / (1 + d_ / 10))), "22.5.5.1.3", "",
@@ -101,6 +105,7 @@ double CRcShear::LeastReqAv() const
 
 double CRcShear::SpacingFor(double reqAv, double Vs)
 {
+    // Heavily loaded stirrups stand at half the spacing, so that each crack at 45 degrees meets two.
     const bool isHigh = Vs > 4 * LimitRoot(concrete_) * b_ * d_;
     const double most =
         concrete_.Note("s,max [in]", isHigh ? std::min(d_ / 4, 12.0) : std::min(d_ / 2, 24.0), "9.7.6.2.2", "11.4.5",
@@ -153,6 +158,7 @@ double CRcShear::GetSprialSpacing(double dTie, double D, double cover, double fc
     constexpr double kLargestClear = 3;
     const double core = D - 2 * cover;
     assert(core > 0 && "the cover leaves a core");
+    // 25.7.3.3: the spiral makes up for the cover that spalls, which is the ratio of areas less 1.
     const double rho = 0.45 * ((D / core) * (D / core) - 1) * fc / std::min(fy, kLargestSpiralYield);
     const double area = kPi * dTie * dTie / 4;
     return std::min(4 * area / (core * rho), kLargestClear + dTie);

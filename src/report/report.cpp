@@ -1,5 +1,6 @@
 #include "report/report.h"
 
+#include <cassert>
 #include <cerrno>
 #include <filesystem>
 #include <span>
@@ -45,6 +46,7 @@ std::wstring FolderOf(const std::wstring& path)
 
 bool HasStyleSheetBeside(const std::wstring& documentPath)
 {
+    // Beside the report, where a browser looks for it: an office can give all its reports its own face.
     std::wstring path = FolderOf(documentPath);
     if (!path.empty())
         path.back() = FolderSeparator();
@@ -81,9 +83,11 @@ CjxReport::~CjxReport() = default;
 
 bool CjxReport::open_file()
 {
+    assert(model != nullptr && "set before anything else is called");
     const std::wstring path = ReportPath(*model);
     file.close();
     file.clear();
+    // Binary: lines end with "\n" on every system, and the same model gives the same bytes.
     file.open(PathOf(path), std::ios::out | std::ios::trunc | std::ios::binary);
     if (!file) {
         CString text;
@@ -97,6 +101,7 @@ bool CjxReport::open_file()
 
 void CjxReport::close_file()
 {
+    // Without onPiece: the report is complete, and a wish to stop comes too late to be of use.
     writer_->WriteOut();
     errno = 0;
     file.close();
@@ -111,8 +116,11 @@ void CjxReport::endline()
 
 void CjxReport::run_report()
 {
+    assert(model != nullptr && "set before anything else is called");
     isWhole_ = false;
     const qvx::FindingList before = model->findings;
+    // Silently: the report lists what is wrong with a model, it does not ask about it. The check derives what tables
+    // show, links and clamped settings among it.
     model->CheckInputData(0, true);
     if (model->HasStaticSolution())
         model->findings = before;  // the check of the run saw settings that it has limited since
@@ -123,6 +131,8 @@ void CjxReport::run_report()
         close_file();
         isWhole_ = true;
     } catch (...) {
+        // What was written stays for whoever wants to know how far it came; without the closing lines nothing takes it
+        // for whole.
         writer_->Abandon();
         file.close();
         throw;
@@ -134,6 +144,7 @@ void CjxReport::WriteAll()
     hasStaticResults = !model->combResults.empty() && !model->combResults.front().displacements.empty();
     hasEigenResults = !model->eigenResults.empty();
     hasSpectrumResults = !model->spectrumResults.empty();
+    // Contents before sections, and both from one table, so that no link leads to a section that is not there.
     WriteHead();
     WriteContents();
     WriteSections();
@@ -159,6 +170,7 @@ void CjxReport::WriteHead()
 void CjxReport::WriteStyle()
 {
     ReportWriter& out = *writer_;
+    // Page breaks are ours even then: a sheet for the screen has none.
     const bool hasSheet = HasStyleSheetBeside(model->documentPath.Text());
     if (hasSheet)
         out.Line("<link rel=\"stylesheet\" type=\"text/css\" href=\"report.css\" />");
@@ -220,6 +232,7 @@ void CjxReport::set_table()
 void CjxReport::write_cell(std::string_view text, int, std::string_view bgcolor, std::string_view align,
                            std::string_view color)
 {
+    // The text as it is: callers escape what comes from a user.
     writer_->OpenCell(bgcolor, align, color);
     writer_->Put(text);
     writer_->CloseCell();

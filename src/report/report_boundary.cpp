@@ -1,5 +1,6 @@
 // What holds and couples the degrees of freedom: supports, springs, constraints, releases, diaphragms.
 
+#include <cassert>
 #include <string>
 
 #include "model/jx_struct.h"
@@ -12,6 +13,7 @@ using namespace qvx;
 
 namespace {
 
+// By jxDiaphragm::type.
 constexpr const char* kDiaphragmTypes[] = {"Generic", "XZ Plane", "YZ Plane", "XY Plane"};
 
 template <class Record>
@@ -23,6 +25,7 @@ Cell FlagOf(const Record& record)
 template <int I>
 Cell ForcedDisplacement(const jxSupt& s)
 {
+    static_assert(I >= 0 && I < kDofCount, "a degree of freedom of a node");
     return Input(IsTranslation(I) ? kTranslationalDisplacement : kRotationalDisplacement, s.value[I]);
 }
 
@@ -38,12 +41,14 @@ constexpr Layout<jxSupt>
 template <int I>
 Cell ConstraintNode(const jxMultiDofConstraint& c)
 {
+    static_assert(I == 0 || I == 1, "a constraint couples two nodes");
     return Integer(c.node[I]);
 }
 
 template <int I>
 Cell ConstraintDof(const jxMultiDofConstraint& c)
 {
+    static_assert(I == 0 || I == 1, "a constraint couples two nodes");
     return Word(NameOf(kDirections, c.dof[I]));
 }
 
@@ -82,6 +87,7 @@ constexpr Layout<jxSpring>
     kNodalSprings("    Node     Flag           Kx           Ky           Kz          Kox          Koy          Koz",
                   kNodalSpringColumns);
 
+// Without rotations: springs along members and on shells act on translations alone.
 constexpr Column<jxSpring> kLineSpringColumns[] = {
     {"Member", 8, IdOf<jxSpring>},
     {"Flag", 8, FlagOf<jxSpring>},
@@ -148,6 +154,8 @@ struct CoupledLine
     Quantity spring;
 };
 
+// The upper triangle row by row: translations with themselves, translations with rotations, rotations with themselves.
+// Each part has a unit of its own.
 constexpr CoupledLine kCoupledLines[] = {
     {L" Kx_Kx = %%.%d%c;  Kx_Ky = %%.%d%c;  Kx_Kz = %%.%d%c; (%s)", {0, 1, 2}, false, kNodalTranslationalSpring},
     {L" Ky_Ky = %%.%d%c;  Ky_Kz = %%.%d%c;  Kz_Kz = %%.%d%c (%s)", {6, 7, 11}, false, kNodalTranslationalSpring},
@@ -163,6 +171,8 @@ CString CoupledUnit(const jxUnit& units, const CoupledLine& line)
 {
     if (!line.isMixed)
         return UnitName(units.unit[line.spring]);
+    // Force per rotation and moment per displacement have no entry in the unit table; in a symmetric matrix they are
+    // one number.
     CString unit = UnitName(units.unit[kForce]);
     unit += L"/";
     unit += UnitName(units.unit[kRotationalDisplacement]);
@@ -178,6 +188,7 @@ CString CjxReport::get_coupled_string_values(CjxStruct* model, const jxCoupledSp
         const int number = model->units.format[line.spring];
         const int precision = FormatPrecision(number);
         const wchar_t letter = FormatLetter(number);
+        // Two steps: the digits of the model's number format go into a format, the three terms into that.
         CString format;
         format.Format(line.format, precision, letter, precision, letter, precision, letter,
                       CoupledUnit(model->units, line).GetString());
@@ -185,6 +196,7 @@ CString CjxReport::get_coupled_string_values(CjxStruct* model, const jxCoupledSp
             text += bHtmlTables != 0 ? L";</br>" : L";\n";
             text += kCoupledIndent;
         }
+        assert(line.terms[0] >= 0 && line.terms[2] < 21 && "a triangle of 6 x 6 has 21 terms");
         text.AppendFormat(format, spring.k[line.terms[0]], spring.k[line.terms[1]], spring.k[line.terms[2]]);
     }
     return text;
@@ -243,8 +255,10 @@ void CjxReport::list_nodal_coupled_springs()
     for (const jxCoupledSpring& spring : model->coupledSprings) {
         if (!selection.ShowsNode(spring.id))
             continue;
+        assert(out.IsTable() == (bHtmlTables != 0) && "cells and their line breaks are of one mode");
         const std::string values = ToUtf8(get_coupled_string_values(model, spring, bHtmlTables).Text());
         if (out.IsTable()) {
+            // Every other row shaded, as in tables of columns.
             const std::string_view background = isShaded ? kShade : std::string_view();
             out.BeginRow();
             write_cell(std::to_string(spring.id), 1, background, "", "");

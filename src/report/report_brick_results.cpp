@@ -1,6 +1,9 @@
 // Stresses and nodal resultants of bricks.
 
 #include "model/find_record.h"
+
+#include <cassert>
+
 #include "model/jx_struct.h"
 #include "report/report.h"
 #include "report/report_combinations.h"
@@ -17,6 +20,7 @@ using BrickRow = LocationRow<jxBrickStress>;
 template <int I>
 Cell Stress(const BrickRow& r)
 {
+    assert(r.location >= 0 && r.location <= 8 && "centre and nodes");
     return Result(kStress, r.stress.S[r.location][I]);
 }
 
@@ -34,6 +38,7 @@ constexpr Layout<BrickRow>
     kStresses("   Brick Location          Sxx          Syy          Szz         Sxy          Syz           Sxz",
               kStressColumns);
 
+// The middle stress is left out: it stands across the two directions that are given, and von Mises has it within.
 struct PrincipalRow
 {
     BrickRow at;
@@ -45,6 +50,7 @@ struct PrincipalRow
 template <int Which, int I>
 Cell Direction(const PrincipalRow& r)
 {
+    static_assert(Which == 0 || Which == 2, "the largest or the smallest of three");
     return PlainResult('f', 3, r.principal.v[Which][I]);
 }
 
@@ -68,6 +74,7 @@ constexpr Layout<PrincipalRow>
 template <int I>
 Cell NodalForce(const BrickRow& r)
 {
+    assert(r.location >= 1 && r.location <= 8 && "forces act at nodes, not at the centre");
     return Result(kForce, r.stress.f[3 * (r.location - 1) + I]);
 }
 
@@ -88,6 +95,7 @@ void WriteBricks(ReportWriter& out, const CjxStruct& model, const Selection& sel
     ForEachCombination(out, model, [&](int, const jxCombResult& result) {
         TableOf<Row> table(out, layout);
         for (const jxBrickStress& stress : result.brickStresses) {
+            // By id: the host may have changed the order of its bricks since the run.
             const jxBrick& brick = FindById(model.bricks, stress.id);
             if (selection.Shows(brick))
                 write(table, stress, brick);
@@ -98,6 +106,8 @@ void WriteBricks(ReportWriter& out, const CjxStruct& model, const Selection& sel
 
 void WritePrincipal(TableOf<PrincipalRow>& table, const jxBrickStress& stress, const jxBrick& brick)
 {
+    // From the six components of each location as they are listed, averaged or not: the reader can check one table by
+    // the other.
     for (int k = 0; k <= 8; ++k)
         table.Write({.at = {stress, k, k == 0 ? 0 : brick.node[k - 1]},
                      .principal = PrincipalStressesOf(stress.S[k]),

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cassert>
 #include <cstddef>
 #include <vector>
 
@@ -11,6 +12,7 @@ namespace qvx {
 /// Whether the report lists the results of this combination: it is flagged for solution and has some.
 inline bool IsListed(const CjxStruct& model, std::size_t comb)
 {
+    assert(comb < model.loadCombs.size() && "no such combination");
     return comb < model.combResults.size() && model.loadCombs[comb].bSolve != 0 &&
            !model.combResults[comb].displacements.empty();
 }

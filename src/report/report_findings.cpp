@@ -15,6 +15,7 @@ void WriteReportFindings(ReportWriter& out, const CjxStruct& model)
     for (const Finding& finding : model.findings) {
         out.BeginBlockTitle();
         bool isFirst = true;
+        // The same lines as on the terminal. They are texts of a model, so what HTML takes for its own is escaped.
         for (const std::wstring& line : LinesOf(finding, model)) {
             if (!std::exchange(isFirst, false))
                 out.IsTable() ? out.Line("<br>") : out.EndLine();

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <bit>
+#include <cassert>
 #include <charconv>
 #include <cmath>
 #include <cstdint>
@@ -12,7 +13,9 @@ namespace qvx {
 namespace {
 
 constexpr int kMostFastDigits = 6;
-constexpr int kMostExactPower = 22;                    // 10^22 is the largest power of ten that a double holds exactly
+constexpr int kMostExactPower = 22;  // 10^22 is the largest power of ten that a double holds exactly
+// Why by hand: a report of a large model is numbers by the million, and printing any double exactly takes long arithmetic.
+// This way is short and exact for all that it takes on.
 constexpr double kExactIntegers = 4503599627370496.0;  // 2^52: below it a double has bits for a half
 constexpr int kLongestInteger = 12;
 
@@ -34,12 +37,14 @@ constexpr std::array<char, 200> kTwoDigits = TwoDigitTable();
 
 double Power(int exponent)
 {
+    assert(exponent >= 0 && exponent <= kMostExactPower && "exact powers only");
     return kPowers[static_cast<std::size_t>(exponent)];
 }
 
 // Exactly count digits of n, leading zeros included.
 void PutDigits(char* place, std::uint64_t n, int count)
 {
+    assert(count >= 0 && (count >= kMostExactPower || static_cast<double>(n) < Power(count)) && "the digits have room");
     char* at = place + count;
     for (; count >= 2; count -= 2) {
         at -= 2;
@@ -56,6 +61,7 @@ void PutDigits(char* place, std::uint64_t n, int count)
 // @param power  -22 to 22
 std::uint64_t ScaledInteger(double value, int power, double scaled)
 {
+    assert(value >= 0 && scaled < kExactIntegers && power >= -kMostExactPower && power <= kMostExactPower);
     auto n = static_cast<std::uint64_t>(scaled);
     const double fraction = scaled - static_cast<double>(n);
     if (fraction != 0.5)
@@ -74,6 +80,7 @@ double Scaled(double value, int power)
 // Null when the value is too large for 53-bit integers.
 char* PutFixedFast(char* place, double value, int precision)
 {
+    assert(precision >= 0 && precision <= kMostFastDigits);
     const double size = std::fabs(value);
     const double scaled = size * Power(precision);
     if (!(scaled < kExactIntegers))
@@ -101,6 +108,7 @@ int DecimalExponentNear(double size)
 char* PutExponent(char* place, int exponent)
 {
     *place++ = 'e';
+    // Two digits at least, three from 100 on, as printf has it.
     *place++ = exponent < 0 ? '-' : '+';
     const int size = std::abs(exponent);
     const int digits = size >= 100 ? 3 : 2;
@@ -111,6 +119,7 @@ char* PutExponent(char* place, int exponent)
 // Null when the value is too small or too large for an exact power of ten.
 char* PutScientificFast(char* place, double value, int precision)
 {
+    assert(precision >= 0 && precision <= kMostFastDigits);
     const double size = std::fabs(value);
     const double first = Power(precision);
     std::uint64_t n = 0;
@@ -120,6 +129,8 @@ char* PutScientificFast(char* place, double value, int precision)
         if (std::abs(precision - exponent) >= kMostExactPower)
             return nullptr;
         double scaled = Scaled(size, precision - exponent);
+        // The estimate of the exponent is off by one at most; each correction scales the value anew, so that no
+        // rounding of a first scaling is multiplied on.
         while (scaled >= 10 * first)
             scaled = Scaled(size, precision - ++exponent);
         while (scaled < first)
@@ -154,6 +165,8 @@ char* PutAny(char* place, double value, NumberFormat format)
 
 char* PutNumber(char* place, double value, NumberFormat format)
 {
+    assert((format.letter == 'f' || format.letter == 'e' || format.letter == 'g') && format.precision >= 0);
+    // One text for all of them: the sign of what is no number differs from machine to machine.
     if (std::isnan(value))
         return std::copy_n("nan", 3, place);
     if (std::isfinite(value) && format.precision <= kMostFastDigits && format.letter != 'g') {

@@ -19,6 +19,7 @@ inline constexpr std::size_t kLongestNumberText = 352;
 /// The usual cases ('f', 'e', up to 6 digits, ordinary size) are done in integers of 53 bits.
 /// @param place  with room for kLongestNumberText characters
 char* PutNumber(char* place, double value, NumberFormat format);
+/// Decimal digits of an int and their end.
 char* PutInteger(char* place, int value);
 
 }  // namespace qvx

@@ -14,6 +14,8 @@ using namespace qvx;
 
 namespace {
 
+// The model says what is excluded, the report what is active: readers look for the word of the program they drew it
+// with.
 template <class Record>
 Cell ActiveOf(const Record& record)
 {
@@ -26,6 +28,7 @@ Cell SelfWeightOf(const Record& record)
     return Word(record.selfWeight != 0 ? "Exclude" : "Include");
 }
 
+// Two nodes on a line: a list of thousands then takes half the pages.
 constexpr Column<jxNd> kNodeColumns[] = {
     {"Node", 8, IdOf<jxNd>},
     {"X", 12, [](const jxNd& n) { return Input(kLength, n.x); }},
@@ -38,11 +41,14 @@ constexpr Layout<jxNd>
 
 struct MemberRow
 {
+    // References to the model, which outlives the row: a row lives for one line of the table.
     const jxBm& member;
     double length;
     wchar_t releases[7];  ///< pairs of start and end: OZ, OY, OX
 };
 
+// Titles of comma-separated files stand with the columns; those of the text stand in the layout, whose blanks a column
+// cannot know.
 constexpr Column<MemberRow> kMemberColumns[] = {
     {"No.", 8, [](const MemberRow& r) { return Integer(r.member.id); }},
     {"Node-1", 8, [](const MemberRow& r) { return Integer(r.member.node1); }},
@@ -140,11 +146,13 @@ constexpr Layout<jxBrick> kBricks(
 
 MemberRow RowOf(const CjxStruct& model, const jxBm& member)
 {
+    // The distance of the nodes, which is the length that the analysis takes.
     const jxPoint start = FindById(model.nodes, member.node1).Point();
     const jxPoint end = FindById(model.nodes, member.node2).Point();
     MemberRow row{.member = member, .length = calc_distance(start, end), .releases = L"000000"};
     if (const jxRels* release = FindOrNull(model.releases, member.id); release != nullptr) {
         int i = 0;
+        // Moments first, the one of the strong axis before all: what an engineer looks for in a list of releases.
         for (const int dof : {kOZ, kOY, kOX}) {
             row.releases[i++] = release->start[dof];
             row.releases[i++] = release->end[dof];

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cassert>
 #include <cstddef>
 #include <span>
 #include <string>
@@ -54,17 +55,21 @@ template <class Row>
 class TableOf
 {
 public:
+    /// Writes the heads.
+    /// @param layout  outlives the table
     TableOf(ReportWriter& out, const Layout<Row>& layout) : out_(out), layout_(layout)
     {
         std::vector<int> widths;
         for (const Column<Row>& column : layout.columns)
             widths.push_back(column.width);
+        assert(!layout.columns.empty() && "a table has columns");
         if (out.IsTable())
             BeginTable(widths);
         else
             BeginText(widths);
     }
 
+    /// One record: a row of the table, or its part of a line of text.
     void Write(const Row& row)
     {
         if (out_.IsTable())
@@ -85,6 +90,7 @@ public:
         out_.EndRow();
     }
 
+    /// Closes the table, or the block of text, which ends with an empty line.
     void End()
     {
         if (out_.IsTable())
@@ -137,6 +143,7 @@ private:
             out_.EndLine();
     }
 
+    /// Whether one record of two stands in the line already.
     bool IsLineHalf() const { return layout_.perLine == PerLine::Two && nRows_ % 2 == 1; }
 
     ReportWriter& out_;
@@ -163,6 +170,7 @@ void WriteTable(ReportWriter& out, const Layout<Row>& layout, const Records& rec
 
 // --- Columns that many sections have --------------------------------------------------------------------------------
 
+/// The id of a record, its label, Yes or No of a flag.
 template <class Record>
 Cell IdOf(const Record& record)
 {
@@ -189,6 +197,7 @@ const char* NameOf(const char* const (&names)[N], int code)
     return code >= 0 && code < static_cast<int>(N) ? names[code] : kInvalid;
 }
 
+/// Names of the six directions, as messages and files have them.
 inline constexpr const char* kDirections[] = {"X", "Y", "Z", "OX", "OY", "OZ"};
 inline constexpr const char* kCoordSystems[] = {"Local", "Global", "Projected"};
 

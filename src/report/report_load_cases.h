@@ -13,12 +13,14 @@ namespace qvx {
 template <class Load, class Visit>
 void ForEachLoadCase(const CjxStruct& model, std::vector<Load> jxCaseLoad::*loads, Visit&& visit)
 {
+    // A host may have added a case and no loads for it yet.
     const std::size_t n = std::min(model.loadCases.size(), model.caseLoads.size());
     for (std::size_t i = 0; i < n; ++i)
         if (model.loadCases[i].bIncluded != 0 && !(model.caseLoads[i].*loads).empty())
             visit(model.loadCases[i], model.caseLoads[i].*loads);
 }
 
+/// Head of the loads of one case.
 inline void WriteLoadCaseHead(ReportWriter& out, const jxLoadCase& loadCase)
 {
     out.BeginBlockTitle();

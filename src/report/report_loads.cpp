@@ -1,5 +1,6 @@
 // Loads, one table for each included load case, and masses.
 
+#include <cassert>
 #include <string>
 #include <vector>
 
@@ -15,11 +16,13 @@ using namespace qvx;
 
 namespace {
 
+// How an area load is shared among the sides of its quadrilateral; the position is the number of the record.
 constexpr const char* kDistributions[] = {"Two way",         "Short sides", "Long sides",   "AB and CD sides",
                                           "BC and AD sides", "Centroid",    "Circumference"};
 constexpr const char* kDistanceLine = "Distance * 100% is percentage of member length from the start of the member";
 constexpr int kFractionDigits = 6;
 
+// NameOf gives a word for every number, also one that a file of a stranger has wrong.
 Cell NodalDirection(const jxNdLoad& l)
 {
     return Word(NameOf(kDirections, l.dof));
@@ -124,8 +127,10 @@ constexpr Layout<jxAreaload>
                kAreaLoadColumns);
 
 // 0 for a member that is not in the model: a load on it acts nowhere.
+// In the model's unit of length, in which distances stand too.
 double LengthOf(const CjxStruct& model, int memberId)
 {
+    // Loads are listed as they were entered, and a model that refers to nothing is shown too: the check tells of it.
     const jxBm* member = FindOrNull(model.beams, memberId);
     if (member == nullptr)
         return 0;
@@ -135,6 +140,7 @@ double LengthOf(const CjxStruct& model, int memberId)
 // The report gives every distance as a fraction of the member's length; a member without length keeps its number.
 double FractionOf(double distance, double length)
 {
+    assert(!(length < 0) && "a length");
     return length > 0 ? distance / length : distance;
 }
 
@@ -156,6 +162,7 @@ jxLnLoad WithFractions(const CjxStruct& model, jxLnLoad load)
 }
 
 // The loads of one kind, a table for each load case that has some.
+// A load case without loads of the kind gets no heading: reports of real models have dozens of cases.
 template <class Load, class IsShown>
 void WriteLoads(ReportWriter& out, const CjxStruct& model, const Layout<Load>& layout,
                 std::vector<Load> jxCaseLoad::*loads, IsShown&& isShown)
@@ -175,6 +182,7 @@ void WriteMemberLoads(ReportWriter& out, const CjxStruct& model, const Selection
         TableOf<Load> table(out, layout);
         for (const Load& load : list)
             if (selection.ShowsMember(load.id))
+                // One column for both ways of giving a distance: they can then be compared down the page.
                 table.Write(WithFractions(model, load));
         table.End();
     });
@@ -253,6 +261,7 @@ void CjxReport::list_shell4_surface_loads()
     out.EndSection();
 }
 
+// Columns of a nodal load: a mass is stated as weight over gravity, in force times second squared over length.
 void CjxReport::list_additional_nodal_masses()
 {
     ReportWriter& out = *writer_;
@@ -266,6 +275,7 @@ void CjxReport::list_additional_nodal_masses()
     out.EndSection();
 }
 
+// Listed as entered, though a run does not use them until the host has made line loads of them.
 void CjxReport::list_area_loads()
 {
     ReportWriter& out = *writer_;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cassert>
 #include <cstddef>
 
 #include "report/report_layout.h"
@@ -31,6 +32,7 @@ Cell LocationOf(const LocationRow<Stress>& r)
 template <class Stress, std::size_t N>
 void WriteLocations(TableOf<LocationRow<Stress>>& table, const Stress& stress, const int (&nodes)[N], int first)
 {
+    assert((first == 0 || first == 1) && "from the centre or from the first node on");
     for (int k = first; k <= static_cast<int>(N); ++k)
         table.Write({stress, k, k == 0 ? 0 : nodes[k - 1]});
 }

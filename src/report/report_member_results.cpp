@@ -1,6 +1,7 @@
 // End forces, curves and stresses of members.
 
 #include <array>
+#include <cassert>
 #include <cmath>
 #include <cstddef>
 #include <optional>
@@ -22,12 +23,14 @@ using namespace qvx;
 
 namespace {
 
+// Widths and counts that the layouts below were drawn with.
 constexpr int kBlankCells = 8;         // of the row that ends each member
 constexpr int kMostStressPoints = 8;   // that have a column
 constexpr double kLargestRatio = 1e6;  // of length to deflection
 
 // --- End forces -------------------------------------------------------------------------------------------------------
 
+// One end of one member: two rows stand for a member, each with the node it stands at.
 struct EndRow
 {
     int member;
@@ -67,11 +70,13 @@ struct StationPlace
     Cell Member() const { return showsMember ? Integer(member) : Cell{}; }
 };
 
+// Stations are fractions of the length in results and percent in reports.
 Cell Percent(double fraction)
 {
     return Plain('f', 2, fraction * 100);
 }
 
+// Extremes of the whole member go along, so that a cell knows whether it is to be red.
 struct ForceRow
 {
     StationPlace place;
@@ -83,6 +88,7 @@ template <int I, double jxVMD::*Component>
 Cell StationForce(const ForceRow& r)
 {
     Cell cell = Result(I < 3 ? kForce : kMoment, r.at.*Component);
+    assert(r.place.station >= 0 && "a station of the curve");
     cell.isRed = r.extremes.Has(I, r.place.station);
     return cell;
 }
@@ -111,6 +117,7 @@ struct StressRow
 template <std::size_t I>
 Cell PointStress(const StressRow& r)
 {
+    static_assert(I < kMostStressPoints, "a column of the table");
     return I < r.at.values.size() ? Result(kStress, r.at.values[I]) : Cell{};
 }
 
@@ -134,6 +141,7 @@ constexpr Layout<StressRow> kStresses("  Member                          Section
                                       "          pt6          pt7          pt8     max Comp      max Ten",
                                       kStressColumns);
 
+// Deflections are measured from the chord between the displaced ends: what a limit such as L/360 is about.
 struct DeflectionRow
 {
     StationPlace place;
@@ -149,6 +157,7 @@ Cell Ratio(const DeflectionRow& r)
 {
     const double deflection = std::fabs(round_off(r.at.*Component, r.threshold));
     const double ratio = deflection != 0 ? r.lengthOfDeflection / deflection : kLargestRatio;
+    // A deflection below the threshold prints as 0, and its ratio would be that of round-off.
     return ratio < kLargestRatio ? Plain('f', 1, ratio) : Cell{};
 }
 
@@ -167,6 +176,7 @@ constexpr Layout<DeflectionRow>
 
 double LengthOf(const CjxStruct& model, const jxBm& member)
 {
+    assert(member.node1 != member.node2 && "the input check refuses a member of one node");
     return calc_distance(FindById(model.nodes, member.node1).Point(), FindById(model.nodes, member.node2).Point());
 }
 
@@ -193,6 +203,7 @@ template <class Row, class WriteStation>
 void WriteStations(TableOf<Row>& table, bool isTable, int member, std::size_t nStations, WriteStation&& write)
 {
     for (std::size_t i = 0; i < nStations; ++i)
+        // Text keeps the number in every line, so that a search for a member finds all its stations.
         write(i, StationPlace{member, static_cast<int>(i), !isTable || i == 0});
     table.WriteBlankRow(kBlankCells);
 }
@@ -212,6 +223,7 @@ void CjxReport::list_beam_end_forces_moments()
             const jxBm& member = FindById(model->beams, ends.id);
             if (!selection.Shows(member))
                 continue;
+            // Both ends as the nodes act on the member, in its local axes: a bar in tension has Fx < 0 at its start.
             table.Write({member.id, member.node1, ends.start});
             table.Write({member.id, member.node2, ends.end});
         }
@@ -248,6 +260,8 @@ void CjxReport::list_beam_segmental_stresses()
     out.BeginSection("beam_segmental_stresses", "Member Segmental Stresses",
                      {ReportWriter::UnitsLine({{"Units: Distance (%); Stresses ", out.UnitOf(kStress)}})});
     const Selection selection(*model, bSelectedOnly);
+    // Stresses are formed row by row while the table is written: kept for all members they would be the largest list of
+    // a run.
     MemberStressCalculator calculator(*model);
     ForEachCombination(out, *model, [&](int, const jxCombResult& result) {
         TableOf<StressRow> table(out, kStresses);
@@ -277,6 +291,8 @@ void CjxReport::list_beam_segmental_deflections()
         {ReportWriter::UnitsLine({{"Units: Distance (%); Deflection Dy, Dz ", out.UnitOf(kTranslationalDisplacement)},
                                   {"Length ", out.UnitOf(kLength)}})});
     const Selection selection(*model, bSelectedOnly);
+    // The ratio L / D has no unit only if both are in one; the columns show each in its own.
+    assert(UnitFactor(model->units.unit[kTranslationalDisplacement]) > 0 && "units are positive");
     const double toDeflectionUnit =
         UnitFactor(model->units.unit[kLength]) / UnitFactor(model->units.unit[kTranslationalDisplacement]);
     ForEachCombination(out, *model, [&](int, const jxCombResult& result) {

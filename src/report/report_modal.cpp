@@ -21,9 +21,11 @@ constexpr const char* kDirectionNames[] = {"SX", "SY", "SZ"};
 
 double PeriodOf(double eigenvalue)
 {
+    // The eigenvalue of K v = lambda M v is the square of the circular frequency.
     return kTwoPi / std::sqrt(eigenvalue);
 }
 
+// Of the eigenvalue list and of the participation list: what one of them lacks is null.
 struct ModeRow
 {
     int number;
@@ -52,6 +54,7 @@ constexpr Layout<ModeRow>
 template <int I>
 Cell Participation(const ModeRow& r)
 {
+    assert(r.participation != nullptr && "a row of the response");
     return PlainResult('f', 6, r.participation[I]);
 }
 
@@ -66,6 +69,7 @@ constexpr Layout<ModeRow>
     kParticipations("    Mode         Period      SX-Participation  SY-Participation  SZ-Participation",
                     kParticipationColumns);
 
+// Mass times spectral acceleration at each node: what the response of the mode is the static answer to.
 constexpr Column<jxResult6Val> kInertiaColumns[] = {
     {"Node", 8, IdOf<jxResult6Val>}, {"Fx", 12, Reaction::At<0>}, {"Fy", 12, Reaction::At<1>},
     {"Fz", 12, Reaction::At<2>},     {"Mx", 12, Reaction::At<3>}, {"My", 12, Reaction::At<4>},
@@ -79,6 +83,7 @@ constexpr Layout<jxResult6Val>
 void WriteMode(ReportWriter& out, int number, double eigenvalue, const Layout<jxResult6Val>& layout,
                const std::vector<jxResult6Val>& values, const Selection& selection)
 {
+    assert(number >= 1 && "modes are counted from 1");
     char period[kLongestNumberText];
     const char* end = PutNumber(period, PeriodOf(eigenvalue), {'g', 4});
     out.BeginBlockTitle();
@@ -102,6 +107,7 @@ void WriteResponse(ReportWriter& out, const CjxStruct& model, const Selection& s
                    const Layout<jxResult6Val>& layout, std::vector<jxResult6Val> (jxResponseSpectrumResult::*lists)[3],
                    int direction)
 {
+    assert(direction >= 0 && direction < 3 && "X, Y or Z");
     int number = 0;
     for (const jxResponseSpectrumResult& mode : model.spectrumResults)
         WriteMode(out, ++number, mode.eigenvalue, layout, (mode.*lists)[direction], selection);
@@ -111,6 +117,8 @@ void WriteResponse(ReportWriter& out, const CjxStruct& model, const Selection& s
 
 void CjxReport::list_eigen_values()
 {
+    // Period, frequency and circular frequency say one thing three ways; all are listed, as each has readers that know
+    // no other.
     writer_->BeginSection("eigen_values", "Eigenvalues",
                           {"Units: Period [sec]; Frequency [cycle/sec]; Circular Frequency [rad/sec]; "
                            "Eigenvalue [(rad/sec)^2]"});

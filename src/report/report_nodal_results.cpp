@@ -1,6 +1,9 @@
 // Displacements, reactions and constraint forces of nodes.
 
 #include "model/jx_struct.h"
+
+#include <cassert>
+
 #include "report/report.h"
 #include "report/report_combinations.h"
 #include "report/report_selection.h"
@@ -10,6 +13,7 @@ using namespace qvx;
 
 namespace {
 
+// Reactions are the forces of the supports on the structure, in global axes.
 constexpr Column<jxResult6Val> kReactionColumns[] = {
     {"Node", 8, IdOf<jxResult6Val>}, {"Rx", 12, Reaction::At<0>},  {"Ry", 12, Reaction::At<1>},
     {"Rz", 12, Reaction::At<2>},     {"Rox", 12, Reaction::At<3>}, {"Roy", 12, Reaction::At<4>},
@@ -43,6 +47,7 @@ Cell ForceDof(const jxMultiDofConstraintForce& f)
 template <int I>
 Cell ForceValue(const jxMultiDofConstraintForce& f)
 {
+    assert(f.dof[I] >= 0 && f.dof[I] < 6 && "a degree of freedom of a node");
     return Result(IsTranslation(f.dof[I]) ? kForce : kMoment, f.force[I]);
 }
 
@@ -62,6 +67,8 @@ constexpr Layout<jxMultiDofConstraintForce>
 void WriteSpringReactions(ReportWriter& out, const CjxStruct& model, const Selection& selection, const char* anchor,
                           const char* title, std::vector<jxResult6Val> jxCombResult::*reactions)
 {
+    // Springs of a node and coupled ones have the same columns: reactions are the forces of the spring on the
+    // structure.
     out.BeginSection(anchor, title,
                      {ReportWriter::UnitsLine({{"Units: Spring Force Reactions SRx, SRy, SRz ", out.UnitOf(kForce)},
                                                {"Spring Moment SRox, SRoy, SRoz ", out.UnitOf(kMoment)}})});

@@ -1,6 +1,9 @@
 // Materials, sections, thicknesses, load cases and combinations.
 
 #include "model/jx_struct.h"
+
+#include <cassert>
+
 #include "report/report.h"
 #include "report/report_layout.h"
 
@@ -45,6 +48,7 @@ constexpr Layout<jxSect> kSections(
     "           Az",
     kSectionColumns);
 
+// Narrow enough for two on a line.
 constexpr Column<jxThick> kThicknessColumns[] = {
     {"Thickness", 9, IdOf<jxThick>},
     {"Label", 12, LabelOf<jxThick>},
@@ -72,6 +76,7 @@ struct CombinationRow
     Cell Once(const Cell& cell) const { return isFirst ? cell : Cell{}; }
 };
 
+// One row for each term: whoever reads the comma-separated file finds the factor of a load case in one cell.
 constexpr Column<CombinationRow> kCombinationColumns[] = {
     {"LoadComb", 8, [](const CombinationRow& r) { return r.Once(Integer(r.number)); }},
     {"Label", 32, [](const CombinationRow& r) { return r.Once(Label(r.combination.label)); }},
@@ -84,6 +89,8 @@ constexpr Layout<CombinationRow> kCombinations(
     "LoadComb                            Label  P-Delta RS-Factor                         LoadCase   Factor",
     kCombinationColumns);
 
+// What a combination is for: which designs it counts in and which deflections are checked (total and live load). One
+// row for each combination, without its terms.
 constexpr Column<CombinationRow> kDesignColumns[] = {
     {"LoadComb", 8, [](const CombinationRow& r) { return Integer(r.number); }},
     {"Label", 32, [](const CombinationRow& r) { return Label(r.combination.label); }},
@@ -97,8 +104,11 @@ constexpr Layout<CombinationRow> kDesignCombinations(
     "LoadComb                            Label      Steel  Check TLD  Check LLD   Concrete Sus. Load Factor",
     kDesignColumns);
 
+// `number` counts combinations from 1, as messages do.
 void WriteTerms(TableOf<CombinationRow>& table, const jxLoadComb& combination, int number)
 {
+    assert(number >= 1 && "combinations are counted from 1");
+    // A combination without terms is listed all the same: it is solved, and its result is zero.
     if (combination.cases.empty())
         table.Write({combination, number, nullptr, true});
     for (const jxCaseFactor& term : combination.cases)

@@ -12,6 +12,7 @@
 namespace qvx {
 namespace {
 
+// Whether a section has anything to show: an empty heading would make the reader look for what is not there.
 bool Always(const CjxReport&)
 {
     return true;
@@ -52,6 +53,7 @@ bool HasResultsOf(const CjxReport& report)
     return HasAny<Elements>(report) && HasResults<Results>(report);
 }
 
+// Flags of the host and no look at the lists: an old result may stand in the model while the host counts it as gone.
 bool HasEigen(const CjxReport& report)
 {
     return report.hasEigenResults != 0;
@@ -62,6 +64,7 @@ bool HasSpectrum(const CjxReport& report)
     return report.hasSpectrumResults != 0;
 }
 
+// A list as a template argument: the table then has one kind of function pointer, whatever the list takes.
 template <void (CjxReport::*List)()>
 void Write(CjxReport& report)
 {
@@ -86,6 +89,8 @@ using L = jxCaseLoad;
 using C = jxCombResult;
 
 // clang-format off
+// The order is that of the report. One switch may turn on several sections; a section without a label has no link of
+// its own and stands behind one that has.
 constexpr ReportSection kSections[] = {
     {"general_info", "General Info", &R::bGeneralInfo, Always, Write<&R::list_general_info>},
     {"units", "Units", &R::bUnits, Always, Write<&R::list_units>},
@@ -209,8 +214,10 @@ std::span<const ReportSection> ReportSections()
     return kSections;
 }
 
+// Wanted by its switch and not empty.
 bool IsPresent(const CjxReport& report, const ReportSection& section)
 {
+    assert(report.model != nullptr && section.isWanted != nullptr && section.hasRecords != nullptr);
     return report.*section.isWanted != 0 && section.hasRecords(report);
 }
 
@@ -240,6 +247,7 @@ std::string SelectReportSections(jxReport& report, const std::vector<std::string
                                          [&name](const ReportSection& s) { return s.anchor == name; });
         if (found == std::end(kSections))
             return name;
+        // All names are looked at before the first switch is touched: a misspelled one leaves the report as it was.
         wanted.push_back(found->isWanted);
     }
     for (const ReportSection& section : kSections)

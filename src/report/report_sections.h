@@ -30,8 +30,10 @@ struct ContentsGroup
     std::span<const char* const> anchors;
 };
 
+/// The contents of the report: links to the sections of the input, then to those of the results.
 std::span<const ContentsGroup> InputContents();
 std::span<const ContentsGroup> OutputContents();
+/// Section of the table with this anchor, which must be there.
 const ReportSection& SectionOf(const char* anchor);
 
 }  // namespace qvx

@@ -17,11 +17,13 @@ class Selection
 public:
     Selection(const CjxStruct& model, int bSelectedOnly) : model_(model), isSelectedOnly_(bSelectedOnly != 0) {}
 
+    /// Whether a record that has a flag of its own is shown.
     template <class Record>
     bool Shows(const Record& record) const
     {
         return !isSelectedOnly_ || (record.bSelected & kSelectedBit) != 0;
     }
+    /// Whether what belongs to this node, member and so on is shown.
     bool ShowsNode(int id) const { return ShowsOwner(model_.nodes, id); }
     bool ShowsMember(int id) const { return ShowsOwner(model_.beams, id); }
     bool ShowsShell(int id) const { return ShowsOwner(model_.shell4s, id); }

@@ -7,6 +7,7 @@
 #include "report/report_layout.h"
 #include "report/report_pairs.h"
 
+#include <cassert>
 #include <sstream>
 #include <string>
 #include <string_view>
@@ -38,6 +39,7 @@ std::wstring General(double value)
 template <class Record>
 std::wstring LabelAt(const std::vector<Record>& records, int index)
 {
+    // A stored index may point beyond a list that has become shorter; a report says so and goes on.
     return index >= 0 && index < static_cast<int>(records.size()) ? records[static_cast<std::size_t>(index)].label
                                                                   : L"Invalid";
 }
@@ -74,6 +76,7 @@ std::vector<ReportPair> SettingsOf(const CjxStruct& model)
 
 void CjxReport::WritePairs(const ReportPairTable& table, const std::vector<ReportPair>& pairs)
 {
+    assert(table.captionShare > 0 && table.captionShare < 100 && table.captionWidth > 0 && table.valueWidth > 0);
     ReportWriter& out = *writer_;
     if (!out.IsTable()) {
         for (const ReportPair& pair : pairs)
@@ -100,6 +103,7 @@ void CjxReport::list_general_info()
                                      {"Engineer:", model->engineer.Text()}};
     const char* caption = "Notes:";
     for (const CString& note : model->notes) {
+        // A note of several lines has its caption in the first and keeps its empty ones.
         std::wistringstream lines(note.Text());
         std::wstring line;
         std::getline(lines, line);

@@ -19,6 +19,7 @@ enum Face : int { kTop = 0, kBottom = 1 };
 
 const jxShellDerived& DerivedOf(const ShellRow& r)
 {
+    assert(r.location >= 0 && r.location <= 4 && "centre and corners");
     return r.stress.derived[r.location];
 }
 
@@ -26,12 +27,14 @@ const jxShellDerived& DerivedOf(const ShellRow& r)
 template <int I>
 Cell Bending(const ShellRow& r)
 {
+    assert(r.location >= 0 && r.location <= 4 && "centre and corners");
     return Result(I < 3 ? kLinearMoment : kLinearForce, r.stress.P[r.location][I]);
 }
 
 template <int I>
 Cell Membrane(const ShellRow& r)
 {
+    static_assert(I < 3, "Fxx, Fyy, Fxy");
     return Result(kLinearForce, r.stress.F[r.location][I]);
 }
 
@@ -50,6 +53,7 @@ Cell AngleOf(const ShellRow& r)
 template <double (jxShellDerived::*Value)[2], int F>
 Cell FaceStress(const ShellRow& r)
 {
+    static_assert(F == kTop || F == kBottom);
     return Result(kStress, (DerivedOf(r).*Value)[F]);
 }
 
@@ -153,12 +157,14 @@ constexpr Layout<jxResult6Val> kSurfaceReactions(
 template <int I>
 Cell MembraneForce(const ShellRow& r)
 {
+    assert(r.location >= 1 && r.location <= 4 && "forces act at corners, not at the centre");
     return Result(kForce, r.stress.fm[2 * (r.location - 1) + I]);
 }
 
 template <int I>
 Cell PlateForce(const ShellRow& r)
 {
+    assert(r.location >= 1 && r.location <= 4 && "forces act at corners, not at the centre");
     return Result(I == 0 ? kForce : kMoment, r.stress.fp[3 * (r.location - 1) + I]);
 }
 
@@ -175,6 +181,7 @@ constexpr Layout<ShellRow>
     kResultants("   Shell     Node           Fx           Fy           Fz           Mx           My",
                 kResultantColumns);
 
+// Stresses are of the centre and the corners, forces on nodes of the corners only.
 constexpr int kFromCentre = 0;
 constexpr int kFromFirstNode = 1;
 
@@ -184,6 +191,8 @@ void WriteShells(ReportWriter& out, const CjxStruct& model, const Selection& sel
     ForEachCombination(out, model, [&](int, const jxCombResult& result) {
         TableOf<ShellRow> table(out, layout);
         for (const jxShellStress& stress : result.shell4Stresses) {
+            // Results are in the order of the shells, but a host may have removed some since: each is looked up by its
+            // id.
             const jxShell4& shell = FindById(model.shell4s, stress.id);
             if (selection.Shows(shell))
                 WriteLocations(table, stress, shell.node, firstLocation);

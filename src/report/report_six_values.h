@@ -16,6 +16,7 @@ struct SixValues
     }
 };
 
+/// Displacements and rotations; forces and moments.
 using Displacement = SixValues<kTranslationalDisplacement, kRotationalDisplacement>;
 using Reaction = SixValues<kForce, kMoment>;
 

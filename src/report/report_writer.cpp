@@ -69,6 +69,7 @@ ReportWriter::ReportWriter(std::ofstream& file, const jxReport& options)
 
 void ReportWriter::Begin(const CjxStruct& model, std::wstring path, std::function<void()> onPiece)
 {
+    // Formats are looked up once, not once a number.
     units_ = model.units;
     threshold_ = model.roundOffThreshold;
     path_ = std::move(path);
@@ -99,6 +100,8 @@ void ReportWriter::Flush()
 void ReportWriter::WriteOut()
 {
     errno = 0;
+    assert(used_ <= kBufferSize);
+    // errno is asked only after a failure: the stream itself keeps no reason.
     file_.write(buffer_.get(), static_cast<std::streamsize>(used_));
     file_.flush();
     if (!file_)
@@ -115,6 +118,7 @@ void ReportWriter::Abandon()
 char* ReportWriter::Room(std::size_t count)
 {
     assert(count <= kBufferSize);
+    // Whoever asks for room writes straight into the buffer: no number is copied twice.
     if (kBufferSize - used_ < count)
         Flush();
     return buffer_.get() + used_;
@@ -123,6 +127,7 @@ char* ReportWriter::Room(std::size_t count)
 void ReportWriter::Put(std::string_view text)
 {
     while (text.size() > kBufferSize) {
+        // A text of the user may be longer than the buffer; it goes out piece by piece.
         std::memcpy(Room(kBufferSize), text.data(), kBufferSize);
         used_ += kBufferSize;
         text.remove_prefix(kBufferSize);
@@ -219,6 +224,8 @@ void ReportWriter::EndSection()
 
 void ReportWriter::PairLine(std::string_view caption, int captionWidth, std::string_view value, int valueWidth)
 {
+    assert(captionWidth > 0 && valueWidth > 0);
+    // Padded by characters and not by bytes: captions are ASCII, values may be of any script.
     Put(caption);
     Spaces(captionWidth - CharactersOf(caption));
     Put(' ');
@@ -250,6 +257,7 @@ void ReportWriter::SetTable()
 
 void ReportWriter::HeadCell(std::string_view text, int percent)
 {
+    assert(percent > 0 && percent <= 100 && "a share of the table");
     Put("<th width=\"");
     PutInt(percent);
     Put("%\" align=\"center\">");
@@ -275,6 +283,7 @@ void ReportWriter::OpenCell(std::string_view bgcolor, std::string_view align, st
 
 char* ReportWriter::PutCellNumber(char* place, const Cell& cell) const
 {
+    assert(cell.quantity >= 0 && cell.quantity < kQuantityCount);
     switch (cell.kind) {
     case Cell::Kind::Integer:
         return PutInteger(place, cell.integer);
@@ -322,6 +331,8 @@ void ReportWriter::PutPadded(std::string_view utf8, int width)
 
 void ReportWriter::TextCell(const Cell& cell, int width)
 {
+    assert(width > 0 && "a column has room for something");
+    // Longer ones push their line to the right: a number is never cut.
     char text[kLongestNumberText];
     if (const char* end = PutCellNumber(text, cell); end != nullptr) {
         const auto length = static_cast<std::size_t>(end - text);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cassert>
 #include <fstream>
 #include <functional>
 #include <initializer_list>
@@ -28,6 +29,7 @@ struct Cell
     const char* word = nullptr;      ///< text of ours
 };
 
+/// An id, a count or a code, as it is.
 inline Cell Integer(int value)
 {
     return {.kind = Cell::Kind::Integer, .integer = value};
@@ -52,10 +54,12 @@ inline Cell PlainResult(char letter, int precision, double value)
 {
     return {.kind = Cell::Kind::PlainResult, .format = {letter, precision}, .number = value};
 }
+/// A text of the user, escaped where HTML asks for it; it must live until the cell is written.
 inline Cell Label(const wchar_t* text)
 {
     return {.kind = Cell::Kind::Label, .label = text};
 }
+/// A text of ours, as it is.
 inline Cell Word(const char* text)
 {
     return {.kind = Cell::Kind::Word, .word = text};
@@ -83,6 +87,8 @@ struct UnitText
 class ReportWriter
 {
 public:
+    /// @param file     opened before the first Put; not owned
+    /// @param options  mode and width of the tables; outlives the writer
     ReportWriter(std::ofstream& file, const jxReport& options);
 
     /// Takes number formats, units and threshold of the model; path is for messages.
@@ -109,6 +115,7 @@ public:
     void EndOfBlock();  ///< "<p></p>" in tables, and the end of a line
 
     // --- Sections ---------------------------------------------------------------------------------------------------
+    /// Name of the unit in which the report gives a quantity.
     std::string UnitOf(Quantity quantity) const;
     /// "Units: Displacements Dx, Dy, Dz [in]; Dox, Doy, Doz [rad]"
     static std::string UnitsLine(std::initializer_list<UnitText> parts);
@@ -121,10 +128,13 @@ public:
     void EndBlockTitle();
 
     // --- Tables -------------------------------------------------------------------------------------------------------
+    /// Opens a table of the width that the options give.
     void SetTable();
+    /// @param percent  of the table's width
     void HeadCell(std::string_view text, int percent);
     void BeginRow() { Line("<tr>"); }
     void EndRow() { Line("</tr>"); }
+    /// A cell with the attributes that are not empty.
     void OpenCell(std::string_view bgcolor, std::string_view align, std::string_view color);
     void CloseCell() { Put("</td>\n"); }
     void TableCell(const Cell& cell, bool isShaded);
@@ -133,8 +143,14 @@ public:
     void Spaces(int count);
 
 private:
+    /// A place for count characters, after writing the buffer out when it has none left.
     char* Room(std::size_t count);
-    void Advance(const char* end) { used_ = static_cast<std::size_t>(end - buffer_.get()); }
+    /// The text written from Room on ends here.
+    void Advance(const char* end)
+    {
+        assert(end >= buffer_.get() + used_ && "text was added");
+        used_ = static_cast<std::size_t>(end - buffer_.get());
+    }
     char* PutCellNumber(char* place, const Cell& cell) const;
     void PutContent(const Cell& cell);
     void PutPadded(std::string_view utf8, int width);

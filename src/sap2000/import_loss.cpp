@@ -1,5 +1,7 @@
 #include "sap2000/import_loss.h"
 
+#include <cassert>
+
 namespace qvx {
 namespace {
 
@@ -62,6 +64,7 @@ bool IsOfRecords(ImportLossKind kind)
 
 CString ImportLoss::Text() const
 {
+    assert(count > 0 && "something was lost");
     CString text;
     const wchar_t* format = TextOf(kind);
     // Texts without a subject have no place for it; the argument then goes unused.
@@ -71,6 +74,8 @@ CString ImportLoss::Text() const
     else if (count == 1)
         text.AppendFormat(L" (line %d)", firstLine);
     else
+        // One message a kind and subject, however many lines: a file may have a hundred thousand rows of a table that
+        // is not read.
         text.AppendFormat(L" (%d lines, from line %d)", count, firstLine);
     return text;
 }

@@ -1,6 +1,7 @@
 #include "sap2000/sap2000_file.h"
 
 #include <array>
+#include <cassert>
 
 #include "model/jx_struct.h"
 #include "model/records/text_fields.h"
@@ -17,6 +18,7 @@ struct Census
         : counts{model.beams.size(), model.shell4s.size(), model.supports.size(), model.nodalSprings.size()}
     {
         for (const jxCaseLoad& loads : model.caseLoads)
+            // All load families that the reader fills: a repair drops loads on elements that it dropped before.
             counts[4] +=
                 loads.ndLoads.size() + loads.ptLoads.size() + loads.lnLoads.size() + loads.shell4SurfaceLoads.size();
     }
@@ -45,6 +47,7 @@ std::wstring ForceName(const CString& name)
         {L"Ton", L"MT"}, {L"Tonf", L"MT"}, {L"Kgf", L"Kgf"},
     };
     for (const auto& [theirs, ours] : kForces)
+        // Letter case differs from version to version of the files.
         if (name.CompareNoCase(theirs) == 0)
             return ours;
     return {};
@@ -82,6 +85,7 @@ jxLoadComb CombinationOf(const jxLoadCase& loadCase)
 // combination of its own, in the place of the one that solves the default case, unless loads have gone there.
 void CombineEachPattern(CjxStruct& model, std::size_t nDefaultCases)
 {
+    assert(nDefaultCases >= 1 && "a repaired model has a load case");
     if (model.loadCases.size() <= nDefaultCases)
         return;
     if (!HasLoads(model.caseLoads.front()))
@@ -102,11 +106,13 @@ std::optional<jxUnit> UnitsOfSap2000File(std::wstring_view names)
         part = text.Tokenize(L",", position);
         part.Trim();
     }
+    // Lengths are in small letters in the unit table, temperatures in capitals, forces by their own names.
     return ConsistentUnits(ForceName(parts[0]), parts[1].MakeLower().Text(), parts[2].MakeUpper().Text());
 }
 
 bool ReadSap2000File(const std::wstring& path, CjxStruct& model, std::vector<CString>& told)
 {
+    // Before the import too: what the file does not define falls back on the default records, which must be there.
     model.RepaireData();
     const std::size_t nDefaultCases = model.loadCases.size();
     CSap2000Importer importer(path, &model);
@@ -116,6 +122,7 @@ bool ReadSap2000File(const std::wstring& path, CjxStruct& model, std::vector<CSt
         told.push_back(loss.Text());
     TakeUnits(importer.FileUnits(), model, told);
     CombineEachPattern(model, nDefaultCases);
+    assert(!model.loadCases.empty() && !model.loadCombs.empty() && "a repaired model has both");
     const Census before(model);
     model.RepaireData();
     TellDropped(before, Census(model), told);

@@ -1,6 +1,7 @@
 // Tables of joints, frames and areas, and what is assigned to them.
 
 #include <algorithm>
+#include <cassert>
 
 #include "model/find_record.h"
 #include "model/jx_struct.h"
@@ -44,6 +45,8 @@ void CSap2000Importer::Read_JOINT_COORDINATES(std::istream& stream, char* buffer
         node.x = GetSap2000LineItemDouble(line, L"GlobalX");
         node.y = GetSap2000LineItemDouble(line, L"GlobalY");
         node.z = GetSap2000LineItemDouble(line, L"GlobalZ");
+        // Global coordinates are written beside those of a local system; a file without them has joints in cylindrical
+        // or other systems only.
         for (const wchar_t* key : {L"GlobalX", L"GlobalY", L"GlobalZ"})
             if (GetSap2000LineItem(line, key).IsEmpty()) {
                 Note(ImportLossKind::JointWithoutGlobal, L"");
@@ -89,6 +92,8 @@ void CSap2000Importer::Read_CONNECTIVITY_FRAME(std::istream& stream, char* buffe
         beam.id = GetSap2000LineItemInt(line, L"Frame");
         beam.material = 1;
         beam.section = 1;
+        // Labels of joints are numbers in files of such models; a label that is none reads as 0, and the frame is
+        // dropped as one that refers to nothing.
         beam.node1 = qvx::TruncateToInt(GetSap2000LineItemDouble(line, L"JointI"));
         beam.node2 = qvx::TruncateToInt(GetSap2000LineItemDouble(line, L"JointJ"));
         model_->beams.push_back(beam);
@@ -119,9 +124,11 @@ void CSap2000Importer::AssignMaterial(int& material, const CString& section, con
     CString materialName = name;
     if (name.CompareNoCase(L"Default") == 0) {
         const auto ofSection = materialOfSection.find(section);
+        // "Default" stands for the material of the section.
         materialName = ofSection == materialOfSection.end() ? CString() : ofSection->second;
     }
     const auto found = materials_.find(materialName);
+    assert(material >= 0 && "an id, or none yet");
     if (found != materials_.end())
         material = found->second.id;
     else
@@ -160,6 +167,7 @@ void CSap2000Importer::Read_FRAME_LOCAL_AXES_ASSIGNMENTS_1_TYPICAL(std::istream&
     isTurned_ = true;
     for (jxBm& beam : model_->beams) {
         const auto found = angles.find(beam.id);
+        // All frames, those without a row too: the table lists only angles other than zero.
         beam.angle = ((found == angles.end() ? 0.0 : found->second) + kAxesOffset) * kPi / 180.0;
     }
 }
@@ -203,6 +211,7 @@ void CSap2000Importer::NoteAxes()
     if (isTurned_) {
         for (const jxBm& beam : model_->beams) {
             const jxSect* section = qvx::FindOrNull(model_->sections, beam.section);
+            // A square or a circle looks the same after a quarter turn.
             if (section != nullptr && section->dim[0] != section->dim[1])
                 Note(ImportLossKind::TurnedSection, L"");
         }

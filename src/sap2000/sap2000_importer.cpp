@@ -1,6 +1,7 @@
 #include "sap2000/sap2000_importer.h"
 
 #include <array>
+#include <cassert>
 #include <filesystem>
 #include <fstream>
 #include <istream>
@@ -62,6 +63,8 @@ bool CSap2000Importer::Process()
 
 void CSap2000Importer::Process(std::istream& stream)
 {
+    assert(model_ != nullptr && "a model to be filled");
+    // What the last file left is dropped; the model is appended to.
     fileUnits_.Empty();
     losses_.clear();
     lossPositions_.clear();
@@ -78,6 +81,7 @@ void CSap2000Importer::ReadTables(std::istream& stream)
     std::vector<char> buffer(kLineBuffer);
     CString line;
     while (stream.good()) {
+        // A reader of a table stops at the head of the next one, which then stands in line already.
         if (!IsTableHeaderLine(line)) {
             ReadLine(stream, buffer.data(), line);
             NoteUnreadLine(line);
@@ -101,6 +105,8 @@ bool CSap2000Importer::ReadKnownTable(std::istream& stream, char* buffer, CStrin
         const wchar_t* head;
         void (Importer::*read)(std::istream&, char*, CString&);
     };
+    assert(IsTableHeaderLine(line));
+    // By the whole head with its two blanks and quotes: names of tables begin alike.
     static constexpr std::array<Table, 19> kTables = {{
         {L"TABLE:  \"PROGRAM CONTROL\"", &Importer::Read_PROGRAM_CONTROL},
         {L"TABLE:  \"MATERIAL PROPERTIES 02 - BASIC MECHANICAL PROPERTIES\"",
@@ -134,9 +140,11 @@ bool CSap2000Importer::ReadKnownTable(std::istream& stream, char* buffer, CStrin
 
 bool CSap2000Importer::ReadLine(std::istream& stream, char* buffer, CString& line)
 {
+    assert(buffer != nullptr);
     stream.getline(buffer, kLineBuffer);
     ++lineNumber_;
     if (stream.fail()) {
+        // The end of a file fails without a character, a line beyond the buffer with a full one.
         if (stream.gcount() > 0)
             Note(ImportLossKind::LineTooLong, L"");
         line.Empty();
@@ -171,6 +179,7 @@ void CSap2000Importer::NoteUnreadLine(const CString& line)
 void CSap2000Importer::Note(ImportLossKind kind, const CString& subject)
 {
     const auto [place, isNew] = lossPositions_.try_emplace({kind, subject.Text()}, losses_.size());
+    assert(place->second <= losses_.size() && "a place in the list, or the next one");
     if (isNew)
         losses_.push_back({.kind = kind, .subject = subject, .count = 0, .firstLine = lineNumber_});
     ++losses_[place->second].count;
@@ -196,6 +205,7 @@ CString CSap2000Importer::GetSap2000LineItem(const CString& line, const CString&
         const std::wstring_view token = Trimmed(text.substr(at, blank - at));
         at = blank + 1;
         const std::size_t equals = token.find(L'=');
+        // A name that holds a sign of equality cannot be told from a key: such an item is left out as a whole.
         if (equals == std::wstring_view::npos || token.find(L'=', equals + 1) != std::wstring_view::npos)
             continue;
         if (token.substr(0, equals) == key.Text())
@@ -211,6 +221,7 @@ int CSap2000Importer::GetSap2000LineItemInt(const CString& line, const CString& 
 
 double CSap2000Importer::GetSap2000LineItemDouble(const CString& line, const CString& key) const
 {
+    // As far as it is a number: units behind it, or nothing at all, are no error.
     return qvx::LeadingNumber(GetSap2000LineItem(line, key).Text());
 }
 

@@ -47,6 +47,9 @@ private:
     friend class Sap2000ImporterAccess;  // tests of the line syntax alone
 
     // --- Lines and items (sap2000_importer.cpp) -----------------------------------------------------------------
+    // Every reader of a table gets the stream, the buffer and the line that was read last, and leaves in line the head
+    // of the next table or nothing.
+
     /// Next line, trimmed; false, with an empty line, at the end of the file or of the buffer.
     bool ReadLine(std::istream& stream, char* buffer, CString& line);
     /// Calls handle(line) for each row up to an empty line or the head of the next table, which stays in line.

@@ -1,6 +1,7 @@
 // Tables of loads on joints, frames and areas.
 
 #include <algorithm>
+#include <cassert>
 
 #include "model/find_record.h"
 #include "model/jx_struct.h"
@@ -32,6 +33,7 @@ constexpr Direction kFrameDirections[] = {
 /// What is not among the words is local 2; its word is null.
 Direction FrameDirection(const CString& word)
 {
+    // Gravity acts along -Z of the file, whose Z points up.
     for (const Direction& direction : kFrameDirections)
         if (word.CompareNoCase(direction.word) == 0)
             return direction;
@@ -63,11 +65,13 @@ void SortLoads(std::vector<jxCaseLoad>& cases, std::vector<Load> jxCaseLoad::*li
 
 jxCaseLoad* CSap2000Importer::LoadsOfPattern(const CString& line)
 {
+    assert(model_ != nullptr);
     const CString name = GetSap2000LineItem(line, L"LoadPat");
     const auto found = loadPatterns_.find(name);
     if (found == loadPatterns_.end())
         Note(ImportLossKind::UnknownLoadPattern, name);
     const std::size_t index = found == loadPatterns_.end() ? 0 : static_cast<std::size_t>(found->second);
+    // The host may have its own way of adding a case, which is asked once.
     if (index >= model_->caseLoads.size())
         model_->OnAddMoreLoadCase();
     if (index >= model_->caseLoads.size()) {
@@ -89,6 +93,7 @@ bool CSap2000Importer::ConvertAbsDistance2RelDistance(double& relative, int memb
     const double L = calc_distance(start->Point(), end->Point());
     if (L == 0.0)
         return false;
+    assert(L > 0 && "a member has a length");
     relative = absolute / L;
     return true;
 }
@@ -113,6 +118,7 @@ void CSap2000Importer::Read_JOINT_LOADS_FORCE(std::istream& stream, char* buffer
         jxNdLoad load;
         load.id = GetSap2000LineItemInt(line, L"Joint");
         const wchar_t* const keys[kDofCount] = {L"F1", L"F2", L"F3", L"M1", L"M2", L"M3"};
+        // One row holds six components; those that are zero make no load.
         for (load.dof = 0; load.dof < kDofCount; ++load.dof) {
             load.value = GetSap2000LineItemDouble(line, keys[load.dof]);
             if (load.value != 0)
@@ -131,6 +137,7 @@ void CSap2000Importer::Read_FRAME_LOADS_POINT(std::istream& stream, char* buffer
         jxPtLoad load;
         load.id = GetSap2000LineItemInt(line, L"Frame");
         load.coordSys = direction.coordSys;
+        assert(direction.dir >= 0 && direction.dir < 3 && "a direction of a force");
         load.dir = direction.dir + (isMoment ? 3 : 0);
         load.value = direction.sign * GetSap2000LineItemDouble(line, isMoment ? L"Moment" : L"Force");
         if (!ReadDistance(load.distance, line, L"RelDist", L"AbsDist")) {
@@ -209,6 +216,7 @@ void CSap2000Importer::Read_AREA_LOADS_SURFACE_PRESSURE(std::istream& stream, ch
         }
         const bool isTop = GetSap2000LineItem(line, L"Face").CompareNoCase(L"Top") == 0;
         load.value = GetSap2000LineItemDouble(line, L"Pressure") * sum;
+        // A pressure on the top face pushes against local 3, one on the bottom along it.
         if (isTop)
             load.value = -load.value;
         load.coordSys = kLocal;

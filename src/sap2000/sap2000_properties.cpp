@@ -1,5 +1,6 @@
 // Tables of the program, materials, sections, joint patterns and load patterns.
 
+#include <cassert>
 #include <utility>
 
 #include "model/jx_struct.h"
@@ -34,6 +35,7 @@ void SetCircle(jxSect& section, double d)
 {
     section.dim[0] = section.dim[1] = d;
     section.Iz = section.Iy = d * d * d * d * kPi * 0.015625;  // pi d^4 / 64
+    // Polar moment of a circle, which is its torsion constant exactly.
     section.J = 2 * section.Iz;
     section.A = d * d * kPi * 0.25;
     section.Ay = section.Az = 0.9 * section.A;  // shear coefficient of a circle: 10/9
@@ -72,6 +74,7 @@ void CSap2000Importer::Read_PROGRAM_CONTROL(std::istream& stream, char* buffer, 
         return;
     version_ = GetSap2000LineItemInt(line, L"Version");
     fileUnits_ = QuotedItem(line, L"CurrUnits");
+    // Told and read all the same: most tables have kept their keys.
     if (version_ < 15)
         AfxMessageBox(L"Your .s2k file version number is older than 15.  Data may not be imported correctly");
 }
@@ -157,6 +160,7 @@ void CSap2000Importer::Read_LOAD_PATTERN_DEFINITIONS(std::istream& stream, char*
         const wchar_t* type = CaseType(designType);
         if (type == nullptr)
             Note(ImportLossKind::UnknownDesignType, designType);
+        // The engine has one load case with self weight, and the file may have several with factors: none is guessed.
         if (GetSap2000LineItemDouble(line, L"SelfWtMult") != 0)
             Note(ImportLossKind::SelfWeight, name);
         jxLoadCase loadCase;
@@ -166,6 +170,8 @@ void CSap2000Importer::Read_LOAD_PATTERN_DEFINITIONS(std::istream& stream, char*
         model_->loadCases.push_back(loadCase);
         model_->OnAddMoreLoadCase();
     });
+    assert(model_->caseLoads.size() >= model_->loadCases.size() && "each case has its loads");
+    // The default case is found by its name too.
     for (std::size_t i = 0; i < model_->loadCases.size(); ++i)
         loadPatterns_[model_->loadCases[i].label] = static_cast<int>(i);
 }

@@ -20,6 +20,7 @@ bool IsTorsionPairedWithAxis2(int shape)
 // Tees and double angles of the editions before 360-16 leave the warping stiffness out.
 double SaintVenantStress(const jxSect_AISC& shape, double KLz)
 {
+    // Two crossing plates at most: what warping adds is small, and their editions neglect it.
     return KLz > 0 ? kSteelG * shape.J / (shape.A * shape.ro * shape.ro) : kInfinite;
 }
 
@@ -54,8 +55,11 @@ double TorsionOfTee(const jxSect_AISC& shape, const AiscBasis& basis, const Effe
 double TorsionOfAngle(const jxSect_AISC& shape, const AiscBasis& basis, const EffectiveLengths& lengths)
 {
     const double limit = basis.Is16() ? 0.71 * basis.Root() : 20;
+    // Stocky legs: flexural buckling comes first whatever the length (E4).
     if (shape.lambda_w <= limit)
         return kInfinite;
+    // An angle buckles about its principal axes, which no bracing along the legs follows: the longer of its lengths
+    // holds for both.
     const double KL = std::max(lengths.about3, lengths.about2);
     return Noted(basis.trace, {"Fe, principal axes and torsion [ksi]", AngleTorsionalStress(shape, KL, lengths.torsion),
                                "E4", "E4-4"});
@@ -75,6 +79,8 @@ double TorsionalPart(const jxSect_AISC& shape, const AiscBasis& basis, const Eff
 double StrengthOfEffectiveArea(const jxSect_AISC& shape, const AiscBasis& basis, double Fe)
 {
     const double Fcr = Noted(basis.trace, {"Fcr [ksi]", ColumnStress(basis.Fy, Fe, 1), "E3", "E3-2, E3-3"});
+    // 360-16 lets local buckling act on widths at the stress that the column reaches, where earlier editions lower the
+    // yield stress by Q.
     const double Ae = Noted(basis.trace, {"Ae [in2]", EffectiveArea(shape, basis, Fcr), "E7", "E7-1"});
     return Fcr * Ae;
 }
@@ -96,8 +102,10 @@ double StrengthByQ(const jxSect_AISC& shape, const AiscBasis& basis, const Effec
     const double Qs = Noted(basis.trace, {"Qs", UnstiffenedFactor(shape, basis), "E7.1", ""});
     const double Qa =
         Noted(basis.trace, {"Qa", StiffenedFactor(shape, basis, ColumnStress(basis.Fy, Fe, 1)), "E7.2", "E7-16"});
+    // Qs for plates that are free along one edge, Qa for those held along both; a section may have both kinds.
     const double Q = Qs * Qa;
     assert(Q > 0 && Q <= 1 + 1e-12 && "slender elements take from the section");
+    // E4(a) for tees and double angles combines inelastic stresses; with slender elements E7 takes its place.
     if (Q < 1 || !IsTorsionPairedWithAxis2(shape.shape))
         return Noted(basis.trace, {"Fcr [ksi]", ColumnStress(basis.Fy, Fe, Q), "E7", "E7-2, E7-3"}) * shape.A;
     const double plain =
@@ -116,6 +124,8 @@ double ColumnStress(double Fy, double Fe, double Q)
 {
     assert(Fe > 0 && Q > 0 && "elastic stress and slender element factor");
     const double ratio = Q * Fy / Fe;
+    // 2.25 Fy / Fe is KL/r = 4.71 sqrt(E / Fy): inelastic below, 0.877 of Euler's stress for the initial crookedness
+    // above.
     return ratio <= 2.25 ? Q * std::pow(0.658, ratio) * Fy : 0.877 * Fe;
 }
 

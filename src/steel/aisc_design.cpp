@@ -88,6 +88,7 @@ void CAiscDesign::SetDoubleAngleConnnectorDistance(double distance)
 
 void CAiscDesign::SetLateralTorsionalProperty(double Cb, double Lb)
 {
+    // Strengths are kept from station to station; only bending about axis 3 depends on the segment between braces.
     if (Cb != bracing_.Cb || Lb != bracing_.Lb)
         std::fill(std::begin(hasMajorFlexure_), std::end(hasMajorFlexure_), false);
     bracing_ = {.Lb = Lb, .Cb = Cb};
@@ -132,6 +133,7 @@ void CAiscDesign::FindStrengths()
     s.V2 = AvailableShear(along2.Vn, along2.isStockyWeb);
     s.V3 = AvailableShear(along3.Vn, along3.isStockyWeb);
     s.slenderness = std::max(SlendernessAbout3(shape_, lengths), SlendernessAbout2(shape_, lengths));
+    assert(s.tension > 0 && s.compression > 0 && s.M2 > 0 && s.V2 > 0 && s.V3 > 0 && "every shape has some strength");
     s.Pe3 = qvx::EulerLoad(shape_.Ix, K3_, L3_);
     s.Pe2 = qvx::EulerLoad(shape_.Iy, K2_, L2_);
     std::fill(std::begin(hasMajorFlexure_), std::end(hasMajorFlexure_), false);
@@ -151,12 +153,15 @@ double CAiscDesign::FindMajorFlexure(bool isPositive)
 void CAiscDesign::CheckInteraction()
 {
     using qvx::Noted;
+    // ASD loads are raised to ultimate ones for the second-order effect, which is not linear in them.
     const double alpha = bLRFD_ ? kAlphaLRFD : kAlphaASD;
     const double B3 = Noted(basis_.trace, {"B1, axis 3", qvx::AmplifierB1(Cm3_, forces_.P, alpha, strengths_.Pe3),
                                            "Appendix 8.2", "A-8-3"});
     const double B2 = Noted(basis_.trace, {"B1, axis 2", qvx::AmplifierB1(Cm2_, forces_.P, alpha, strengths_.Pe2),
                                            "Appendix 8.2", "A-8-3"});
     const bool isUnstable = std::isinf(B3) || std::isinf(B2);
+    // A tee is stronger with its stem in tension: the sign of the moment picks the strength. Of an unstable member
+    // neither means anything, and one is listed.
     const bool isPositive = isUnstable || forces_.M3 >= 0;
     const qvx::AvailableStrength strength{.P = forces_.P > 0 ? strengths_.compression : strengths_.tension,
                                           .M3 = FindMajorFlexure(isPositive),

@@ -22,6 +22,7 @@ struct AngleOffsets
 
 AngleOffsets OffsetsOf(const jxSect_AISC& s)
 {
+    // From the centroid to the crossing of the middle lines, then turned into the principal axes by alpha.
     const double ex = s.x - s.t / 2, ey = s.y - s.t / 2;
     const double alpha = std::atan(s.tan_alpha);
     const double w0 = ex * std::cos(alpha) + ey * std::sin(alpha);
@@ -34,6 +35,7 @@ AngleOffsets OffsetsOf(const jxSect_AISC& s)
 double LargestReciprocal(double a, double b, double c, const AngleOffsets& offset)
 {
     const double couplingW = a * c * offset.w, couplingZ = b * c * offset.z;
+    assert(a >= 0 && b >= 0 && c >= 0 && "reciprocals of stresses");
     double v = a + b + c;
     for (int step = 0; step < 100; ++step) {
         const double value = (v - a) * (v - b) * (v - c) - couplingW * (v - b) - couplingZ * (v - a);
@@ -64,6 +66,8 @@ double SlendernessAbout2(const jxSect_AISC& shape, const EffectiveLengths& lengt
     const double built = lengths.about2 / shape.ry;
     if (shape.shape != kShape2L)
         return built;
+    // A leg between two connectors may buckle by itself about its own weakest axis; the two slendernesses add as
+    // squares.
     const double piece = lengths.connectors / shape.rz;
     constexpr double kNoSlip = 40, kBackToBack = 0.5;  // E6.1
     return piece > kNoSlip ? std::hypot(built, kBackToBack * piece) : built;
@@ -78,6 +82,7 @@ double TorsionalStress(const jxSect_AISC& shape, double KLz)
 {
     if (!(KLz > 0) || IsBox(shape.shape) || IsRoundTube(shape.shape))
         return kInfinite;
+    // Shear centre and centroid coincide in an I; elsewhere ro is measured about the shear centre.
     const double polar = IsIShape(shape.shape) ? shape.Ix + shape.Iy : shape.A * shape.ro * shape.ro;
     assert(polar > 0 && "open shapes have their polar radius in the table");
     return (kPi2E * shape.Cw / (KLz * KLz) + kSteelG * shape.J) / polar;
@@ -88,6 +93,8 @@ double CombinedStress(double flexural, double torsional, double H)
     if (std::isinf(flexural) || std::isinf(torsional))
         return std::min(flexural, torsional);
     assert(H > 0 && H <= 1 && "1 - (distance of the shear centre / ro)^2");
+    // The smaller root of the quadratic in which the offset of the shear centre couples both modes: below either of
+    // them.
     const double sum = flexural + torsional;
     return sum / (2 * H) * (1 - std::sqrt(1 - 4 * flexural * torsional * H / (sum * sum)));
 }
@@ -109,6 +116,8 @@ double EccentricAngleSlenderness(const jxSect_AISC& shape, double L, bool isLong
     assert(shape.shape == kShapeL && shape.d >= shape.b && "an angle, its long leg first");
     const bool isPlanar = use == AngleUse::PlanarTruss;
     // The axis through the centroid along the connected leg: y along the long one.
+    // E5: the eccentricity of the connection and the restraint by it are both in the raised slenderness, so that the
+    // angle may be checked as loaded concentrically.
     const double slenderness = L / (isLongConnected ? shape.ry : shape.rx);
     const double stocky = isPlanar ? 72 + 0.75 * slenderness : 60 + 0.8 * slenderness;  // E5-1, E5-3
     const double slender = isPlanar ? 32 + 1.25 * slenderness : 45 + slenderness;       // E5-2, E5-4

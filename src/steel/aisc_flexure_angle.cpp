@@ -36,6 +36,7 @@ double BetaW(const jxSect_AISC& s)
 // sqrt(1 + x^2) - x: beta_w enters with the minus sign, as the long leg may be the one in compression.
 double Lowered(double x)
 {
+    // The difference of two nearly equal numbers is avoided for large x.
     return 1 / (std::sqrt(1 + x * x) + x);
 }
 
@@ -67,12 +68,15 @@ double LegBuckling(const AiscBasis& basis, double lambda, double Sc)
 double AngleLateralBuckling(double My, double Mcr)
 {
     if (My <= Mcr)
+        // 1.5 My stands for the plastic moment of an angle, which has no compact limit.
         return std::min(1.5, 1.92 - 1.17 * std::sqrt(My / Mcr)) * My;
     return (0.92 - 0.17 * Mcr / My) * Mcr;
 }
 
 double AngleMajorFlexure(const jxSect_AISC& shape, const AiscBasis& basis, const LateralBracing& bracing)
 {
+    // Bending is about the principal axes: legs are no axes of symmetry, and a moment about one of them twists the
+    // angle.
     const double My = Noted(basis.trace, {"My, axis w [kip-in]", basis.Fy * shape.Sw, "F10.2", ""});
     const double Mcr = Noted(basis.trace, {"Mcr [kip-in]", BucklingMoment(shape, basis, bracing), "F10.2",
                                            basis.Is16() ? "F10-4" : "F10-5, F10-6"});

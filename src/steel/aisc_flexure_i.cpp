@@ -22,6 +22,7 @@ double FlangeRestraint(const jxSect_AISC& s)
 double LateralStress(const jxSect_AISC& s, const LateralBracing& bracing, double radius, double c)
 {
     const double slenderness = bracing.Lb / radius;
+    // Warping of the flanges and Saint-Venant torsion of the whole under a uniform moment, raised by Cb for any other.
     return bracing.Cb * kPi * kPi * kSteelE / (slenderness * slenderness) *
            std::sqrt(1 + 0.078 * s.J * c / (s.Sx * s.ho) * slenderness * slenderness);
 }
@@ -46,6 +47,7 @@ double LateralStrength(const LateralLimits& limits, const LateralBracing& bracin
         return limits.plateau;
     if (bracing.Lb > limits.Lr)
         return std::min(limits.plateau, elasticStrength);
+    // Inelastic range: residual stresses of 0.3 Fy start yielding at FL, and the strength falls off in a straight line.
     const double straight = BetweenLimits(bracing.Lb, limits.Lp, limits.Lr, limits.plateau, limits.elastic);
     return std::min(limits.plateau, bracing.Cb * straight);
 }
@@ -131,6 +133,7 @@ double SlenderWebLateralStress(const AiscBasis& basis, const LateralBracing& bra
 double SlenderWebFlexure(const jxSect_AISC& s, const AiscBasis& basis, const LateralBracing& bracing)
 {
     const double aw = std::min(WebRatio(s), 10.0);
+    // A web that buckles in bending sheds stress to the flange: Rpg lowers what the section modulus promises.
     const double loss = aw / (1200 + 300 * aw) * (s.lambda_w - kNoncompactWeb * basis.Root());
     const double Rpg = Noted(basis.trace, {"Rpg", std::min(1.0, 1 - loss), "F5.2", "F5-6"});
     double stress = basis.Fy;
@@ -158,6 +161,7 @@ double IShapeMajorFlexure(const jxSect_AISC& shape, const AiscBasis& basis, cons
 double ChannelMajorFlexure(const jxSect_AISC& shape, const AiscBasis& basis, const LateralBracing& bracing)
 {
     const double Mp = Noted(basis.trace, {"Mp [kip-in]", basis.Fy * shape.Zx, "F2.1", "F2-1"});
+    // Of a channel warping is not that of two flanges: c takes the ratio of its Cw to the one of an I.
     const double c = Noted(basis.trace, {"c", shape.ho / 2 * std::sqrt(shape.Iy / shape.Cw), "F2.2", "F2-8b"});
     return WithFlangeBuckling(shape, basis, Mp, CompactLateralBuckling(shape, basis, bracing, c));
 }

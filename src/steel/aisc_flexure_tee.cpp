@@ -17,6 +17,8 @@ double BucklingMoment(const jxSect_AISC& s, const AiscBasis& basis, double Lb, b
 {
     if (!(Lb > 0))
         return kInfinite;
+    // The monosymmetry term: the flange near the shear centre is in compression when the stem is in tension, which
+    // helps.
     const double B = 2.3 * s.d / Lb * std::sqrt(s.Iy / s.J);
     const double stiffness = basis.Is16() ? 1.95 * kSteelE / Lb * std::sqrt(s.Iy * s.J)
                                           : std::numbers::pi / Lb * std::sqrt(kSteelE * s.Iy * kSteelG * s.J);
@@ -59,6 +61,7 @@ double FlangeBuckling(const jxSect_AISC& s, const AiscBasis& basis, double Mp)
         return kInfinite;
     if (lambda > r)
         return (basis.edition == kAisc05 ? 0.69 : 0.70) * kSteelE * Sxc / (lambda * lambda);
+    // 360-05 has its own line between the limits, 1.19 - 0.50 lambda / root.
     if (basis.edition == kAisc05)
         return basis.Fy * (1.19 - 0.50 * lambda / root) * Sxc;
     return std::min(1.6 * basis.Fy * s.Sx, BetweenLimits(lambda, p, r, Mp, 0.7 * basis.Fy * Sxc));
@@ -68,6 +71,7 @@ double FlangeBuckling(const jxSect_AISC& s, const AiscBasis& basis, double Mp)
 double StemStress(const jxSect_AISC& s, const AiscBasis& basis)
 {
     const double u = s.lambda_w / basis.Root();
+    // 360-05 knows no buckling of a stem; lateral buckling governs there.
     if (basis.edition == kAisc05 || u <= 0.84)
         return basis.Fy;
     if (basis.Is16())

@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <cassert>
 
 #include "steel/aisc_flexure_kinds.h"
 
@@ -40,6 +41,7 @@ double FlangeBuckling(const Box& box, const AiscBasis& basis, double Mp)
         return Mp;
     if (box.flange > 1.40 * root)
         return SlenderFlange(box, basis);
+    assert(box.flange > 1.12 * root && box.flange <= 1.40 * root && "the noncompact range");
     return Mp - (Mp - My) * (3.57 * box.flange / root - 4.0);  // F7-2
 }
 
@@ -79,6 +81,7 @@ double BoxMajorFlexure(const jxSect_AISC& shape, const AiscBasis& basis, const L
 {
     const Box box{shape.d, shape.lambda_f, shape.lambda_w, shape.Ix, shape.Sx, shape.Zx, shape.t};
     const double local = BoxFlexure(box, basis);
+    // A square tube is as stiff sideways as in its plane and has no lower mode to turn into.
     const bool mayTurn = basis.Is16() && shape.shape == kShapeHssRect && bracing.Lb > 0;
     return mayTurn ? std::min(local, LateralBuckling(shape, basis, bracing)) : local;
 }

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cassert>
+#include <cmath>
 #include <limits>
 #include <numbers>
 
@@ -13,6 +14,7 @@ constexpr double kInfinite = std::numeric_limits<double>::infinity();
 
 double WithBending(double axial, double bending, DesignTrace* trace)
 {
+    // Two straight lines that meet at an axial ratio of 0.2, fitted to the strength of beam-columns.
     if (axial >= 0.2)
         return Noted(trace, {"Interaction", axial + 8.0 / 9.0 * bending, "H1.1", "H1-1a"});
     return Noted(trace, {"Interaction", axial / 2 + bending, "H1.1", "H1-1b"});
@@ -31,6 +33,8 @@ double AngleRatio(const jxSect_AISC& shape, const SectionForces& f, const Availa
 
 double EulerLoad(double I, double K, double L)
 {
+    // B1 is for a member whose ends do not move against each other: an effective length beyond its own belongs to sway,
+    // which the analysis itself has in it.
     const double length = std::min(K, 1.0) * L;
     return length > 0 ? std::numbers::pi * std::numbers::pi * kSteelE * I / (length * length) : kInfinite;
 }
@@ -39,6 +43,7 @@ double AmplifierB1(double Cm, double P, double alpha, double Pe1)
 {
     if (!(P > 0))
         return 1;
+    // Beyond the Euler load no finite moment is left to amplify.
     if (alpha * P >= Pe1)
         return kInfinite;
     return std::max(1.0, Cm / (1 - alpha * P / Pe1));

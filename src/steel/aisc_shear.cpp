@@ -1,6 +1,7 @@
 #include "steel/aisc_shear.h"
 
 #include <algorithm>
+#include <cassert>
 
 namespace qvx {
 
@@ -12,6 +13,7 @@ constexpr double kTubeWall = 5;     // kv of tube walls (G4) and of webs before 
 // Cv2, G2-9 to G2-11: yielding, inelastic and elastic buckling.
 double Cv2(double lambda, double kv, double Fy)
 {
+    // Beyond u = 1 / 1.37 a web buckles elastically, with its square.
     const double u = std::sqrt(kv * kSteelE / Fy) / lambda;
     return u * 1.10 >= 1 ? 1 : u * 1.37 >= 1 ? 1.10 * u : 1.51 * u * u;
 }
@@ -37,6 +39,7 @@ double EdgePlateShear(const AiscBasis& basis, double area, double lambda, const 
 // Two walls along the force; the corners do not count.
 double TubeShear(const jxSect_AISC& s, const AiscBasis& basis, double lambda)
 {
+    assert(lambda > 0 && s.t > 0 && "walls of a tube");
     return PlateShear(basis, 2 * lambda * s.t * s.t, Cv2(lambda, kTubeWall, basis.Fy), "G4", "G4-1");
 }
 
@@ -49,6 +52,7 @@ double RoundShear(const jxSect_AISC& s, const AiscBasis& basis)
 
 ShearStrength WebShear(const jxSect_AISC& s, const AiscBasis& basis)
 {
+    // Rolled I webs of this slenderness reach full yield in tests, which is why their resistance factor is 1.
     const bool isStocky = IsIShape(s.shape) && s.lambda_w <= 2.24 * basis.Root();
     double Cv = 1;
     if (!isStocky)

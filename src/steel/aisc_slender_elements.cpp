@@ -36,6 +36,7 @@ struct Plates
 
     void Add(int n, double lambda, double t, double lambdaR, Imperfection c)
     {
+        assert(count < static_cast<int>(plate.size()) && "two kinds of plates at most");
         plate[static_cast<std::size_t>(count++)] = {n, lambda, t, lambdaR, c.c1, c.c2};
     }
     std::span<const Plate> All() const { return {plate.data(), static_cast<std::size_t>(count)}; }
@@ -71,6 +72,7 @@ Plates PlatesOf(const jxSect_AISC& s, double root)
 double EffectiveWidth(const Plate& plate, double Fy, double Fcr)
 {
     const double b = plate.lambda * plate.t;
+    // The limit rises where the column buckles before it yields: its plates then have less stress to bear.
     if (plate.lambda <= plate.lambdaR * std::sqrt(Fy / Fcr))
         return b;
     const double elastic = plate.c2 * plate.lambdaR / plate.lambda;
@@ -82,6 +84,7 @@ double EffectiveWidth(const Plate& plate, double Fy, double Fcr)
 double RoundWallFactor(const jxSect_AISC& s, double Fy)
 {
     const double ratio = s.lambda_w * Fy / kSteelE;
+    // A round wall has no effective width: its buckling takes from the whole circumference.
     return ratio > 0.11 ? 0.038 / std::min(ratio, 0.45) + 2.0 / 3.0 : 1;
 }
 
@@ -160,6 +163,7 @@ double StiffenedFactor(const jxSect_AISC& shape, const AiscBasis& basis, double 
     if (IsIShape(shape.shape) || IsChannel(shape.shape))
         loss = WebLoss(shape, Fcr);
     else if (IsBox(shape.shape))
+        // Walls of a tube take f as Fy, as the note to E7-18 permits, which needs no iteration.
         loss = WallLoss(shape, shape.lambda_f, basis.Fy) + WallLoss(shape, shape.lambda_w, basis.Fy);
     return (shape.A - loss) / shape.A;
 }

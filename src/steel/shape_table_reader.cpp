@@ -19,6 +19,7 @@ struct Column
     double jxSect_AISC::*field;
 };
 
+// Columns by name and not by place: a table may leave some out or order them otherwise.
 constexpr Column kColumns[] = {
     {"weight", &jxSect_AISC::weight},
     {"A", &jxSect_AISC::A},
@@ -108,6 +109,7 @@ double NumberOf(std::string_view cell, std::string_view line)
     double value = 0;  // an empty cell: the shape has no such property
     if (cell.empty())
         return value;
+    // No locale: a decimal point is a point on every machine.
     const auto [end, error] = std::from_chars(cell.data(), cell.data() + cell.size(), value);
     if (error != std::errc() || end != cell.data() + cell.size())
         Refuse(line, L"a cell that is not a number");

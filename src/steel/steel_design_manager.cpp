@@ -26,6 +26,7 @@ bool IsHss(int shape)
 /// The family as the beginning of labels: it ends where the label ends or goes on with an "X".
 bool BeginsLabel(std::wstring_view family, std::wstring_view label)
 {
+    // "W12" takes W12X26 and not W120: the X ends the depth.
     return !family.empty() && label.substr(0, family.size()) == family &&
            (label.size() == family.size() || label[family.size()] == L'X');
 }
@@ -39,6 +40,7 @@ bool IsLighter(const jxSect_AISC& a, const jxSect_AISC& b)
 
 const CSteelDesignManager& CSteelDesignManager::Instance()
 {
+    // Read once, when it is first asked for; constant afterwards, so that threads need no lock.
     static const CSteelDesignManager manager;
     return manager;
 }
@@ -108,6 +110,7 @@ CAiscDesign* CSteelDesignManager::CreateAiscDesign(int code, const wchar_t* name
 {
     const jxSect_AISC* shape = Find(name);
     const bool isKnown = code >= qvx::kAisc05 && code <= qvx::kAisc16;
+    // Owned by the host, which gives it back to DeleteAiscDesign: library and host may have heaps of their own.
     return shape != nullptr && isKnown ? new CAiscDesign(code, *shape) : nullptr;
 }
 

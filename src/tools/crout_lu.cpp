@@ -15,6 +15,7 @@ void InvertByCroutLu(std::span<const Real> matrix, int n, std::span<Real> invers
     std::vector<Real> column(size);
     const CroutLu<Real> lu(factors.data(), rowOf.data(), column.data(), n);
     for (std::size_t j = 0; j < size; ++j) {
+        // Column by column of the unit matrix: the factors are formed once.
         column.assign(size, Real(0));
         column[j] = Real(1);
         lu.Solve(column.data());

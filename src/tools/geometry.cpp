@@ -49,6 +49,7 @@ double CalcSignedAngle3D(const jxPoint& from, const jxPoint& to, const jxPoint& 
 {
     jxPoint turn;
     cross(turn, from, to);
+    // Along the normal the turn has its sign; the normal need not be a unit vector.
     const double length = std::sqrt(dot(normal, normal));
     return length > 0 ? std::atan2(dot(turn, normal) / length, dot(from, to)) : 0.0;
 }
@@ -82,6 +83,7 @@ double calc_distance3(const jxPoint& p, const jxPoint& a, const jxPoint& b)
 {
     const jxPoint ab = b - a;
     const double squared = dot(ab, ab);
+    // The foot of the perpendicular, or the end that lies nearer to it.
     const double t = squared > 0 ? std::clamp(dot(p - a, ab) / squared, 0.0, 1.0) : 0.0;
     return calc_distance(p, a + t * ab);
 }

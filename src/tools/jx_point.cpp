@@ -40,6 +40,8 @@ void normalize(jxPoint& v)
 {
     const double length = Length(v);
     if (length > 0)
+        // Divided, not multiplied with the reciprocal: the axes of members and shells are exact where they lie along
+        // global ones.
         v = {v.x / length, v.y / length, v.z / length};
 }
 

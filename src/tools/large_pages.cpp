@@ -12,6 +12,7 @@ void PreferLargePages([[maybe_unused]] const void* memory, [[maybe_unused]] std:
 {
 #if defined(__linux__)
     constexpr std::uintptr_t kLargePage = std::uintptr_t{2} << 20;
+    // Whole large pages only: the first and the last part of the array stay in small ones.
     const auto begin = reinterpret_cast<std::uintptr_t>(memory);
     const std::uintptr_t first = (begin + kLargePage - 1) / kLargePage * kLargePage;
     const std::uintptr_t last = (begin + bytes) / kLargePage * kLargePage;

@@ -18,6 +18,7 @@ std::string NumberPart(std::wstring_view text)
 {
     const std::size_t start = std::min(text.find_first_not_of(L" \t\n\v\f\r"), text.size());
     const std::size_t stop = std::min(text.find_first_not_of(L"0123456789+-.eE", start), text.size());
+    // Only characters of ASCII come in, so each fits.
     std::string part;
     for (const wchar_t c : text.substr(start, stop - start))
         part += static_cast<char>(c);
@@ -63,6 +64,7 @@ double LeadingNumber(std::wstring_view text)
     const std::string part = NumberPart(text);
     const char* first = part.data() + (part.starts_with('+') ? 1 : 0);
     const char* last = part.data() + part.size();
+    // from_chars would take the minus sign that follows.
     if (part.starts_with("+-"))
         return 0;
     double value = 0;

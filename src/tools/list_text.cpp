@@ -51,6 +51,7 @@ bool ParseList(std::vector<int>& counts, std::vector<double>& values, const wcha
         const std::size_t comma = std::min(compact.find(',', from), compact.size());
         if (!ReadItem(std::string_view(compact).substr(from, comma - from), counts.emplace_back(),
                       values.emplace_back())) {
+            // All or nothing: half a list of distances would make a grid that nobody drew.
             counts.clear();
             values.clear();
             return false;

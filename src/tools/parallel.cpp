@@ -18,6 +18,7 @@ ParallelFault DoPart(std::size_t first, std::size_t last, const std::function<vo
         try {
             work(i);
         } catch (...) {
+            // The rest of the part is left: what comes behind a fault is never taken.
             return {.index = i, .what = std::current_exception()};
         }
     }
@@ -33,6 +34,7 @@ void RunInParallel(int parts, const std::function<void(int)>& work)
     for (int part = 1; part < parts; ++part) {
         try {
             team.emplace_back(work, part);
+            // No thread to be had: the part is done here, and the result is the same.
         } catch (const std::system_error&) {
             work(part);
         }

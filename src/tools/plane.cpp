@@ -8,6 +8,7 @@
 jxPlane::jxPlane(const jxPoint& a, const jxPoint& b, const jxPoint& c, double offset) : origin_(a)
 {
     axes_[0] = b - a;
+    // Three points in line have no normal; the axes are then zero and every distance 0.
     cross(axes_[2], axes_[0], c - a);
     cross(axes_[1], axes_[2], axes_[0]);
     for (jxPoint& axis : axes_)
@@ -46,6 +47,7 @@ bool inpolygon(const jxPoint* polygon, int n, const jxPoint& p)
     for (int i = 0, j = n - 1; i < n; j = i++) {
         const jxPoint& a = polygon[i];
         const jxPoint& b = polygon[j];
+        // Half-open edges: a vertex at the height of the point belongs to one of its two edges.
         if ((a.y > p.y) != (b.y > p.y) && p.x < a.x + (b.x - a.x) * (p.y - a.y) / (b.y - a.y))
             isInside = !isInside;
     }

@@ -36,6 +36,7 @@ struct Rotation
 
 bool IsLost(double value, double against)
 {
+    // Beyond the last digit of the other even a hundred times.
     return std::fabs(against) + 100 * std::fabs(value) == std::fabs(against);
 }
 

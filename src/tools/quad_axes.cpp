@@ -52,6 +52,7 @@ Frame UnturnedAxes(const Shape& shape)
     const jxPoint z = Unit(Cross(shape.across, shape.up));
     jxPoint x = shape.across;
     if (!shape.isRectangle) {
+        // Horizontal means across global Y, the reference of all local axes, whatever axis is drawn upward.
         const bool isHorizontal = std::fabs(z.y - 1) < kHorizontal || std::fabs(z.y + 1) < kHorizontal;
         x = isHorizontal ? jxPoint{1, 0, 0} : Cross({0, 1, 0}, z);
     }
@@ -116,6 +117,7 @@ QuadPlacement PlaceQuad(const QuadCorners& p, bool isThinPlateWanted)
 
 bool IsConvexQuad(const QuadCorners& p, double angle)
 {
+    // Projected on its mean plane: a warped shell is judged as the stiffness sees it.
     const std::array<jxPoint, 3> axes = QuadLocalAxes(p, angle);
     QuadCorners local;
     for (std::size_t i = 0; i < local.size(); ++i)

@@ -60,6 +60,7 @@ StressSection TeeStressSection(double bf, double h, double hf, double bw)
 std::vector<double> NormalStresses(const StressSection& section, double N, double Mz, double My)
 {
     // Slopes of the stress plane from -Mz = sy Iz + sz Iyz, -My = sy Iyz + sz Iy.
+    // About axes that are not principal both moments bend both ways: the plane of stresses solves two equations.
     const double determinant = section.Iz * section.Iy - section.Iyz * section.Iyz;
     const double slopeY = -(Mz * section.Iy - My * section.Iyz) / determinant;
     const double slopeZ = -(My * section.Iz - Mz * section.Iyz) / determinant;
@@ -68,6 +69,7 @@ std::vector<double> NormalStresses(const StressSection& section, double N, doubl
     stresses.reserve(section.points.size() + 2);
     for (const SectionPoint& point : section.points)
         stresses.push_back(N / section.A + slopeY * point.y + slopeZ * point.z);
+    // The four points of a round section miss the largest stress unless it lies on an axis.
     if (section.edgeRadius > 0) {
         const double bending = std::hypot(Mz, My) * section.edgeRadius / section.Iz;
         stresses.push_back(N / section.A - bending);

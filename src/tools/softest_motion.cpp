@@ -58,6 +58,7 @@ public:
     explicit Lanczos(const MotionSearch<Real>& search) : search_(search)
     {
         std::mt19937 random(1);  // the same start in every run: results repeat
+        // A random start has a part of every motion; a chosen one may be square to the very one that is sought.
         std::uniform_real_distribution<double> uniform(-1, 1);
         std::vector<Real> start(search.rootOfDiagonal.size());
         for (std::size_t i = 0; i < start.size(); ++i)
@@ -87,6 +88,7 @@ public:
             for (const std::vector<Real>& q : basis_)
                 AddScaled(next, -Dot(next, q), q);
         offDiagonal_.push_back(Normalize(next));
+        // Nothing but rounding is left of the new vector: the space of the start is complete.
         isExhausted_ = !(offDiagonal_.back() > 1e-12 * std::fabs(diagonal));
         basis_.push_back(std::move(next));
         return true;
@@ -167,6 +169,7 @@ SoftestMotion FindSoftestMotion(const MotionSearch<Real>& search)
         softest.place = LargestEntry(motion);
         softest.isFound = true;
         softest.energy = EnergyOf(search, std::move(motion), std::move(force));
+        // Stiff enough already: further solutions would only find the softest of the stiff.
         if (!(softest.energy <= kSoft))
             break;
     }

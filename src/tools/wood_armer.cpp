@@ -7,6 +7,8 @@
 void CalcPlateTopMu1(double& mx, double& my, double Mx, double My, double Mxy)
 {
     const double twist = std::fabs(Mxy);
+    // The twist is carried by both directions alike, which makes mx + my least (Wood's rule for an orthotropy factor of
+    // 1).
     mx = Mx + twist;
     my = My + twist;
     if (mx < 0 && my < 0) {
