@@ -159,6 +159,39 @@ public:
     /// @throws jxException  "error finding <record> <id>" for a load on no element; lists of loads before its own are
     /// turned by then
     void ConvertAllLocalLoadsToGlobalLoads();
+
+    // Growth from a pattern: copy c of a record has its id plus c times an increment and all else of it, elements that
+    // join a copy to the one before count up from an id. They take the material of the pattern's element; section or
+    // thickness is 1, and the material too where a node has none. Lists are sorted by id afterwards; whether new ids
+    // are free is the caller's concern. The pattern may be a list of this model. A failure changes nothing: jxException
+    // for an id beyond 1 to 2147483647, "error finding node <id>" for an element whose nodes are not copied with it.
+
+    /// Copies nodes along a direction and joins each to its next copy by a member.
+    /// @param steps            distances between copies [length]; without one nothing is made
+    /// @param direction        unit vector, the way of the steps
+    /// @param memberIncrement  id of the first member; the others count up, step by step
+    void ExtrudeNodes(const std::vector<jxNd>& nodes, const std::vector<double>& steps, jxPoint direction,
+                      int nodeIncrement, int memberIncrement);
+    /// Copies members with their nodes; shells that count from shellIncrement join them, node 1 and 2 of the earlier
+    /// member, 2 and 1 of the later.
+    void ExtrudeBeams(const std::vector<jxNd>& nodes, const std::vector<jxBm>& beams, const std::vector<double>& steps,
+                      jxPoint direction, int nodeIncrement, int beamIncrement, int shellIncrement);
+    /// Copies shells with their nodes; bricks that count from brickIncrement join them, the earlier shell first.
+    void ExtrudeShell4s(const std::vector<jxNd>& nodes, const std::vector<jxShell4>& shells,
+                        const std::vector<double>& steps, jxPoint direction, int nodeIncrement, int shellIncrement,
+                        int brickIncrement);
+    /// Copies members about the Y axis in equal angles, joined as ExtrudeBeams joins them.
+    ///
+    /// A copy stands at the distance of its node from the axis, at the angle from +X towards -Z: the pattern is meant to
+    /// lie at angle 0, where its own bearing is not looked at. A full turn, 360 degrees within 0.001, makes one copy
+    /// less: its last ring ends on the pattern. A node on the axis has coincident copies, which Merge joins.
+    /// @param startAngle, endAngle  [degree]; the last copy stands at the end
+    /// @param copies                below 1, and 1 of a full turn, nothing is made
+    void RevolveBeams(const std::vector<jxNd>& nodes, const std::vector<jxBm>& beams, double startAngle,
+                      double endAngle, int copies, int nodeIncrement, int beamIncrement, int shellIncrement);
+    /// The same of shells, joined as ExtrudeShell4s joins them.
+    void RevolveShell4s(const std::vector<jxNd>& nodes, const std::vector<jxShell4>& shells, double startAngle,
+                        double endAngle, int copies, int nodeIncrement, int shellIncrement, int brickIncrement);
     /// Section of members that act as rigid links ("RIGID_LINK"): 100,000 times the model's largest area and inertia.
     jxSect GetRigidLinkSection() const;
     /// Adds the section "RIGID_LINK", without values; false, and no change, when the model has one.
