@@ -18,6 +18,8 @@ enum class FindingCode {
     UnitsLeftOut,
     Value2LeftOut,
     CombinationsAdded,
+    // of a model operation
+    AreaWithoutLoad,
     // of the input check
     MassCombinationReset,
     ModelTypeMismatch,

@@ -14,6 +14,7 @@
 #include "model/records/host_data.h"
 #include "model/records/load.h"
 #include "model/records/node.h"
+#include "model/records/operation_result.h"
 #include "model/records/property.h"
 #include "model/records/spring.h"
 #include "model/records/unit.h"
@@ -155,6 +156,64 @@ public:
     int SolverThreads() const { return solverThreads_; }  ///< of the last sparse run; 1 before
 
     // --- Model operations -------------------------------------------------------------------------------------------
+    // The operations below carry each change into every record that refers to what they change; results are the host's
+    // to clear. Those on "selected" elements take bit 0 of bSelected. What takes an end of a member throws jxException
+    // "error finding node <id>", before anything is changed. Message boxes appear when bInteractive is set.
+
+    /// Joins nodes nearer to each other than mergeTolerance: of each such pair the one farther from the origin stays.
+    /// Of supports, nodal springs and coupled springs that so come to stand side by side at one node the first stays.
+    /// @return  the removed nodes by id, with the id of the one that stands for them in no
+    std::vector<jxNd> MergeNodes();
+    std::vector<jxBm> MergeBeams();        ///< joins members between the same nodes, either way round; the last stays
+    std::vector<jxShell4> MergeShell4s();  ///< joins shells of the same corners in the same turn; the last stays
+    std::vector<jxShell3> MergeShell3s();  ///< nothing is joined
+    std::vector<jxBrick> MergeBricks();    ///< joins bricks of the same eight nodes in order; the last stays
+    /// All four, and RemoveInvalidElements.
+    /// @param messages  0 tells of what was found, 1 tells always, any other number nothing
+    jxMergedInfo Merge(int messages = 0);
+    void RenumberNodes();   ///< gives each node the id that stands in its no
+    void RenumberBeams();   ///< likewise
+    void RenumberShells();  ///< likewise, of the four-node shells
+    void RenumberBricks();  ///< likewise
+    /// Removes elements that name one node twice, with their loads, springs and releases. The counts are returned.
+    void RemoveInvalidElements(int& members, int& shell4s, int& bricks);
+    /// Removes nodes that no element, diaphragm, constraint or area load names, with what belongs to them.
+    /// @return  their ids
+    std::vector<int> RemoveOrphanedNodes();
+    /// Turns the selected elements round: their first end becomes the last, shells and bricks turn over. Loads stay.
+    void ReverseNodeOrder();
+    /// Sets bit 0 of bSelected of nodes and elements to select, or inverts it with reverse; hidden ones (bit 1) stay. A
+    /// select of 0 clears, or inverts, that of supports, springs, releases, loads, masses, diaphragms, constraints too.
+    void SelectAll(int select, int reverse);
+
+    /// Cuts each selected member into pieces of the given lengths, or into as many equal ones; loads, line springs and
+    /// releases go along. The first piece keeps the id, new ids follow the largest. The list is cut off, or filled up by
+    /// one more piece, where it does not fit a member.
+    void ExplodeBeam(std::vector<double>& pieces, int equal);
+    /// Cuts stiff ends off the selected members; an offset that is not positive is none.
+    /// @param rigidSection  id of the section of the ends
+    void CreateBeamRigidOffset(double startOffset, double endOffset, int rigidSection);
+    /// Cuts the selected members into pieces of one section each, in steps of a taper. The sections are added.
+    void NonPrismaticBeam(std::vector<double>& pieces, const std::vector<jxSect>& sections);
+    /// Cuts the selected members at the nodes on them, nearer than mergeTolerance. Line springs stay on the first piece.
+    /// @return  ids of the members that were cut
+    std::vector<int> ExplodeSelectedBeamsAtNodes();
+    /// The same for these members, which stay selected.
+    std::vector<int> ClearSelectionAndExplodeBeamsAtNodesForSpecifiedBeams(const std::vector<int>& beams);
+    /// Adds a node where two of the members cross within their lengths; the members are not cut.
+    std::vector<jxIntersectionNode> InsertNodesAtBeamIntersectionsForBeams(const std::vector<int>& beams);
+    /// The same for members given as records; only their ids and ends are looked at.
+    std::vector<jxIntersectionNode> InsertNodesAtBeamIntersectionsForBeams(const std::vector<jxBm>& beams);
+
+    bool HasAreaLoads() const;  ///< some load case has an area load
+    /// Turns the area loads of a load case into line loads on the members within each footprint.
+    /// @param loadCase         index; outside the list nothing is converted
+    /// @param removeAreaLoads  takes the area loads out
+    /// @param mergeFirst       runs Merge before
+    /// @return  true when every footprint is loaded whole; what got no load is told in lines and among the findings
+    /// @throws jxException  a footprint without a plane or an area, a corner that is no node: no loads are added
+    bool ConvertAreaLoads(int loadCase, bool removeAreaLoads, bool mergeFirst);
+
     /// Turns span and surface loads along local axes into loads along global ones, of the same resultant, in place.
     /// @throws jxException  "error finding <record> <id>" for a load on no element; lists of loads before its own are
     /// turned by then
