@@ -8,8 +8,10 @@
 
 #include "check_command.h"
 #include "convert_command.h"
+#include "edit_command.h"
 #include "exit_code.h"
 #include "files/generate_model.h"
+#include "files/model_edits.h"
 #include "generate_command.h"
 #include "platform/cstring.h"
 #include "platform/file_error.h"
@@ -87,6 +89,20 @@ void DefineGenerate(CLI::App& app, GenerateOptions& options)
                      qvx::GeneratorUsage());
 }
 
+void DefineEdit(CLI::App& app, EditOptions& options)
+{
+    CLI::App* edit = app.add_subcommand("edit", "Runs one operation on a model file and prints what it changed");
+    edit->add_option("OPERATION", options.operation, "what to do")
+        ->required()
+        ->check(CLI::IsMember(qvx::EditOperations()));
+    edit->add_option("IN", options.from, "model file to read")->required();
+    edit->add_option("OUT", options.to, "model file to write")->required();
+    edit->add_option("--args", options.arguments, "arguments of the operation, one JSON object")->type_name("JSON");
+    edit->add_option("--svg", options.svg, "area-loads: draws footprints, sub-areas and line loads to this file")
+        ->type_name("FILE.svg");
+    edit->add_flag("--quiet", options.isQuiet, "prints warnings alone");
+}
+
 void DefineSchema(CLI::App& app, std::string& file)
 {
     CLI::App* schema = app.add_subcommand("schema", "Prints the JSON Schema of a file");
@@ -104,11 +120,13 @@ int Main(int argc, char** argv)
     CheckOptions check;
     ConvertOptions convert;
     GenerateOptions generate;
+    EditOptions edit;
     std::string schema;
     DefineRun(app, run);
     DefineCheck(app, check);
     DefineConvert(app, convert);
     DefineGenerate(app, generate);
+    DefineEdit(app, edit);
     DefineSchema(app, schema);
     try {
         app.parse(argc, argv);
@@ -121,6 +139,8 @@ int Main(int argc, char** argv)
         return ConvertModel(convert.from, convert.to);
     if (app.got_subcommand("generate"))
         return GenerateModelFile(generate);
+    if (app.got_subcommand("edit"))
+        return EditModelFile(edit);
     if (app.got_subcommand("schema"))
         return PrintSchema(schema);
     return RunModel(run);
