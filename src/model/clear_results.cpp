@@ -31,6 +31,7 @@ void CjxStruct::ClearStaticResult()
     concreteEnvelope.clear();
     woodArmer.clear();
     modalResult.clear();
+    envelopeReport.clear();
     ClearConcreteResult();
     ClearSteelResult();
     if (!documentPath.IsEmpty())
@@ -40,6 +41,7 @@ void CjxStruct::ClearStaticResult()
 void CjxStruct::ClearFrequencyResult()
 {
     eigenResults.clear();
+    frequencyOutcome = {};
     ClearResponseSpectrumResult();
 }
 

@@ -11,6 +11,7 @@
 #include "model/records/element.h"
 #include "model/records/envelope.h"
 #include "model/records/finding.h"
+#include "model/records/frequency_outcome.h"
 #include "model/records/host_data.h"
 #include "model/records/load.h"
 #include "model/records/node.h"
@@ -77,6 +78,8 @@ public:
     virtual bool IsEmptyDocument() const;     ///< bEmptyDocument as a bool
     virtual void OnAddMoreLoadCase();         ///< resizes caseLoads to the number of load cases
     virtual void OnAddMoreLoadCombination();  ///< resizes combResults to the number of load combinations
+    /// Whether a record with this flag byte (bSelected) is selected and not hidden.
+    static bool IsShowSelected(unsigned char flags) { return (flags & 3) == 1; }
 
     // --- Analyses ---------------------------------------------------------------------------------------------------
     /// Solves every load combination by solverType and fills combResults, combOutcomes, digitsLost, the envelopes.
@@ -98,6 +101,13 @@ public:
     /// RestoreInputData brings the input back, results are to be cleared.
     /// @throws jxException  "error finding <record> <id>", abort by the user
     int ExecuteSteelDesign();
+    /// Natural modes under the stiffness and the masses of the combination massLoadComb: eigenResults, derivedMasses,
+    /// frequencyOutcome; with bPerformSpectrum also spectrumResults. Static results stay as they are.
+    /// Success (1): as ExecuteStatic. numberOfModes is clamped to the mass degrees of freedom, and stays so.
+    /// Refused (0): RepaireData has run; or there is no mass, then the model is left as by an exception.
+    /// @param massOnly      derivedMasses are formed and nothing is solved
+    /// @throws jxException  as ExecuteStatic, and of an iteration that failed, with advice
+    int ExecuteFrequency(bool massOnly);
     /// Checks the input and puts settings out of range right. All faults are listed and logged, none throws. Changes:
     /// clamped settings, bSelected of nodes that nothing holds, bNonlinear, linearCombCount, links, the section
     /// "RIGID_LINK". No units, no results.
@@ -137,7 +147,7 @@ public:
 
     // --- Results of a combination -----------------------------------------------------------------------------------
     /// Normal stresses along the members whose section is regular or in a table; the others are left out.
-    /// @param comb  combination index with a result, -1 for the modal result
+    /// @param comb  combination index with a result, -1 for the governing curves of envelopeReport
     /// @return      in the order of the member curves, tension positive [stress]; empty without curves
     std::vector<jxBmStress> GetBeamStresses(int comb) const;
     /// Station of a member curve at x, interpolated linearly between its neighbours.
@@ -151,6 +161,20 @@ public:
     /// @param out        replaced; empty without a static solution. Equal extremes keep the earlier combination.
     /// @param selection  per combination; shorter ones leave the rest out
     void CalcMaxBeamVMD(std::vector<jxMaxBmVMD>& out, const std::vector<bool>& selection) const;
+    /// The same with the deflections.
+    void CalcBeamEnvelopVMD(std::vector<jxEnvelopeBmVMD>& out, const std::vector<bool>& selection) const;
+    /// Envelope of the displacements over the selected combinations, one record per node.
+    void CalcNodalDisplacementEnvelope(std::vector<jxEnvelopeValue6>& out, const std::vector<bool>& selection) const;
+    /// Of the reactions, one record per support that has one.
+    void CalcSupportReactionEnvelope(std::vector<jxEnvelopeValue6>& out, const std::vector<bool>& selection) const;
+    /// Fills envelopeReport with all three and with the governing curves of the members.
+    void CalcEnvelopeReport(const std::vector<bool>& selection);
+    /// After a frequency run with spectra: makes a load case and a combination per direction and mode out of the modal
+    /// forces, or refills those that stand; a static run then solves them and combines the modes.
+    void ConvertInertiaForces();
+    bool IsPerformingSpectrumAnalysisInDirection(int direction) const { return spectrumFactor[direction] != 0; }
+    bool HasResponseSpectrumLoadCombination() const;
+    bool IsResponseSpectrumLoadCombination(int comb) const;  ///< false beyond the list
     /// Library behind the last sparse run, "PARDISO" or "MUMPS"; empty before one.
     CString SparseSolverName() const;
     int SolverThreads() const { return solverThreads_; }  ///< of the last sparse run; 1 before
@@ -427,6 +451,8 @@ public:
     std::vector<jxConcreteSection> concreteSections;  ///< candidates of its columns, by name
     std::vector<P_M_Sect> interactionSurfaces;        ///< theirs, in kip and kip-ft
     std::map<int, std::vector<int>> nodeBeams;        ///< members meeting at a node
+    jxFrequencyOutcome frequencyOutcome;                    ///< course of the last frequency run
+    jxEnvelopeReport envelopeReport;                        ///< of CalcEnvelopeReport
 
     // --- Stages of a run --------------------------------------------------------------------------------------------
     // Called by ExecuteStatic in its order, in internal units; each leaves units, saved input and the other results as
@@ -525,9 +551,15 @@ public:
     void AverageBrickStresses(CjxBrickGroup& group, int comb);
 
     // After the last combination.
-    void CalcModalCombinationResult();  ///< nothing until a spectrum run has filled its results
-    void CalcRcBeamEnvelop();           ///< concreteEnvelope over the combinations marked for concrete
-    void CalcRcWoodArmerMoment();       ///< woodArmer over the same combinations; zeros for a shell left out
+    void CalcModalCombinationResult();  ///< both below, into an empty modalResult
+    /// Combines the results of the inertia combinations mode by mode and direction by direction into modalResult, unless
+    /// that stands already. False when there are no spectrum results.
+    bool GetResponseSpectrumResults();
+    /// Adds rsFactor times the modal result to each combination. Always true.
+    /// @throws jxException  "error finding <record> <id>" when the modal result lacks a record
+    bool AddResponseSpectrumResults();
+    void CalcRcBeamEnvelop();      ///< concreteEnvelope over the combinations marked for concrete
+    void CalcRcWoodArmerMoment();  ///< woodArmer over the same combinations; zeros for a shell left out
 
     // Of a concrete design, in design units.
     int CheckRcDesignInputData();  ///< 1 when the model may be designed; all faults are logged

@@ -23,6 +23,13 @@ TEST(WideText, CodePointsThatDoNotExistBecomeTheReplacementCharacter)
     EXPECT_EQ(qvx::FromUtf8("a\xC3"), L"a\uFFFD");
 }
 
+// Units of 16 bits out of a file, in wide characters of whatever size.
+TEST(WideText, SurrogatePairIsOneCodePoint)
+{
+    const std::wstring pair{static_cast<wchar_t>(0xD83D), static_cast<wchar_t>(0xDE00)};
+    EXPECT_EQ(qvx::ToUtf8(pair), "\xF0\x9F\x98\x80");
+}
+
 TEST(WideText, CaseFoldsLatinGreekAndCyrillic)
 {
     EXPECT_EQ(qvx::CompareNoCase(L"RIGID_LINK", L"rigid_link"), 0);
