@@ -77,28 +77,41 @@ std::vector<Station> EnvelopeOf(const std::vector<EnvelopedCurve>& curves)
     return envelope;
 }
 
-/// One record per member; nothing when the first combination has no curves.
+/// The combination whose results say whether there are envelopes: the first; of a run that goes on behind a failure the
+/// first that was solved. Null when there is none.
+const jxCombResult* DecidingResult(const CjxStruct& model)
+{
+    const std::vector<jxCombResult>& results = model.combResults;
+    const auto found = std::find_if(results.begin(), results.end(), [&](const jxCombResult& result) {
+        return !model.bContinueAfterFailure || !result.displacements.empty();
+    });
+    return found == results.end() ? nullptr : &*found;
+}
+
+/// One record per member; nothing when the deciding combination has no curves.
 template <class Envelope>
 void EnvelopeMembers(const CjxStruct& model, const std::vector<bool>& selection, std::vector<Envelope>& out)
 {
     using Station = typename decltype(Envelope::vmd)::value_type;
     out.clear();
-    const std::vector<jxCombResult>& results = model.combResults;
-    if (results.empty() || results.front().beamCurves.empty())
+    const jxCombResult* deciding = DecidingResult(model);
+    if (deciding == nullptr || deciding->beamCurves.empty())
         return;
     out.reserve(model.beams.size());
     for (const jxBm& beam : model.beams)
-        out.push_back({beam.id, EnvelopeOf<Station>(CurvesOf(results, selection, beam.id))});
+        out.push_back({beam.id, EnvelopeOf<Station>(CurvesOf(model.combResults, selection, beam.id))});
 }
 
 /// Envelope of a family of nodal values whose records stand at the same places in every combination.
 /// @param ids  of the records, in their order
-void EnvelopeSixValues(const std::vector<jxCombResult>& results, std::vector<jxResult6Val> jxCombResult::*family,
+void EnvelopeSixValues(const CjxStruct& model, std::vector<jxResult6Val> jxCombResult::*family,
                        const std::vector<int>& ids, const std::vector<bool>& selection,
                        std::vector<jxEnvelopeValue6>& out)
 {
+    const std::vector<jxCombResult>& results = model.combResults;
+    const jxCombResult* deciding = DecidingResult(model);
     out.clear();
-    if (results.empty() || (results.front().*family).empty())
+    if (deciding == nullptr || (deciding->*family).empty())
         return;
     for (std::size_t place = 0; place < ids.size(); ++place) {
         jxEnvelopeValue6 envelope{.id = ids[place]};
@@ -137,7 +150,7 @@ void CjxStruct::CalcNodalDisplacementEnvelope(std::vector<jxEnvelopeValue6>& out
     std::vector<int> ids;
     for (const jxNd& node : nodes)
         ids.push_back(node.id);
-    EnvelopeSixValues(combResults, &jxCombResult::displacements, ids, selection, out);
+    EnvelopeSixValues(*this, &jxCombResult::displacements, ids, selection, out);
 }
 
 void CjxStruct::CalcSupportReactionEnvelope(std::vector<jxEnvelopeValue6>& out,
@@ -147,7 +160,7 @@ void CjxStruct::CalcSupportReactionEnvelope(std::vector<jxEnvelopeValue6>& out,
     for (const jxSupt& support : supports)
         if (std::wcschr(support.flag, L'1') != nullptr)  // a DOF without equation has no reaction
             ids.push_back(support.id);
-    EnvelopeSixValues(combResults, &jxCombResult::supportReactions, ids, selection, out);
+    EnvelopeSixValues(*this, &jxCombResult::supportReactions, ids, selection, out);
 }
 
 void CjxStruct::CalcBeamEnvelopVMD(std::vector<jxEnvelopeBmVMD>& out, const std::vector<bool>& selection) const

@@ -71,6 +71,8 @@ void LimitSettings(InputCheck& check)
 void CheckMassCombination(InputCheck& check)
 {
     CjxStruct& m = check.model;
+    if (m.massLoadComb < 0 && check.mode == kFrequencyCheck)
+        check.Warn(L"The load combination for frequency analysis is not in the list: no masses are taken.");
     if (m.massLoadComb < static_cast<int>(m.loadCombs.size()))
         return;
     check.AboutField("settings.massLoadComb");

@@ -290,7 +290,7 @@ struct FieldsOf<jxMesh>
         Always("size", &R::size, "of elements", In(kLength)));
 };
 
-// Abscissas are seconds or hertz, ordinates are in g: no unit set changes them.
+// Seconds and g: no unit set changes them.
 template <>
 struct FieldsOf<jxSpectrum>
 {
@@ -298,7 +298,7 @@ struct FieldsOf<jxSpectrum>
     static constexpr auto list = RecordFields(
         Always("name", &R::name, ""),
         Always("type", &R::type, ""),
-        Always("points", &R::points, "abscissa, ordinate in g"));
+        Always("points", &R::points, "period [s], acceleration [g]"));
 };
 
 // clang-format on
