@@ -28,7 +28,8 @@ void DefineRun(CLI::App& app, RunOptions& options)
 {
     CLI::App* run = app.add_subcommand("run", "Analyses a model (.json or .s2k) and prints a summary");
     run->add_option("MODEL", options.model, "model file")->required();
-    run->add_option("--analysis", options.analyses, "what to analyse; this version knows: static, concrete, steel")
+    run->add_option("--analysis", options.analyses,
+                    "what to analyse: static, frequency, spectrum, concrete, steel; default: static")
         ->delimiter(',')
         ->type_name("LIST")
         ->allow_extra_args(false);
@@ -36,6 +37,7 @@ void DefineRun(CLI::App& app, RunOptions& options)
         ->check(CLI::IsMember({"double", "quad", "sparse"}));
     run->add_option("--backend", options.backend, "library behind the sparse solver; default: as the preferences say")
         ->check(CLI::IsMember({"pardiso", "mumps"}));
+    run->add_option("--spectra", options.spectra, "takes the response spectra from this file")->type_name("FILE");
     run->add_option("--results", options.results, "writes the results to this file")->type_name("FILE.json");
     run->add_option("--report", options.report.file, "writes the report to this file")->type_name("FILE.htm");
     run->add_option("--report-sections", options.report.sections, "only these sections; default: all")

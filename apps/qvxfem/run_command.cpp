@@ -25,15 +25,6 @@
 namespace qvx::app {
 namespace {
 
-void RefuseWhatIsNotThere(const RunOptions& options)
-{
-    for (const std::string& analysis : options.analyses) {
-        if (IsAnalysis(analysis))
-            continue;
-        const bool isKnown = analysis == "frequency" || analysis == "spectrum";
-        throw FileError("", "--analysis " + analysis, isKnown ? "not available in this version" : "no such analysis");
-    }
-}
 
 // Before a long run, not after it.
 void RequireFolderOf(const std::string& file)
@@ -149,7 +140,7 @@ int Solve(const RunOptions& options, CjxStruct& model, Progress& progress, const
     model.progressWindow = &factorization;
     int done = 0;
     try {
-        done = RunAnalyses(model, options.analyses);
+        done = RunAnalyses(AnalysesOf(options.analyses), model);
     } catch (const jxException& fault) {
         model.RestoreInputData();
         if (IsInterrupted())
@@ -207,7 +198,7 @@ int Analyse(const RunOptions& options, CjxStruct& model, Progress& progress, con
 
 int RunModel(const RunOptions& options)
 {
-    RefuseWhatIsNotThere(options);
+    AnalysesOf(options.analyses);  // refuses what there is not
     RequireReportable(options.report);
     RequireDistinct(options.model, {options.results, options.report.file, options.log});
     Progress progress(options.isVerbose ? Telling::Lines : options.isQuiet ? Telling::Nothing : Telling::Progress);
@@ -215,6 +206,7 @@ int RunModel(const RunOptions& options)
     CjxStruct model;
     LoadModel(options.model, model);
     ApplySettings(options.settings, model);
+    ApplySpectra(options.spectra, model);
     RequireFolderOf(options.results);
     RequireFolderOf(options.report.file);
     RequireFolderOf(options.log);

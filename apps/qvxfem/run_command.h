@@ -14,6 +14,7 @@ struct RunOptions
     std::vector<std::string> analyses = {"static"};
     std::string solver;   ///< double, quad, sparse; empty: as the model says
     std::string backend;  ///< of the sparse solver: pardiso, mumps; empty: as the preferences say
+    std::string spectra;  ///< file of the library of spectra; empty: those of the model
     std::string results;  ///< file; empty: none
     ReportRequest report;
     std::string log;                    ///< file; empty: none

@@ -9,6 +9,7 @@
 
 #include "design_summary.h"
 #include "extremes.h"
+#include "frequency_summary.h"
 #include "load_balance.h"
 #include "model/find_record.h"
 #include "model/setting_names.h"
@@ -172,7 +173,8 @@ void PrintSummary(std::FILE* out, const CjxStruct& model, const SummaryFacts& fa
     PrintHead(out, model, facts);
     // Before the numbers: whoever reads them must know first what to think of them.
     PrintList(out, "Findings", FindingLines(model, Severity::Note));
-    for (std::size_t comb = 0; comb < model.loadCombs.size(); ++comb)
+    PrintModes(out, model);
+    for (std::size_t comb = 0; comb < model.combOutcomes.size(); ++comb)
         PrintCombination(out, model, comb);
     PrintConcreteDesign(out, model);
     fmt::print(out, "\n");
