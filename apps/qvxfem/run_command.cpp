@@ -25,7 +25,6 @@
 namespace qvx::app {
 namespace {
 
-
 // Before a long run, not after it.
 void RequireFolderOf(const std::string& file)
 {

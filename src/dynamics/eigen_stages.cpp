@@ -4,6 +4,7 @@
 
 #include "solver/instability.h"
 #include "solver/refinement.h"
+#include "solver/run_findings.h"
 #include "solver/skyline_solver.h"
 #include "solver/sparse_solver.h"
 
@@ -20,6 +21,7 @@ void TellFreeMotion(CjxStruct& model, int equation)
     int dof = 1;
     model.FindDof(node, dof, static_cast<int>(model.nodes.size()), equation);
     model.LogLine(InstabilityText(node, dof) + L" during solution");
+    FindUnstable(model, {{node, dof}});
 }
 
 }  // namespace

@@ -5,6 +5,7 @@
 
 #include "dynamics/eigen_stages.h"
 #include "dynamics/masses.h"
+#include "dynamics/modal_findings.h"
 #include "dynamics/modal_response.h"
 #include "dynamics/subspace_iteration.h"
 #include "elements/stiffness_sink.h"
@@ -99,18 +100,12 @@ int FrequencyRun::Execute()
     timer(1);
     if (!CheckInput(model_, kFrequencyCheck))
         return 0;
-    Prepare();
-
-    const int massDofs = HasMassCombination() ? FormMassCombination() : 0;
-    if (!massOnly_) {
-        if (massDofs < 1)
-            return RefuseWithoutMass();
-        ClampModes(massDofs);
-        TellSizes(massDofs);
-        SolveModesTellingAdvice();
-    }
+    if (!FormAndSolve())
+        return 0;
     const int modes = model_.numberOfModes;
     EndRun(context_, display_, clock);
+    if (!massOnly_)
+        FindInModes(model_);
     if (model_.numberOfModes != modes) {
         model_.numberOfModes = modes;
         model_.SaveInputData();  // a later restoring is not to bring the larger number back
@@ -118,10 +113,29 @@ int FrequencyRun::Execute()
     return 1;
 }
 
-int FrequencyRun::RefuseWithoutMass()
+/// @return  false when there is no mass: told, and the model left as it is
+bool FrequencyRun::FormAndSolve()
 {
-    ReportFault(model_, NoMassText(model_));
-    return 0;
+    try {
+        Prepare();
+        const int massDofs = HasMassCombination() ? FormMassCombination() : 0;
+        if (massOnly_)
+            return true;
+        if (massDofs < 1) {
+            const CString text = NoMassText(model_);
+            ReportFault(model_, text);
+            FindWithoutMass(model_, text);
+            return false;
+        }
+        ClampModes(massDofs);
+        TellSizes(massDofs);
+        SolveModesTellingAdvice();
+        return true;
+    } catch (const jxException& fault) {
+        if (!context_.IsAborted())
+            FindModesFailed(model_, fault.GetText());
+        throw;
+    }
 }
 
 void FrequencyRun::Prepare()
@@ -130,6 +144,8 @@ void FrequencyRun::Prepare()
         model_.ClearSolverData();
     else
         model_.ClearFrequencyResult();
+    if (!model_.HasStaticSolution())
+        model_.findings.Drop(FindingStage::Run);  // of a run that left nothing else
     display_ = BeginRun(context_);
     model_.loadVectors.assign(model_.loadCombs.size(), {});
     model_.combResults.resize(model_.loadCombs.size());

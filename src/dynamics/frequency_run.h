@@ -21,9 +21,8 @@ public:
     int Execute();
 
 private:
-    int RefuseWithoutMass();
+    bool FormAndSolve();
     void Prepare();
-    void AllocateStiffness();
     bool HasMassCombination() const;
     bool IsIterated() const;
 

@@ -42,6 +42,7 @@ void CjxStruct::ClearFrequencyResult()
 {
     eigenResults.clear();
     frequencyOutcome = {};
+    findings.Drop(qvx::FindingStage::Modes);
     ClearResponseSpectrumResult();
 }
 

@@ -90,8 +90,10 @@ bool HasRefusedShapes(const CjxStruct& model)
 // Findings about the model as a whole are told by AreAllReliable: they name no combination.
 bool IsReliable(const CjxStruct& model, std::size_t comb)
 {
-    return std::none_of(model.findings.begin(), model.findings.end(), [comb](const Finding& finding) {
-        return !finding.isReliable && finding.combination == static_cast<int>(comb);
+    const bool isOfModes = model.IsResponseSpectrumLoadCombination(static_cast<int>(comb));
+    return std::none_of(model.findings.begin(), model.findings.end(), [&](const Finding& finding) {
+        return !finding.isReliable &&
+               (finding.combination == static_cast<int>(comb) || (isOfModes && finding.stage == FindingStage::Modes));
     });
 }
 

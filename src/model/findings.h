@@ -22,6 +22,7 @@ enum class FindingCode {
     AreaWithoutLoad,
     // of the input check
     MassCombinationReset,
+    NoMassCombination,
     ModelTypeMismatch,
     FewSegments,
     NoLoadCase,
@@ -80,6 +81,12 @@ enum class FindingCode {
     ShellCornerInvalid,
     BrickCornerInvalid,
     SettingLimited,
+    // of the frequency run
+    NoMass,
+    MassAtRest,
+    LittleMassMoved,
+    ModesNotConverged,
+    ModesMiscounted,
     // of the run
     Unstable,
     DigitsLost,
@@ -125,7 +132,8 @@ QVXFEM_API const FindingList& CheckModel(CjxStruct& model);
 /// corners are no corners.
 QVXFEM_API bool HasRefusedShapes(const CjxStruct& model);
 
-/// Whether a load combination may be relied on as far as is known: no finding speaks against it.
+/// Whether a load combination may be relied on as far as is known: no finding speaks against it, nor, where it has a
+/// spectrum factor, against the modes.
 /// @param comb  index
 QVXFEM_API bool IsReliable(const CjxStruct& model, std::size_t comb);
 /// Whether all may.

@@ -451,8 +451,8 @@ public:
     std::vector<jxConcreteSection> concreteSections;  ///< candidates of its columns, by name
     std::vector<P_M_Sect> interactionSurfaces;        ///< theirs, in kip and kip-ft
     std::map<int, std::vector<int>> nodeBeams;        ///< members meeting at a node
-    jxFrequencyOutcome frequencyOutcome;                    ///< course of the last frequency run
-    jxEnvelopeReport envelopeReport;                        ///< of CalcEnvelopeReport
+    jxFrequencyOutcome frequencyOutcome;              ///< course of the last frequency run
+    jxEnvelopeReport envelopeReport;                  ///< of CalcEnvelopeReport
 
     // --- Stages of a run --------------------------------------------------------------------------------------------
     // Called by ExecuteStatic in its order, in internal units; each leaves units, saved input and the other results as

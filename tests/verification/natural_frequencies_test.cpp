@@ -107,7 +107,7 @@ INSTANTIATE_TEST_SUITE_P(All, LumpedBeams,
                                          LumpedBeam{"cantilever3", 3, true, {3.3457, 18.8859, 47.0284}},
                                          LumpedBeam{"cantilever4", 4, true, {3.4180, 20.0904, 53.2017}},
                                          LumpedBeam{"cantilever8", 8, true, {3.4910, 21.5016, 59.2789}}),
-                         [](const auto& info) { return info.param.name; });
+                         [](const auto& beam) { return beam.param.name; });
 
 /// Storeys of one column each that shear alone: stiffness 12 EI / h^3, floors that do not turn.
 class ShearBuilding : public VibratingModel

@@ -7,6 +7,7 @@
 
 #include "dynamics/participation.h"
 #include "support/vibrating_model.h"
+#include "tools/modal_rules.h"
 
 namespace {
 

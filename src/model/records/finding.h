@@ -20,6 +20,7 @@ enum class FindingStage : unsigned char {
     Reading,  ///< the reader of a file
     Edit,     ///< an operation on the model; kept until another model is read
     Check,    ///< CheckInputData
+    Modes,    ///< the frequency run; dropped with its results
     Run,      ///< the analysis; dropped with its results
 };
 
