@@ -35,12 +35,29 @@ EigenStages::EigenStages(const RunContext& context, jxSolutionData& data, Equati
     data_.settlementForce.clear();
 }
 
+FactorWish EigenStages::WishOf(double shift) const
+{
+    return {.shift = {shift, masses_},
+            .pivots = shift == 0 ? Pivots::Positive : Pivots::Counted,
+            .keepsMatrix = true,
+            .atColumn = TellColumns(model_, model_.numberOfEquations)};
+}
+
+std::optional<int> EigenStages::CountBelow(double shift)
+{
+    assert(shift > 0);
+    const FactorOutcome outcome = solver_.Factorize(WishOf(shift));
+    if (context_.IsAborted())
+        throw jxException(L"SOLUTION ABORTED!");
+    if (!outcome.isWhole || outcome.error != 0 ||
+        solver_.LargestMultiplier(model_.numberOfEquations) >= kLargestMultiplier)
+        return std::nullopt;
+    return solver_.NegativePivots();
+}
+
 void EigenStages::Factorize(double shift)
 {
-    const FactorWish wish{.shift = {shift, masses_},
-                          .pivots = shift == 0 ? Pivots::Positive : Pivots::Counted,
-                          .keepsMatrix = true,
-                          .atColumn = TellColumns(model_, model_.numberOfEquations)};
+    const FactorWish wish = WishOf(shift);
     CString text = IsSparse() ? L"sparse" : L"skyline";
     text += shift == 0 ? L" matrix factorization" : L" SHIFTED matrix factorization";
     model_.list_msg(CString(L"Performing ") + text, L"...");

@@ -19,12 +19,14 @@ public:
     /// @throws jxException  "STIFFNESS MATRIX NOT POSITIVE DEFINITE IN DECOMP", "STURM SEQUENCE CHECK FAILED IN DECOMP";
     ///                      with a sparse solver the text of its error; "SOLUTION ABORTED!"
     void Factorize(double shift) override;
+    std::optional<int> CountBelow(double shift) override;
     void Solve(std::span<std::vector<double128>* const> vectors) override;
     /// With the terms that the store has rounded away.
     void AddProduct(const std::vector<double128>& v, std::vector<double128>& product) const override;
     int NegativePivots() const override { return solver_.NegativePivots(); }
 
 private:
+    FactorWish WishOf(double shift) const;
     void FactorizeSkyline(const FactorWish& wish);
     void FactorizeSparse(const FactorWish& wish);
     bool IsSparse() const { return context_.model.solverType == DoubleSparse; }

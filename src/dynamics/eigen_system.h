@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <span>
 #include <vector>
 
@@ -17,6 +18,9 @@ public:
     /// Factor of K - shift M. Without a shift K must be positive definite; with one, pivots of either sign are counted.
     /// @throws jxException  when there is no such factor
     virtual void Factorize(double shift) = 0;
+    /// Eigenvalues of K x = w M x below a shift, without a word to the user; nothing when K - shift M has no factor worth
+    /// counting by.
+    virtual std::optional<int> CountBelow(double shift) = 0;
     /// Each vector v becomes K^-1 v. Only behind Factorize(0).
     virtual void Solve(std::span<std::vector<double128>* const> vectors) = 0;
     /// product += K v, K without shift. Several threads may ask at once.

@@ -171,7 +171,7 @@ void CjxStruct::CalcBeamEnvelopVMD(std::vector<jxEnvelopeBmVMD>& out, const std:
 void CjxStruct::CalcEnvelopeReport(const std::vector<bool>& selection)
 {
     envelopeReport.clear();
-    envelopeReport.selection = selection;
+    envelopeReport.selection.assign(selection.begin(), selection.end());
     CalcNodalDisplacementEnvelope(envelopeReport.displacements, selection);
     CalcSupportReactionEnvelope(envelopeReport.supportReactions, selection);
     CalcBeamEnvelopVMD(envelopeReport.beamEnvelopes, selection);

@@ -336,6 +336,8 @@ void FrequencyRun::SolveModes(const std::vector<Real>& masses)
     outcome.sturmShift = modes.sturm.shift;
     outcome.sturmExpected = modes.sturm.expected;
     outcome.sturmCounted = modes.sturm.counted;
+    outcome.sturmMissFrom = modes.sturm.missFrom;
+    outcome.sturmMissUntil = modes.sturm.missUntil;
 }
 
 }  // namespace qvx

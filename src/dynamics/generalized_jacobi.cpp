@@ -2,8 +2,6 @@
 
 #include <cmath>
 
-#include "tools/jx_exception.h"
-
 namespace qvx {
 
 namespace {
@@ -16,7 +14,7 @@ void RequirePositiveDiagonals(const PackedMatrix<Real>& a, const PackedMatrix<Re
 {
     for (int i = 1; i <= a.Order(); ++i)
         if (!(a(i, i) > Real(0) && b(i, i) > Real(0)))
-            throw jxException(text);
+            throw ProjectionFault(text);
 }
 
 /// Square of the cosine between lines j and k: how far a pair is from being diagonal.
@@ -62,7 +60,7 @@ Rotation<Real> RotationOf(const PackedMatrix<Real>& a, const PackedMatrix<Real>&
     const Real abRatio = ab / scale;
     const Real check = (abRatio * abRatio + Real(4) * (akk / scale) * (ajj / scale)) / Real(4);
     if (check < Real(0))
-        throw jxException(L"MATRICES NOT POSITIVE DEFINITE IN JACOBI [2]");
+        throw ProjectionFault(L"MATRICES NOT POSITIVE DEFINITE IN JACOBI [2]");
     const Real root = sqrt(check) * scale;
     const Real d1 = ab / Real(2) + root, d2 = ab / Real(2) - root;
     const Real den = fabs(d2) > fabs(d1) ? d2 : d1;

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "quad/double128.h"
+#include "tools/jx_exception.h"
 
 namespace qvx {
 
@@ -54,6 +55,13 @@ private:
     std::vector<Real> terms_;
 };
 
+/// The projections of a subspace are not positive definite, as far as their number type can tell.
+class ProjectionFault : public jxException
+{
+public:
+    using jxException::jxException;
+};
+
 /// All eigenpairs of AR x = w BR x by sweeps of rotations that make both matrices diagonal at once.
 ///
 /// Reaching the last sweep is no failure: the vectors are good enough for another subspace iteration.
@@ -63,7 +71,7 @@ private:
 /// @param EIGV    receives the eigenvalues, slots 1 .. n
 /// @param RTOLJ   relative tolerance of an eigenvalue from sweep to sweep, and of what is left off the diagonals
 /// @param NSMAX   most sweeps
-/// @throws jxException "MATRICES NOT POSITIVE DEFINITE IN JACOBI [1]", "[2]" or "[3]"
+/// @throws ProjectionFault "MATRICES NOT POSITIVE DEFINITE IN JACOBI [1]", "[2]" or "[3]"
 /// Source: Bathe, Finite Element Procedures (1996), section 11.3.2.
 template <Number Real>
 void JACOBI(PackedMatrix<Real>& AR, PackedMatrix<Real>& BR, SquareMatrix<Real>& VEC, std::vector<Real>& EIGV,

@@ -71,9 +71,12 @@ void FindMiscount(CjxStruct& model)
     const jxFrequencyOutcome& outcome = model.frequencyOutcome;
     if (!outcome.bSturmCheck || outcome.sturmCounted == outcome.sturmExpected)
         return;
-    Add(model, FindingCode::ModesMiscounted,
-        Formatted(L"%d eigenvalues lie below %.6g Hz and %d were found", outcome.sturmCounted,
-                  Hertz(outcome.sturmShift), outcome.sturmExpected));
+    std::wstring text = Formatted(L"%d eigenvalues lie below %.6g Hz and %d were found", outcome.sturmCounted,
+                                  Hertz(outcome.sturmShift), outcome.sturmExpected);
+    if (outcome.sturmMissUntil > 0)
+        text += Formatted(L"; the counts begin to differ between %.6g and %.6g Hz", Hertz(outcome.sturmMissFrom),
+                          Hertz(outcome.sturmMissUntil));
+    Add(model, FindingCode::ModesMiscounted, text);
 }
 
 /// As the static run judges it: a share of exactly 90 % is enough.

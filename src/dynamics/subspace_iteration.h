@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "dynamics/eigen_system.h"
+#include "dynamics/sturm_check.h"
 
 namespace qvx {
 
@@ -26,15 +27,6 @@ struct SubspaceVoice
     std::function<void()> poll;                       ///< looks for the wish to stop, and throws
 };
 
-/// Verdict of the Sturm sequence check.
-struct SturmVerdict
-{
-    bool isMade = false;
-    double shift = 0;
-    int expected = 0;  ///< eigenvalues found below the shift
-    int counted = 0;   ///< eigenvalues that there are
-};
-
 template <Number Real>
 struct SubspaceResult
 {
@@ -52,7 +44,9 @@ struct SubspaceResult
 /// fixed pseudo-random vector, so that runs repeat bit for bit, whatever the number of threads.
 ///
 /// An iteration follows the one in which the error bounds of all modes come below the tolerance, or in which the limit is
-/// reached; the latter is told, and the Sturm check is left out.
+/// reached; the latter is told, and the Sturm check is left out. The bound is the root of a difference that cancels: where
+/// the tolerance is finer than rounding leaves of it (1e-6 of double, 1e-14 of double128), a bound that has come below that
+/// and falls no further counts as converged.
 /// @param diagonal  of K, slots 1 .. n
 /// @param masses    diagonal M, slots 1 .. n, none negative
 /// @throws jxException  "\nNC IS LARGER THAN THE NUMBER OF MASS DEGREES OF FREEDOM"; of JACOBI, SCHECK and the system

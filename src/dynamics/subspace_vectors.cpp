@@ -45,15 +45,15 @@ void AddPseudoRandom(std::vector<Real>& vector)
 }
 
 /// Unrolled by four: the partial sums of a group are added left to right.
-template <Number Real>
-Real Dot(const Real* a, const Real* b, std::size_t n)
+template <Number Sum, Number Real>
+Sum Dot(const Real* a, const Sum* b, std::size_t n)
 {
-    Real sum = 0;
+    Sum sum = 0;
     std::size_t i = 0;
     for (; i + 4 <= n; i += 4)
-        sum += a[i] * b[i] + a[i + 1] * b[i + 1] + a[i + 2] * b[i + 2] + a[i + 3] * b[i + 3];
+        sum += Sum(a[i]) * b[i] + Sum(a[i + 1]) * b[i + 1] + Sum(a[i + 2]) * b[i + 2] + Sum(a[i + 3]) * b[i + 3];
     for (; i < n; ++i)
-        sum += a[i] * b[i];
+        sum += Sum(a[i]) * b[i];
     return sum;
 }
 
@@ -68,6 +68,28 @@ void ForAll(std::size_t count, int threads, const std::function<void()>& poll,
         if (fault)
             std::rethrow_exception(fault.what);
     }
+}
+
+/// a_i^T b_j for j <= i, the terms of b_j given by term(j, k).
+template <Number Sum, Number Real, class Term>
+PackedMatrix<Sum> ProjectOn(const SubspaceVectors<Real>& a, int threads, const std::function<void()>& poll, Term&& term)
+{
+    PackedMatrix<Sum> product(static_cast<int>(a.size()));
+    const std::size_t n = a.front().size() - 1;
+    ForAll(a.size(), threads, poll, [&](std::size_t j) {
+        std::vector<Sum> sums(a.size() - j);
+        std::vector<Sum> block(std::min(kBlock, n));
+        for (std::size_t first = 1; first <= n; first += kBlock) {
+            const std::size_t length = std::min(kBlock, n + 1 - first);
+            for (std::size_t k = 0; k < length; ++k)
+                block[k] = term(j, first + k);
+            for (std::size_t i = j; i < a.size(); ++i)
+                sums[i - j] += Dot(&a[i][first], block.data(), length);
+        }
+        for (std::size_t i = j; i < a.size(); ++i)
+            product(static_cast<int>(j) + 1, static_cast<int>(i) + 1) = sums[i - j];
+    });
+    return product;
 }
 
 }  // namespace
@@ -101,24 +123,21 @@ SubspaceVectors<Real> StartVectors(const std::vector<Real>& diagonal, const std:
     return vectors;
 }
 
-template <Number Real>
-PackedMatrix<Real> Project(const SubspaceVectors<Real>& a, const SubspaceVectors<Real>& b, int threads,
-                           const std::function<void()>& poll)
+template <Number Sum, Number Real>
+PackedMatrix<Sum> Project(const SubspaceVectors<Real>& a, const SubspaceVectors<Real>& b, int threads,
+                          const std::function<void()>& poll)
 {
     assert(a.size() == b.size() && !a.empty());
-    PackedMatrix<Real> product(static_cast<int>(a.size()));
-    const std::size_t n = a.front().size() - 1;
-    ForAll(a.size(), threads, poll, [&](std::size_t j) {
-        std::vector<Real> sums(a.size() - j);
-        for (std::size_t first = 1; first <= n; first += kBlock) {
-            const std::size_t length = std::min(kBlock, n + 1 - first);
-            for (std::size_t i = j; i < a.size(); ++i)
-                sums[i - j] += Dot(&a[i][first], &b[j][first], length);
-        }
-        for (std::size_t i = j; i < a.size(); ++i)
-            product(static_cast<int>(j) + 1, static_cast<int>(i) + 1) = sums[i - j];
-    });
-    return product;
+    return ProjectOn<Sum>(a, threads, poll, [&](std::size_t j, std::size_t k) { return Sum(b[j][k]); });
+}
+
+template <Number Sum, Number Real>
+PackedMatrix<Sum> ProjectMasses(const std::vector<Real>& masses, const SubspaceVectors<Real>& vectors, int threads,
+                                const std::function<void()>& poll)
+{
+    assert(!vectors.empty() && masses.size() == vectors.front().size());
+    return ProjectOn<Sum>(vectors, threads, poll,
+                          [&](std::size_t j, std::size_t k) { return Sum(masses[k]) * Sum(vectors[j][k]); });
 }
 
 template <Number Real>
@@ -146,8 +165,16 @@ template SubspaceVectors<double> StartVectors(const std::vector<double>&, const 
 template SubspaceVectors<double128> StartVectors(const std::vector<double128>&, const std::vector<double128>&, int);
 template PackedMatrix<double> Project(const SubspaceVectors<double>&, const SubspaceVectors<double>&, int,
                                       const std::function<void()>&);
+template PackedMatrix<double128> Project(const SubspaceVectors<double>&, const SubspaceVectors<double>&, int,
+                                         const std::function<void()>&);
 template PackedMatrix<double128> Project(const SubspaceVectors<double128>&, const SubspaceVectors<double128>&, int,
                                          const std::function<void()>&);
+template PackedMatrix<double> ProjectMasses(const std::vector<double>&, const SubspaceVectors<double>&, int,
+                                            const std::function<void()>&);
+template PackedMatrix<double128> ProjectMasses(const std::vector<double>&, const SubspaceVectors<double>&, int,
+                                               const std::function<void()>&);
+template PackedMatrix<double128> ProjectMasses(const std::vector<double128>&, const SubspaceVectors<double128>&, int,
+                                               const std::function<void()>&);
 template void RotateBasis(SubspaceVectors<double>&, const SquareMatrix<double>&, int, const std::function<void()>&);
 template void RotateBasis(SubspaceVectors<double128>&, const SquareMatrix<double128>&, int,
                           const std::function<void()>&);

@@ -20,10 +20,17 @@ SubspaceVectors<Real> StartVectors(const std::vector<Real>& diagonal, const std:
 
 /// product(i, j) = a_i . b_j for i <= j of vectors of which the product is symmetric. Sums are formed block by block of
 /// equations, in the same order on any number of threads.
+/// @tparam Sum  number type of the products and sums, Real or a finer one
 /// @param poll  called now and then on the caller's thread; may throw
-template <Number Real>
-PackedMatrix<Real> Project(const SubspaceVectors<Real>& a, const SubspaceVectors<Real>& b, int threads,
-                           const std::function<void()>& poll);
+template <Number Sum, Number Real>
+PackedMatrix<Sum> Project(const SubspaceVectors<Real>& a, const SubspaceVectors<Real>& b, int threads,
+                          const std::function<void()>& poll);
+
+/// product(i, j) = v_i . M v_j for i <= j, likewise.
+/// @param masses  diagonal M, slots 1 .. n
+template <Number Sum, Number Real>
+PackedMatrix<Sum> ProjectMasses(const std::vector<Real>& masses, const SubspaceVectors<Real>& vectors, int threads,
+                                const std::function<void()>& poll);
 
 /// vectors := vectors * turn, row by row.
 template <Number Real>

@@ -42,6 +42,12 @@ public:
         ++factorizations;
     }
 
+    std::optional<int> CountBelow(double shift) override
+    {
+        Factorize(shift);
+        return NegativePivots();
+    }
+
     void Solve(std::span<std::vector<double128>* const> vectors) override
     {
         const std::size_t n = K_.size();

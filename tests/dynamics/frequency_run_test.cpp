@@ -5,6 +5,7 @@
 
 #include <gmock/gmock.h>
 
+#include "model/findings.h"
 #include "solver/instability.h"
 #include "support/solver_types.h"
 #include "support/vibrating_model.h"
@@ -102,7 +103,9 @@ TEST_P(FrequencyRun, IterationVectorsAreEightAtLeast)
     EXPECT_EQ(m.model.numberOfModes, 1);
 }
 
-/// A mast on a square base of equal bending stiffness: every frequency stands twice, once in X, once in Z.
+/// A mast on a square base of equal bending stiffness: every frequency stands twice, once in X, once in Z. The tolerance is
+/// finer than the error bounds of a double iteration resolve, and the count above the last root that has converged meets the
+/// fifth mode's twin, which was not asked for and has not: neither speaks against the four modes.
 TEST_P(FrequencyRun, SquareTowerHasEveryFrequencyTwice)
 {
     m.model.sections[0].Iy = m.model.sections[0].Iz;
@@ -115,6 +118,7 @@ TEST_P(FrequencyRun, SquareTowerHasEveryFrequencyTwice)
         m.Mass(i + 1, kZ, 2);
     }
     m.model.numberOfModes = 4;
+    m.model.eigenTolerance = 1e-8;
 
     ASSERT_EQ(m.model.ExecuteFrequency(false), 1);
 
@@ -122,10 +126,14 @@ TEST_P(FrequencyRun, SquareTowerHasEveryFrequencyTwice)
     EXPECT_NEAR(m.Omega(4) / m.Omega(3), 1, 1e-9);
     EXPECT_GT(m.Omega(3) / m.Omega(2), 5);
     const jxFrequencyOutcome& outcome = m.model.frequencyOutcome;
+    EXPECT_TRUE(outcome.bConverged);
+    EXPECT_LE(outcome.iterations, 15);
     EXPECT_TRUE(outcome.bSturmCheck);
     EXPECT_EQ(outcome.sturmCounted, outcome.sturmExpected);
+    EXPECT_GE(outcome.sturmExpected, 4);
+    EXPECT_TRUE(AreAllReliable(m.model));
     for (std::size_t mode = 1; mode <= 4; ++mode) {
-        EXPECT_LT(m.model.eigenResults[mode - 1].errorMeasure, 1e-5);
+        EXPECT_LT(m.model.eigenResults[mode - 1].errorMeasure, 1e-9);
         for (std::size_t other = 1; other <= mode; ++other) {
             double modalMass = 0;
             for (const jxNdLoad& mass : m.model.additionalMasses)

@@ -1,6 +1,7 @@
 // Generalized Jacobi method and the choice of the Sturm shift.
 #include "dynamics/generalized_jacobi.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include <gtest/gtest.h>
@@ -137,6 +138,72 @@ TEST(SturmShift, WithoutAConvergedRootThereIsNone)
     } catch (const jxException& fault) {
         EXPECT_STREQ(fault.GetText(), L"ERROR, SOLUTION STOP IN SCHECK, NO EIGENVAULES FOUND");
     }
+}
+
+/// Counts of a system that has these eigenvalues.
+CountBelow CountsOf(std::vector<double> eigenvalues, std::vector<double>& shifts)
+{
+    return [eigenvalues, &shifts](double shift) -> std::optional<int> {
+        shifts.push_back(shift);
+        return static_cast<int>(
+            std::count_if(eigenvalues.begin(), eigenvalues.end(), [&](double w) { return w < shift; }));
+    };
+}
+
+// The twin of the last converged root, beyond the modes asked for, is not missed: those asked for are all below it.
+TEST(SturmVerdict, RootBeyondTheModesAskedForIsNotMissed)
+{
+    std::vector<double> shifts;
+    const std::vector<double> found = {0, 1, 4, 9, 9.001};
+    const SturmVerdict verdict = LookCloser(found, 2, {.isMade = true, .shift = 9.09, .expected = 3, .counted = 4},
+                                            CountsOf({1, 4, 9, 9}, shifts));
+    EXPECT_EQ(verdict.expected, 2);
+    EXPECT_EQ(verdict.counted, 2);
+    EXPECT_DOUBLE_EQ(verdict.shift, 4 * 1.001);
+    EXPECT_EQ(verdict.missUntil, 0);
+    EXPECT_EQ(shifts.size(), 1u);
+}
+
+// Roots that equal the last mode count with it.
+TEST(SturmVerdict, TwinsOfTheLastModeCountWithIt)
+{
+    std::vector<double> shifts;
+    const SturmVerdict verdict = LookCloser<double>({0, 1, 4, 4, 9}, 2, {.isMade = true, .expected = 4, .counted = 5},
+                                                    CountsOf({1, 4, 4, 9}, shifts));
+    EXPECT_EQ(verdict.expected, 3);
+    EXPECT_EQ(verdict.counted, 3);
+}
+
+TEST(SturmVerdict, IntervalThatMissesAModeIsFoundByBisection)
+{
+    const std::vector<double> there = {1, 2, 3, 4, 4.5, 5, 6, 7, 8};
+    const std::vector<double> found = {0, 1, 2, 3, 4, 5, 6, 7, 8};
+    std::vector<double> shifts;
+    const SturmVerdict verdict =
+        LookCloser(found, 8, {.isMade = true, .expected = 8, .counted = 9}, CountsOf(there, shifts));
+    EXPECT_EQ(verdict.expected, 5);
+    EXPECT_EQ(verdict.counted, 6);
+    EXPECT_DOUBLE_EQ(verdict.missFrom, 4 * 1.001);
+    EXPECT_DOUBLE_EQ(verdict.missUntil, 5 * 1.001);
+    EXPECT_LE(shifts.size(), 4u);
+}
+
+TEST(SturmVerdict, MissedLowestModeLiesAboveZero)
+{
+    std::vector<double> shifts;
+    const SturmVerdict verdict =
+        LookCloser<double>({0, 2, 3}, 2, {.isMade = true, .expected = 2, .counted = 3}, CountsOf({1, 2, 3}, shifts));
+    EXPECT_EQ(verdict.missFrom, 0);
+    EXPECT_DOUBLE_EQ(verdict.missUntil, 2 * 1.001);
+}
+
+TEST(SturmVerdict, StaysWhereNoCountCanBeMade)
+{
+    const SturmVerdict first{.isMade = true, .shift = 3, .expected = 2, .counted = 3};
+    const SturmVerdict verdict = LookCloser<double>({0, 2, 3}, 2, first, [](double) { return std::optional<int>(); });
+    EXPECT_EQ(verdict.shift, 3);
+    EXPECT_EQ(verdict.expected, 2);
+    EXPECT_EQ(verdict.counted, 3);
 }
 
 }  // namespace

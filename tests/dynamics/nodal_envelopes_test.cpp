@@ -122,7 +122,7 @@ TEST(EnvelopeReport, GoverningCurvesGiveTheStressesOfTheLargerMoment)
     m.model.CalcEnvelopeReport({true, true});
 
     const jxEnvelopeReport& report = m.model.envelopeReport;
-    EXPECT_EQ(report.selection, (std::vector<bool>{true, true}));
+    EXPECT_EQ(report.selection, (std::vector<int>{1, 1}));
     ASSERT_EQ(report.displacements.size(), 2u);
     EXPECT_NEAR(report.displacements[1].min[kY], -3 * report.displacements[1].max[kY], 1e-9);
     ASSERT_EQ(report.supportReactions.size(), 1u);

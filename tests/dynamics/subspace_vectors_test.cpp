@@ -70,7 +70,7 @@ TYPED_TEST(SubspaceVectorTest, ProjectionIsTheTableOfInnerProducts)
     const SubspaceVectors<TypeParam> a = {{0, 1, 2, 3, 4, 5}, {0, 0, 1, 0, 1, 0}};
     const SubspaceVectors<TypeParam> b = {{0, 1, 1, 1, 1, 1}, {0, 6, 5, 4, 3, 2}};
 
-    const PackedMatrix<TypeParam> product = Project(a, b, 2, [] {});
+    const PackedMatrix<TypeParam> product = Project<TypeParam>(a, b, 2, [] {});
 
     EXPECT_TRUE(product(1, 1) == TypeParam(15));
     EXPECT_TRUE(product(1, 2) == TypeParam(2));  // second of a with the first of b
@@ -99,7 +99,7 @@ TYPED_TEST(SubspaceVectorTest, LongVectorsGiveTheSameOnAnyNumberOfThreads)
     for (std::size_t j = 0; j < 3; ++j)
         for (std::size_t i = 1; i <= n; ++i)
             a[j][i] = 1.0 / static_cast<double>(i + j);
-    const auto one = Project(a, a, 1, [] {}), three = Project(a, a, 3, [] {});
+    const auto one = Project<TypeParam>(a, a, 1, [] {}), three = Project<TypeParam>(a, a, 3, [] {});
     EXPECT_TRUE(one(2, 3) == three(2, 3));
     EXPECT_NEAR(static_cast<double>(one(1, 1)), 1.6447340868469, 1e-10);  // pi^2/6 less the tail 1/5000.5
 }

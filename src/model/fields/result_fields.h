@@ -238,6 +238,7 @@ struct FieldsOf<jxEnvelopeReport>
 {
     using R = jxEnvelopeReport;
     static constexpr auto list = RecordFields(
+        Always("selection", &R::selection, "per combination: 1 chosen"),
         Always("displacements", &R::displacements, "of nodes", In(measure::kDisplacements)),
         Always("supportReactions", &R::supportReactions, "of nodes", In(measure::kForces)),
         Always("beamEnvelopes", &R::beamEnvelopes, "of members"),

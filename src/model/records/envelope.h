@@ -52,7 +52,7 @@ struct jxEnvelopeBmVMD
 /// Envelopes over one selection of combinations.
 struct jxEnvelopeReport
 {
-    std::vector<bool> selection;  ///< per combination
+    std::vector<int> selection;  ///< per combination: 1 chosen
     std::vector<jxEnvelopeValue6> displacements;
     std::vector<jxEnvelopeValue6> supportReactions;
     std::vector<jxEnvelopeBmVMD> beamEnvelopes;
