@@ -1,5 +1,6 @@
 #pragma once
 
+#include "model/findings.h"
 #include "model/jx_struct.h"
 
 namespace qvx {
@@ -36,7 +37,12 @@ private:
     void Cover(const jxBm& beam, const jxSect& section);
     void Plate(const jxShell4& shell);
 
-    void Fault(const CString& text);
+    /// A line of the log and a finding.
+    /// @param kind  of the record that it is about, with its id; empty for none
+    void Fault(const CString& text, const wchar_t* kind = L"", int id = 0,
+               FindingCode code = FindingCode::ConcreteInputInvalid);
+    /// A list line and a finding; the design goes on.
+    void Warn(const CString& text);
     /// Ends a stage: one list line when it had a fault.
     void End(const wchar_t* text);
 

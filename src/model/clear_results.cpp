@@ -1,3 +1,4 @@
+#include "model/findings.h"
 #include "model/jx_struct.h"
 #include "platform/host_services.h"
 
@@ -60,11 +61,14 @@ void CjxStruct::ClearConcreteResult()
     interactionSurfaces.clear();
     concreteShear.clear();
     concretePlates.clear();
+    // The input check of the design comes before its results are cleared, and what it found stays.
+    qvx::DropFindings(findings, qvx::FindingCode::ConcreteRulesDiffer, qvx::FindingCode::ConcreteCriterionUnused);
 }
 
 void CjxStruct::ClearSteelResult()
 {
     steelResults.clear();
+    qvx::DropFindings(findings, qvx::FindingCode::SteelRulesDiffer, qvx::FindingCode::SteelCriterionUnused);
 }
 
 void CjxStruct::ClearResult()

@@ -4,6 +4,7 @@
 #include <cassert>
 #include <cwchar>
 #include <string_view>
+#include <utility>
 
 namespace qvx {
 namespace {
@@ -76,6 +77,20 @@ const FindingList& CheckModel(CjxStruct& model)
     const Unasked unasked(model);
     model.CheckInputData(0, false);
     return model.findings;
+}
+
+void DropFindings(FindingList& findings, FindingCode first, FindingCode last)
+{
+    FindingList kept;
+    for (const Finding& finding : findings) {
+        const bool isDropped =
+            std::any_of(FindingCatalogue().begin() + static_cast<std::ptrdiff_t>(first),
+                        FindingCatalogue().begin() + static_cast<std::ptrdiff_t>(last) + 1,
+                        [&](const FindingKind& kind) { return std::string_view(kind.code) == finding.code; });
+        if (!isDropped)
+            kept.Add(finding);
+    }
+    findings = std::move(kept);
 }
 
 bool HasRefusedShapes(const CjxStruct& model)

@@ -102,6 +102,32 @@ enum class FindingCode {
     OneWayOff,
     OneWayWouldAct,
     OutOfBalance,
+    // of the concrete design
+    ConcreteInputInvalid,
+    ConcreteInputDoubtful,
+    LightweightWithoutDensity,
+    ConcreteRulesDiffer,
+    BeamFails,
+    ColumnFails,
+    ShearFails,
+    PlateFails,
+    NoColumnCandidates,
+    ColumnInPieces,
+    ColumnMagnifiedTwice,
+    ConcreteTorsionLeftOut,
+    ConcreteCriterionUnused,
+    // of the steel design
+    SteelInputInvalid,
+    SteelInputDoubtful,
+    SteelRulesDiffer,
+    SteelMemberFails,
+    NoSteelCandidate,
+    UnknownSteelFamily,
+    SteelSectionUnknown,
+    SteelMemberInPieces,
+    SteelMagnifiedTwice,
+    SteelTorsionLeftOut,
+    SteelCriterionUnused,
     Count
 };
 
@@ -123,6 +149,9 @@ QVXFEM_API const char* SeverityWord(Severity severity);
 
 /// A finding of this kind, about no record yet.
 QVXFEM_API Finding MakeFinding(FindingCode code, std::wstring text);
+
+/// Forgets the findings of the codes from first to last, such as those of one design.
+QVXFEM_API void DropFindings(FindingList& findings, FindingCode first, FindingCode last);
 
 /// Runs the input check of a static run without asking anything, and returns the findings of the model. Settings out of
 /// range are limited, window and log are told, as CheckInputData does it.
