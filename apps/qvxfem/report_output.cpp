@@ -16,7 +16,7 @@ namespace {
 
 constexpr std::string_view kEnding = ".htm";
 
-void SelectSections(const ReportRequest& request, jxReport& report)
+void SelectSections(const ReportRequest& request, CjxReport& report)
 {
     if (request.sections.empty())
         return;
@@ -99,7 +99,7 @@ void RequireReportable(const ReportRequest& request)
         return;
     if (!request.file.ends_with(kEnding) || request.file.size() == kEnding.size())
         throw FileError(request.file, "", "cannot be written: the name of a report ends in .htm");
-    jxReport any;
+    CjxReport any;
     SelectSections(request, any);
 }
 
