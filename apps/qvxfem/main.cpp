@@ -10,6 +10,7 @@
 #include "convert_command.h"
 #include "edit_command.h"
 #include "exit_code.h"
+#include "explain_command.h"
 #include "files/generate_model.h"
 #include "files/model_edits.h"
 #include "generate_command.h"
@@ -105,6 +106,21 @@ void DefineEdit(CLI::App& app, EditOptions& options)
     edit->add_flag("--quiet", options.isQuiet, "prints warnings alone");
 }
 
+void DefineExplain(CLI::App& app, ExplainOptions& options)
+{
+    CLI::App* explain = app.add_subcommand("explain", "Prints how the design of a member came about");
+    explain->add_option("MODEL", options.model, "model file")->required();
+    explain->add_option("--member", options.member, "id of the member")->required()->type_name("ID");
+    explain->add_option("--kind", options.kind, "flexure, column, shear or steel; default: all that it is designed for")
+        ->check(CLI::IsMember({"flexure", "column", "shear", "steel"}));
+    explain->add_option("--json", options.json, "writes the explanation as data")->type_name("FILE.json");
+    explain->add_option("--svg", options.svg, "writes the interaction diagram of a column")->type_name("FILE.svg");
+    explain->add_option("--set", options.settings, "sets a field of the settings; may be given again")
+        ->type_name("FIELD=VALUE")
+        ->allow_extra_args(false);
+    explain->add_option("--threads", options.threads, "threads of the solver")->check(CLI::Range(1, 4096));
+}
+
 void DefineSchema(CLI::App& app, std::string& file)
 {
     CLI::App* schema = app.add_subcommand("schema", "Prints the JSON Schema of a file");
@@ -123,12 +139,14 @@ int Main(int argc, char** argv)
     ConvertOptions convert;
     GenerateOptions generate;
     EditOptions edit;
+    ExplainOptions explain;
     std::string schema;
     DefineRun(app, run);
     DefineCheck(app, check);
     DefineConvert(app, convert);
     DefineGenerate(app, generate);
     DefineEdit(app, edit);
+    DefineExplain(app, explain);
     DefineSchema(app, schema);
     try {
         app.parse(argc, argv);
@@ -143,6 +161,8 @@ int Main(int argc, char** argv)
         return GenerateModelFile(generate);
     if (app.got_subcommand("edit"))
         return EditModelFile(edit);
+    if (app.got_subcommand("explain"))
+        return ExplainMember(explain);
     if (app.got_subcommand("schema"))
         return PrintSchema(schema);
     return RunModel(run);

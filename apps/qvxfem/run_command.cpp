@@ -25,18 +25,6 @@
 namespace qvx::app {
 namespace {
 
-// Before a long run, not after it.
-void RequireFolderOf(const std::string& file)
-{
-    if (file.empty())
-        return;
-    const std::filesystem::path folder = std::filesystem::absolute(file).parent_path();
-    if (!std::filesystem::is_directory(folder))
-        throw FileError(file, "", "cannot be written: there is no folder " + folder.string());
-    if (std::filesystem::is_directory(file))
-        throw FileError(file, "", "cannot be written: is a folder");
-}
-
 void SelectSolver(const std::string& name, CjxStruct& model)
 {
     if (name == "double")
@@ -194,6 +182,11 @@ int Analyse(const RunOptions& options, CjxStruct& model, Progress& progress, con
 }
 
 }  // namespace
+
+int SolveModel(const RunOptions& options, CjxStruct& model, Progress& progress, const TerminalHost& host)
+{
+    return Solve(options, model, progress, host);
+}
 
 int RunModel(const RunOptions& options)
 {

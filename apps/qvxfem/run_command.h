@@ -3,7 +3,9 @@
 #include <string>
 #include <vector>
 
+#include "model/jx_struct.h"
 #include "report_output.h"
+#include "terminal.h"
 
 namespace qvx::app {
 
@@ -25,6 +27,11 @@ struct RunOptions
     bool isVerbose = false;  ///< the engine's lines too
     bool isStrict = false;   ///< warnings refuse the model
 };
+
+/// Runs the analyses on a model that is loaded, and tells what ends them.
+/// @param host  installed, on the same progress
+/// @return      kDone, or the exit code of what ended them
+int SolveModel(const RunOptions& options, CjxStruct& model, Progress& progress, const TerminalHost& host);
 
 /// Analyses a model and writes what was asked for. Returns the exit code.
 int RunModel(const RunOptions& options);

@@ -6,6 +6,7 @@
 #include <fmt/format.h>
 #include <unistd.h>
 
+#include "bar_tables.h"
 #include "interrupt.h"
 #include "platform/visible_text.h"
 
@@ -107,6 +108,8 @@ int TerminalHost::MessageBox(const std::wstring& text, unsigned flags)
 {
     // The engine asks with Yes and No only.
     const bool isQuestion = (flags & kMbYesNo) != 0;
+    if (!isQuestion && IsAboutMissingBarFile(text))
+        return kIdOk;
     // A model is constructed more than once in a run and would tell the same about a missing file each time.
     const bool isRepeated = !isQuestion && text == lastText_;
     lastText_ = text;
