@@ -62,6 +62,7 @@ private:
 
 /// Slenderness and loads of one column under all concrete combinations, in their order. Combinations without a curve are
 /// passed over.
+/// Formed once for a column and not for each candidate: slenderness is that of the gross section, which all share.
 std::vector<ColumnDemand> ColumnDemands(const CjxStruct& model, const ConcreteMember& member,
                                         const jxColRcCrit& criterion);
 

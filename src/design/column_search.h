@@ -49,6 +49,7 @@ private:
     std::vector<ColumnCandidate> SortedByName(const jxBm& beam) const;
 
     const CjxStruct& model_;
+    /// Surfaces are found by the name of their section, as the manager gives both back.
     std::map<std::wstring, ColumnCandidate> byName_;
     std::map<std::vector<int>, std::vector<ColumnCandidate>>
         candidates_;  ///< by ids of material, section, criterion; each by name

@@ -12,15 +12,20 @@ class ConcreteCheck
 public:
     explicit ConcreteCheck(CjxStruct& model) : model_(model) {}
 
+    /// Current criteria and sustained combination.
     void Settings();
+    /// Bars of the criteria in the current table.
     void Rebars();
+    /// Code, steps of the surfaces, ratios of steel.
     void Parameters();
+    /// Lengths and effective length factors of columns; warnings about P-Delta.
     void Criteria();
     void Plates();
     void Materials();
     void Sections();
     void Members();
 
+    /// Whether no stage refused.
     bool IsValid() const { return isValid_; }
 
 private:

@@ -55,6 +55,7 @@ private:
         bool isOwn;
     };
 
+    /// Every station of every combination that is marked for steel.
     std::vector<SteelDemand> DemandsOn(const jxBm& beam, const jxSteelResult& member, DesignRules rules) const;
     void SetMomentFactors(SteelDemand& demand, const jxBm& beam, const jxBmVMD& curve, double L,
                           DesignTrace* trace = nullptr) const;
@@ -74,6 +75,7 @@ private:
 bool IsDefaultFamily(const wchar_t* family);
 
 /// The calculation of one candidate with the parameters of a member's result.
+/// Lengths, factors and strengths are in the result; the shape may be another than the member's own.
 CAiscDesign SteelDesignOf(int steelCode, const jxSect_AISC& shape, const jxSteelResult& member);
 
 }  // namespace qvx
