@@ -167,5 +167,20 @@ TEST_F(DesignSummary, PlatesThatFailAreCounted)
     EXPECT_EQ(Lines(), "  concrete plates     1 FAIL\n");
 }
 
+TEST_F(DesignSummary, OfEqualsTheFirstIsTold)
+{
+    model.concreteBeams = {{.id = 3, .stations = {{.asTop = 5, .asBottom = 5}, {.distance = 1, .asBottom = 5}}},
+                           {.id = 4, .stations = {{.asBottom = 5}}}};
+    model.concreteColumns = {Column(1, 0.5, 0), Column(2, 0.5, 1)};
+    model.concreteShear = {{.id = 3, .stations = {{.spacing = 150, .comb = 0}, {.distance = 1, .spacing = 150}}},
+                           {.id = 4, .stations = {{.spacing = 150, .comb = 1}}}};
+    model.concretePlates = {{.id = 8, .as = {{2, 2, 0, 0}}}, {.id = 9, .as = {{2, 0, 0, 0}}}};
+    EXPECT_EQ(Lines(),
+              "  concrete beams      most steel 5 mm^2 at the top of member 3 at 0\n"
+              "  concrete columns    worst ratio 0.5, member 1, combination 1 \"dead\", at 0, section 40x60-8#8\n"
+              "  concrete shear      closest stirrups 150 mm, member 3, combination 1 \"dead\", at 0\n"
+              "  concrete plates     most steel 2 mm^2/mm top x of shell 8\n");
+}
+
 }  // namespace
 }  // namespace qvx::test
