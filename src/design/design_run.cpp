@@ -70,7 +70,7 @@ DesignRun::DesignRun(CjxStruct& model) : model_(model)
 
 void DesignRun::Leave()
 {
-    assert(model_.bInSolution == 1 && kind != nullptr);
+    assert(model_.bInSolution == 1);
     // The same factors back, so that envelopes which the design only read come out as they were but for one rounding.
     model_.ConvertUnits(DesignUnits(), model_.units);
     model_.bInSolution = 0;
@@ -79,6 +79,7 @@ void DesignRun::Leave()
 
 void DesignRun::Finish(const wchar_t* kind)
 {
+    assert(kind != nullptr);
     Leave();
     const auto spent = std::chrono::steady_clock::now() - start_;
     CString text;

@@ -242,6 +242,17 @@ public:
     /// @throws jxException  "error finding <record> <id>" for a load on no element; lists of loads before its own are
     /// turned by then
     void ConvertAllLocalLoadsToGlobalLoads();
+    /// Section of members that act as rigid links ("RIGID_LINK"): 100,000 times the model's largest area and inertia.
+    jxSect GetRigidLinkSection() const;
+    /// Adds the section "RIGID_LINK", without values; false, and no change, when the model has one.
+    bool SafeCreateRigidLinkSection();
+    /// Nodes on the level of a diaphragm in a coordinate plane, in the order of the model.
+    /// @param axis  receives the coordinate held constant (0 X, 1 Y, 2 Z); stays as it is for an unknown type
+    /// @throws jxException  "error finding node <id>" without the reference node; levelNodes stay
+    void GetRegularDiaphragmNodes(std::vector<jxNd>& levelNodes, jxNd& reference, int& axis,
+                                  const jxDiaphragm& d) const;
+    /// Index of the load case with this label, exact, first match; -1 when there is none.
+    int FindLoadCase(const wchar_t* label) const;
 
     // Growth from a pattern: copy c of a record has its id plus c times an increment and all else of it, elements that
     // join a copy to the one before count up from an id. They take the material of the pattern's element; section or
@@ -275,17 +286,6 @@ public:
     /// The same of shells, joined as ExtrudeShell4s joins them.
     void RevolveShell4s(const std::vector<jxNd>& nodes, const std::vector<jxShell4>& shells, double startAngle,
                         double endAngle, int copies, int nodeIncrement, int shellIncrement, int brickIncrement);
-    /// Section of members that act as rigid links ("RIGID_LINK"): 100,000 times the model's largest area and inertia.
-    jxSect GetRigidLinkSection() const;
-    /// Adds the section "RIGID_LINK", without values; false, and no change, when the model has one.
-    bool SafeCreateRigidLinkSection();
-    /// Nodes on the level of a diaphragm in a coordinate plane, in the order of the model.
-    /// @param axis  receives the coordinate held constant (0 X, 1 Y, 2 Z); stays as it is for an unknown type
-    /// @throws jxException  "error finding node <id>" without the reference node; levelNodes stay
-    void GetRegularDiaphragmNodes(std::vector<jxNd>& levelNodes, jxNd& reference, int& axis,
-                                  const jxDiaphragm& d) const;
-    /// Index of the load case with this label, exact, first match; -1 when there is none.
-    int FindLoadCase(const wchar_t* label) const;
 
     // --- Host channel -----------------------------------------------------------------------------------------------
     unsigned char bInteractive = 1;  ///< message boxes may be shown
