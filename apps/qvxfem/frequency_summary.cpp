@@ -6,6 +6,7 @@
 #include <fmt/format.h>
 
 #include "dynamics/participation.h"
+#include "load_balance.h"
 #include "model/physical_constants.h"
 #include "model/units.h"
 
@@ -87,8 +88,25 @@ std::string SturmSentence(const CjxStruct& model)
     if (outcome.sturmCounted == outcome.sturmExpected)
         return fmt::format("Sturm sequence check: {} modes below {:.6g} Hz, all found", outcome.sturmCounted,
                            frequency);
-    return fmt::format("Sturm sequence check: {} modes below {:.6g} Hz, {} FOUND", outcome.sturmCounted, frequency,
-                       outcome.sturmExpected);
+    std::string text = fmt::format("Sturm sequence check: {} modes below {:.6g} Hz, {} FOUND", outcome.sturmCounted,
+                                   frequency, outcome.sturmExpected);
+    if (outcome.sturmMissUntil > 0)
+        text += fmt::format("; the counts begin to differ between {:.6g} and {:.6g} Hz",
+                            std::sqrt(outcome.sturmMissFrom) / kTwoPi, std::sqrt(outcome.sturmMissUntil) / kTwoPi);
+    return text;
+}
+
+// "12.3 % of the loads of Default along Y": the base shear coefficient; empty without such loads.
+std::string ShareOfWeight(const CjxStruct& model, double baseShear)
+{
+    const auto comb = static_cast<std::size_t>(model.massLoadComb);
+    if (comb >= model.combOutcomes.size() || comb >= model.loadCombs.size())
+        return "";
+    const double weight = std::fabs(SumOfLoads(model, comb)[static_cast<std::size_t>(model.selfWeightDir)]);
+    if (!(weight > 0))
+        return "";
+    return fmt::format(", {:.3g} % of the static loads of {} along {}", 100 * baseShear / weight,
+                       ToUtf8(model.loadCombs[comb].label), kAxes[model.selfWeightDir]);
 }
 
 void PrintBaseShears(std::FILE* out, const CjxStruct& model)
@@ -97,10 +115,12 @@ void PrintBaseShears(std::FILE* out, const CjxStruct& model)
         return;
     const std::string unit = ToUtf8(UnitName(model.units.unit[kForce]));
     for (int direction = 0; direction < 3; ++direction)
-        if (model.IsPerformingSpectrumAnalysisInDirection(direction))
-            fmt::print(out, "  {:<20}{:<9}{:>13.6g}   {}, times the factor {:g}\n",
-                       fmt::format("base shear along {}", kAxes[direction]), unit, BaseShear(model, direction),
-                       kRules[model.modalCombination], model.spectrumFactor[direction]);
+        if (model.IsPerformingSpectrumAnalysisInDirection(direction)) {
+            const double shear = BaseShear(model, direction);
+            fmt::print(out, "  {:<20}{:<9}{:>13.6g}   {}, times the factor {:g}{}\n",
+                       fmt::format("base shear along {}", kAxes[direction]), unit, shear,
+                       kRules[model.modalCombination], model.spectrumFactor[direction], ShareOfWeight(model, shear));
+        }
 }
 
 }  // namespace

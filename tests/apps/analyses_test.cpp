@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "platform/file_error.h"
 #include "support/static_model.h"
 
 namespace qvx::test {
@@ -9,10 +10,21 @@ namespace {
 
 TEST(Analyses, AreKnownByTheirNames)
 {
-    for (const char* name : {"static", "concrete", "steel"})
-        EXPECT_TRUE(app::IsAnalysis(name)) << name;
-    for (const char* name : {"", "Static", "frequency", "concretes"})
-        EXPECT_FALSE(app::IsAnalysis(name)) << name;
+    EXPECT_TRUE(app::AnalysesOf({"static"}).isStatic);
+    EXPECT_TRUE(app::AnalysesOf({"frequency"}).hasModes);
+    EXPECT_FALSE(app::AnalysesOf({"frequency"}).isStatic);
+    for (const char* name : {"", "Static", "concretes"})
+        EXPECT_THROW(app::AnalysesOf({"static", name}), FileError) << name;
+}
+
+// Modes and the static run behind a spectrum, the static run behind a design.
+TEST(Analyses, BringThoseTheyNeed)
+{
+    const app::Analyses spectrum = app::AnalysesOf({"spectrum"});
+    EXPECT_TRUE(spectrum.hasSpectra && spectrum.hasModes && spectrum.isStatic);
+    const app::Analyses concrete = app::AnalysesOf({"concrete"}), steel = app::AnalysesOf({"steel"});
+    EXPECT_TRUE(concrete.hasConcrete && concrete.isStatic && !concrete.hasSteel);
+    EXPECT_TRUE(steel.hasSteel && steel.isStatic && !steel.hasModes);
 }
 
 class RunOfAnalyses : public testing::Test
@@ -30,9 +42,9 @@ protected:
     StaticModel m;
 };
 
-TEST_F(RunOfAnalyses, TheStaticRunIsAlwaysFirst)
+TEST_F(RunOfAnalyses, TheStaticRunAloneDesignsNothing)
 {
-    EXPECT_EQ(app::RunAnalyses(m.model, {}), 1);
+    EXPECT_EQ(app::RunAnalyses(app::AnalysesOf({"static"}), m.model), 1);
     EXPECT_FALSE(m.model.combResults.empty());
     EXPECT_TRUE(m.model.steelResults.empty());
 }
@@ -40,7 +52,7 @@ TEST_F(RunOfAnalyses, TheStaticRunIsAlwaysFirst)
 TEST_F(RunOfAnalyses, ARefusedModelIsNotDesigned)
 {
     m.model.supports.clear();
-    EXPECT_EQ(app::RunAnalyses(m.model, {"steel"}), 0);
+    EXPECT_EQ(app::RunAnalyses(app::AnalysesOf({"steel"}), m.model), 0);
     EXPECT_EQ(m.model.bInSolution, 0);
     EXPECT_TRUE(m.Result().displacements.empty());
 }
@@ -51,7 +63,7 @@ TEST_F(RunOfAnalyses, ARefusedDesignLeavesTheInputInItsOwnUnits)
     m.model.steelCriteria.clear();
     m.model.beams[0].steelCriterion = 99;
     const double E = m.model.materials[0].E;
-    EXPECT_EQ(app::RunAnalyses(m.model, {"steel"}), 0);
+    EXPECT_EQ(app::RunAnalyses(app::AnalysesOf({"steel"}), m.model), 0);
     EXPECT_EQ(m.model.bInSolution, 0);
     EXPECT_EQ(m.model.materials[0].E, E);
 }

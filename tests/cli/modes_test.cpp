@@ -92,6 +92,18 @@ TEST_F(Modes, SpectrumRunSolvesTheInertiaCases)
     EXPECT_NEAR(results.at("modal").at("displacements")[1]["value"][0].get<double>(), 0.5 * 386.09 / 400, 1e-9);
 }
 
+// The same shear beside a vertical load of 1000 lb: 48.3 % of it.
+TEST_F(Modes, BaseShearStandsBesideTheStaticLoads)
+{
+    std::string text = OneMass();
+    text.replace(text.find("022222"), 6, "002222");
+    text.replace(text.find(R"("caseLoads": [{}])"), 17,
+                 R"("caseLoads": [{"ndLoads": [{"id": 2, "dof": 1, "value": -1000}]}])");
+    Write("m.json", text);
+    const ProgramRun run = Run({"run", "m.json", "--analysis", "spectrum"});
+    EXPECT_THAT(run.out, HasSubstr("CQC, times the factor 1, 48.3 % of the static loads of Default along Y"));
+}
+
 TEST_F(Modes, SpectraOfAFileAreTakenByName)
 {
     Write("m.json", OneMass(R"({"name": "code", "type": 0, "points": []})"));
