@@ -23,6 +23,7 @@ set(QVXFEM_PUBLIC_HEADERS
   model/records/element_stress.h
   model/records/envelope.h
   model/records/finding.h
+  model/records/frequency_outcome.h
   model/records/host_data.h
   model/records/load.h
   model/records/node.h

@@ -9,6 +9,7 @@
 
 #include "design_summary.h"
 #include "extremes.h"
+#include "files/results_file.h"
 #include "frequency_summary.h"
 #include "load_balance.h"
 #include "model/find_record.h"
@@ -174,7 +175,7 @@ void PrintSummary(std::FILE* out, const CjxStruct& model, const SummaryFacts& fa
     // Before the numbers: whoever reads them must know first what to think of them.
     PrintList(out, "Findings", FindingLines(model, Severity::Note));
     PrintModes(out, model);
-    for (std::size_t comb = 0; comb < model.combOutcomes.size(); ++comb)
+    for (std::size_t comb = 0; comb < model.loadCombs.size() && !HasModesAlone(model); ++comb)
         PrintCombination(out, model, comb);
     PrintConcreteDesign(out, model);
     fmt::print(out, "\n");

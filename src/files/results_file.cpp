@@ -81,14 +81,6 @@ void WriteCombination(JsonWriter& out, const CombinationSummary& summary, const 
     out.EndObject();
 }
 
-// Modes and no static run: there is nothing to say of a combination, not even that it is unsolved.
-bool HasModesAlone(const CjxStruct& model)
-{
-    return model.EigenSolution() && model.combOutcomes.empty() &&
-           std::all_of(model.combResults.begin(), model.combResults.end(),
-                       [](const jxCombResult& result) { return result.displacements.empty(); });
-}
-
 void WriteCombinations(JsonWriter& out, const CjxStruct& model)
 {
     static const jxCombResult kNoResult;
@@ -164,6 +156,13 @@ void WriteResultsFile(const std::filesystem::path& path, const CjxStruct& model,
 {
     WriteJsonFile(
         path, [&](JsonWriter& out) { WriteResults(out, model); }, onPiece);
+}
+
+bool HasModesAlone(const CjxStruct& model)
+{
+    return model.EigenSolution() && model.combOutcomes.empty() &&
+           std::all_of(model.combResults.begin(), model.combResults.end(),
+                       [](const jxCombResult& result) { return result.displacements.empty(); });
 }
 
 std::string WriteResultsText(const CjxStruct& model)

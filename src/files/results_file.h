@@ -19,4 +19,8 @@ QVXFEM_API void WriteResultsFile(const std::filesystem::path& path, const CjxStr
                                  const std::function<void()>& onPiece = {});
 QVXFEM_API std::string WriteResultsText(const CjxStruct& model);
 
+/// Whether a model has natural modes and nothing of a static run: there is then nothing to say of a combination, not even
+/// that it is unsolved.
+QVXFEM_API bool HasModesAlone(const CjxStruct& model);
+
 }  // namespace qvx
