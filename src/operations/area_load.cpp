@@ -129,8 +129,9 @@ double qvxAreaLoad::LengthOf(const jxBm& member) const
 }
 
 /// The sharpest turn to the left, straight on included; never to the right. Such a walk keeps the enclosed area on its
-/// left and closes only round a convex face: the way along the outside of a mesh would need turns to the right and dies
-/// at the first corner. Among equal turns the later member is taken.
+/// left and closes round convex faces, and round a face with a single inward corner when it begins there. The way along
+/// the outside of a mesh would need turns to the right and dies at the first corner. Among equal turns the later member is
+/// taken.
 qvxAreaLoad::Step qvxAreaLoad::FindNextMember(const jxBm& current, int pivot) const
 {
     Step next;

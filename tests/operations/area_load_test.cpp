@@ -226,13 +226,28 @@ TEST_F(AreaLoads, SidesAlongABOfATurnedBayGoAllRound)
         EXPECT_NEAR(load.value1, -2 * side / 4, 1e-12);
 }
 
-TEST_F(AreaLoads, AnLShapedFaceHasNoConvexWayRound)
+// A walk that begins at the one inward corner never has to turn there: it closes, and the L goes all round.
+TEST_F(AreaLoads, AFaceWithOneInwardCornerIsLoadedAllRound)
 {
     for (const auto& [x, z] : {std::pair{0, 0}, {10, 0}, {10, 5}, {5, 5}, {5, 10}, {0, 10}, {10, 10}})
         Node(x, 0, z);
     for (int i = 1; i <= 6; ++i)
         Member(i, i % 6 + 1);
-    Load(1, 2, 7, 6, Distribution::Circumference);
+    Load(1, 2, 7, 6, Distribution::TwoWay);
+    EXPECT_FALSE(Convert());  // the missing quarter got nothing
+    ASSERT_EQ(model.caseLoads[0].lnLoads.size(), 6u);
+    for (const jxLnLoad& load : model.caseLoads[0].lnLoads)
+        EXPECT_NEAR(load.value1, -2 * 75.0 / 40, 1e-14);
+    EXPECT_TRUE(window.HasLine(L"  1 enclosed subarea(s) generated", L""));
+}
+
+TEST_F(AreaLoads, AFaceWithTwoInwardCornersIsNotFound)
+{
+    for (const auto& [x, z] : {std::pair{0, 0}, {10, 0}, {10, 10}, {7, 10}, {7, 5}, {3, 5}, {3, 10}, {0, 10}})  // a U
+        Node(x, 0, z);
+    for (int i = 1; i <= 8; ++i)
+        Member(i, i % 8 + 1);
+    Load(1, 2, 3, 8, Distribution::Circumference);
     EXPECT_FALSE(Convert());
     EXPECT_THAT(model.caseLoads[0].lnLoads, IsEmpty());
     EXPECT_TRUE(window.HasLine(L"  0 enclosed subarea(s) generated", L""));
