@@ -66,8 +66,13 @@ TEST_F(CommandLine, ExplainRefusesWhatHasNoDesign)
 // read is told.
 TEST_F(CommandLine, WithoutABarFileTheBuiltInBarsAreTaken)
 {
-    const std::filesystem::path alone = folder_ / "qvxfem";
-    std::filesystem::copy_file(QVXFEM_PROGRAM, alone);
+    namespace fs = std::filesystem;
+    const fs::path built = fs::path(QVXFEM_PROGRAM).parent_path();
+    fs::create_directory(folder_ / "bin");
+    fs::create_directory_symlink(built.parent_path() / "lib",
+                                 folder_ / "lib");  // where the program looks for its library
+    const fs::path alone = folder_ / "bin" / "qvxfem";
+    fs::copy_file(QVXFEM_PROGRAM, alone);
     const std::string model = DesignCase(kColumn);
     const ProgramRun own = Run({"explain", model, "--member", "1", "--kind", "column"});
     const ProgramRun run = RunProgram(alone.string(), {"explain", model, "--member", "1", "--kind", "column"}, folder_);
@@ -75,7 +80,7 @@ TEST_F(CommandLine, WithoutABarFileTheBuiltInBarsAreTaken)
     EXPECT_EQ(run.out, own.out);
     EXPECT_EQ(run.err, own.err);
 
-    Write("RcSections.ini", "[RcSections]\nversion = 1\ncurrent = A\n[A]\nunit = in\n3 = x\n");
+    Write("bin/RcSections.ini", "[RcSections]\nversion = 1\ncurrent = A\n[A]\nunit = in\n3 = x\n");
     EXPECT_THAT(RunProgram(alone.string(), {"check", model}, folder_).err, HasSubstr("Error opening file"));
 }
 

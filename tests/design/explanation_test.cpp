@@ -121,7 +121,7 @@ TEST(ExplainShear, TellsTheStirrupsOfABeam)
     EXPECT_NEAR(Value(e, "Shear", "s [in]"), 4.3229, 5e-5);
     EXPECT_EQ(Clause(e, "Shear", "Vc [kip]"), "22.5.5.1");
     EXPECT_EQ(Clause(e, "Shear", "Vs [kip]"), "22.5.10.1");
-    EXPECT_THAT(e.verdict, HasSubstr("stirrups or ties at 4.3229"));
+    EXPECT_THAT(e.verdict, HasSubstr("stirrups or ties at 4.32286 in"));
 }
 
 // The ties of a column without shear are those of its bars: min(16 1.27, 48 0.375, 12, 20) in.

@@ -12,7 +12,6 @@ class DesignReport : public ReportTest
 protected:
     DesignReport()
     {
-        model_.shell4s.push_back({.id = 3, .node = {11, 12, 13, 14}});
         model_.concreteBeams.push_back({.id = 1, .flags = 2, .stations = {{0.5, -10, 20, -1, 1.25}}});
         jxColRcResult column{.id = 2, .ratio = 0.875, .comb = 1, .distance = 1, .P = 300, .M3 = 40, .M2 = 15};
         column.delta3 = 1.25;
@@ -28,7 +27,7 @@ protected:
         shear.stations.push_back({.distance = 1, .spacing = -1, .reqAv = 0.2, .V = 99, .N = 0, .comb = -1});
         model_.concreteShear.push_back(shear);
         jxPlateRcResult plate;
-        plate.id = 3;
+        plate.id = 2;  // of the nodes 5, 6, 7 and 1000
         for (int point = 0; point < 5; ++point)
             for (int layer = 0; layer < 4; ++layer)
                 plate.as[point][layer] = 0.01 * (point + 1) + 0.001 * layer;
@@ -76,8 +75,8 @@ TEST_F(DesignReport, ListsPlatesByFaceAndPoint)
 {
     const std::string section = SectionIn(WrittenAsText(), "concrete_plates");
     EXPECT_TRUE(Has(section, "   Shell   Location        Top X        Top Y     Bottom X     Bottom Y   Result\n"));
-    EXPECT_TRUE(Has(section, "       3     Center         0.01        0.011        0.012        0.013       OK\n"));
-    EXPECT_TRUE(Has(section, "       3    Node 14         0.05        0.051        0.052        0.053    FAILS\n"));
+    EXPECT_TRUE(Has(section, "       2     Center         0.01        0.011        0.012        0.013       OK\n"));
+    EXPECT_TRUE(Has(section, "       2  Node 1000         0.05        0.051        0.052        0.053    FAILS\n"));
 }
 
 TEST_F(DesignReport, ListsSteelSections)
