@@ -169,11 +169,11 @@ public:
     void CalcSupportReactionEnvelope(std::vector<jxEnvelopeValue6>& out, const std::vector<bool>& selection) const;
     /// Fills envelopeReport with all three and with the governing curves of the members.
     void CalcEnvelopeReport(const std::vector<bool>& selection);
-    /// After a frequency run with spectra: makes a load case and a combination per direction and mode out of the modal
-    /// forces, or refills those that stand; a static run then solves them and combines the modes.
+    /// Makes modal forces load cases and combinations, by direction and mode; a static run solves and combines them.
     void ConvertInertiaForces();
+    /// Whether the factor of a direction, 0 to 2, is not 0.
     bool IsPerformingSpectrumAnalysisInDirection(int direction) const { return spectrumFactor[direction] != 0; }
-    bool HasResponseSpectrumLoadCombination() const;
+    bool HasResponseSpectrumLoadCombination() const;         ///< whether any is one
     bool IsResponseSpectrumLoadCombination(int comb) const;  ///< false beyond the list
     /// Library behind the last sparse run, "PARDISO" or "MUMPS"; empty before one.
     CString SparseSolverName() const;

@@ -60,7 +60,7 @@ struct jxEnvelopeReport
     /// come from one combination.
     std::vector<jxBmVMD> beamCurves;
 
-    void clear() { *this = {}; }
+    void clear() { *this = {}; }  ///< as before the first envelope
 };
 
 /// Wood-Armer moments of one shell at its centre and four corners, extremes over the concrete combinations
