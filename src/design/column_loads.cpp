@@ -126,6 +126,7 @@ ColumnDemand ColumnLoads::Under(int comb, const std::vector<jxVMD>& curve) const
     demand.comb = comb;
     Noted(trace_, {"Pu, mean of both ends [kip]", -Pu, "", "compression positive"});
     Noted(trace_, {"Psus, mean of both ends [kip]", -Psus_, "", "of the sustained combination"});
+    Noted(trace_, {"factor of Psus", susLoadFactor, "", "of the combination"});
     demand.betaD = SustainedRatio(Psus_, susLoadFactor, Pu, model_.design.concreteCode, trace_);
     SetMomentFactors(demand, curve);
     SetMagnifiers(demand, Pu);

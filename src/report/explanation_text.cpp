@@ -9,10 +9,11 @@ namespace qvx {
 
 namespace {
 
+// A negative zero reads as the other one.
 std::string FigureLine(const ExplainedFigure& figure)
 {
     const std::string value =
-        figure.text.empty() ? fmt::format("{:.7g}", figure.value) : ToUtf8(VisibleText(figure.text));
+        figure.text.empty() ? fmt::format("{:.7g}", figure.value + 0.0) : ToUtf8(VisibleText(figure.text));
     std::string line = fmt::format("  {:<36} {:<14} {:<16} {}", figure.name, value, figure.clause, figure.equation);
     line.erase(line.find_last_not_of(' ') + 1);
     return line + "\n";

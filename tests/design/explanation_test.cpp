@@ -151,6 +151,7 @@ TEST(ExplainColumn, TellsSlendernessAndTheRatioThatIsStored)
     const double EI = 0.4 * 3605 * 8000 / 2;
     const double critical = 0.75 * 9.869604403666765 * EI / (120 * 120);
     EXPECT_EQ(Value(e, "Slenderness", "beta_d"), 1);
+    EXPECT_EQ(Value(e, "Slenderness", "factor of Psus"), 1);
     EXPECT_NEAR(Value(e, "Slenderness", "EI [kip-in^2]"), EI, 1e-6);
     EXPECT_NEAR(Value(e, "Slenderness", "0.75 Pc [kip]"), critical, 1e-6);
     EXPECT_NEAR(Value(e, "Slenderness", "delta"), 1 / (1 - 200 / critical), 1e-9);
