@@ -19,7 +19,8 @@ void TakeBuiltInBars(CjxStruct& model)
         return;
     const BarTables& tables = BuiltInBarTables();
     model.rebarDatabases = tables.databases;
-    model.currentRebarDatabase = tables.current;
+    if (model.currentRebarDatabase < 0)
+        model.currentRebarDatabase = tables.current;
 }
 
 bool IsAboutMissingBarFile(const std::wstring& message)

@@ -6,7 +6,8 @@
 
 namespace qvx::app {
 
-/// The tables of bars compiled into the library, for a model that found no file of them.
+/// The tables of bars compiled into the library, for a model that found no file of them; the one in use stays that of the
+/// model file, if it names one.
 void TakeBuiltInBars(CjxStruct& model);
 
 /// Whether a message tells that the file of bars cannot be opened, and none stands beside the program: the built-in tables

@@ -53,12 +53,13 @@ void LoadModel(const std::filesystem::path& path, CjxStruct& model)
     // By the ending and not by the content: a broken file of one kind must not be read as one of the other.
     const std::string ending = EndingOf(path);
     model.documentPath = CString(TextOf(path));
-    TakeBuiltInBars(model);
-    if (ending == ".s2k")
-        return ImportSap2000(path, model);
-    if (ending != ".json")
+    if (ending != ".s2k" && ending != ".json")
         throw FileError(path.string(), "", "cannot be read: the name of a model ends in .json or .s2k");
-    ReadModelFile(path, model);
+    if (ending == ".s2k")
+        ImportSap2000(path, model);
+    else
+        ReadModelFile(path, model);
+    TakeBuiltInBars(model);  // the file says which of its tables is in use, if it says so
 }
 
 void RequireKnownOutput(const std::filesystem::path& path)
