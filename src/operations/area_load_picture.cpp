@@ -54,8 +54,11 @@ template <class Points>
 std::string Polygon(const Panel& panel, const Points& points, const char* style)
 {
     std::string places;
-    for (const jxPoint& p : points)
-        places += (places.empty() ? "" : " ") + panel.Place(p);
+    for (const jxPoint& p : points) {
+        if (!places.empty())
+            places += ' ';
+        places += panel.Place(p);
+    }
     return fmt::format("<polygon class=\"{}\" points=\"{}\"/>\n", style, places);
 }
 

@@ -32,7 +32,9 @@ std::string ExplanationText(const std::vector<DesignExplanation>& explanations)
 {
     std::string text;
     for (const DesignExplanation& explanation : explanations) {
-        text += (text.empty() ? "" : "\n") + Heading(explanation);
+        if (!text.empty())
+            text += '\n';
+        text += Heading(explanation);
         text += "kip, inch, ksi; moments kip-ft\n";
         for (const ExplainedGroup& group : explanation.groups) {
             text += "\n" + group.title + "\n";
