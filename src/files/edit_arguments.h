@@ -43,6 +43,56 @@ struct BeamArguments
 {
     std::vector<int> beams;
 };
+struct ExtrudeNodesArguments
+{
+    std::vector<int> nodes;
+    std::vector<double> steps;
+    jxPoint direction;
+    int nodeIncrement = 0;
+    int memberIncrement = 0;
+};
+struct ExtrudeBeamsArguments
+{
+    std::vector<int> nodes;
+    std::vector<int> beams;
+    std::vector<double> steps;
+    jxPoint direction;
+    int nodeIncrement = 0;
+    int beamIncrement = 0;
+    int shellIncrement = 0;
+};
+struct ExtrudeShellsArguments
+{
+    std::vector<int> nodes;
+    std::vector<int> shells;
+    std::vector<double> steps;
+    jxPoint direction;
+    int nodeIncrement = 0;
+    int shellIncrement = 0;
+    int brickIncrement = 0;
+};
+struct RevolveBeamsArguments
+{
+    std::vector<int> nodes;
+    std::vector<int> beams;
+    double startAngle = 0;
+    double endAngle = 0;
+    int copies = 0;
+    int nodeIncrement = 0;
+    int beamIncrement = 0;
+    int shellIncrement = 0;
+};
+struct RevolveShellsArguments
+{
+    std::vector<int> nodes;
+    std::vector<int> shells;
+    double startAngle = 0;
+    double endAngle = 0;
+    int copies = 0;
+    int nodeIncrement = 0;
+    int shellIncrement = 0;
+    int brickIncrement = 0;
+};
 struct ReverseArguments
 {
     std::vector<int> beams;
@@ -105,6 +155,76 @@ struct FieldsOf<BeamArguments>
 {
     using R = BeamArguments;
     static constexpr auto list = RecordFields(Always("beams", &R::beams, "ids", rule::kMember));
+};
+
+template <>
+struct FieldsOf<ExtrudeNodesArguments>
+{
+    using R = ExtrudeNodesArguments;
+    static constexpr auto list = RecordFields(
+        Always("nodes", &R::nodes, "ids of the pattern", rule::kNode),
+        Always("steps", &R::steps, "distances between copies"),
+        Always("direction", &R::direction, "unit vector"),
+        Always("nodeIncrement", &R::nodeIncrement, "of ids from copy to copy"),
+        Always("memberIncrement", &R::memberIncrement, "id of the first new member"));
+};
+
+template <>
+struct FieldsOf<ExtrudeBeamsArguments>
+{
+    using R = ExtrudeBeamsArguments;
+    static constexpr auto list = RecordFields(
+        Always("nodes", &R::nodes, "ids of the pattern", rule::kNode),
+        Always("beams", &R::beams, "ids of the pattern", rule::kMember),
+        Always("steps", &R::steps, "distances between copies"),
+        Always("direction", &R::direction, "unit vector"),
+        Always("nodeIncrement", &R::nodeIncrement, "of ids from copy to copy"),
+        Always("beamIncrement", &R::beamIncrement, "of ids from copy to copy"),
+        Always("shellIncrement", &R::shellIncrement, "id of the first new shell"));
+};
+
+template <>
+struct FieldsOf<ExtrudeShellsArguments>
+{
+    using R = ExtrudeShellsArguments;
+    static constexpr auto list = RecordFields(
+        Always("nodes", &R::nodes, "ids of the pattern", rule::kNode),
+        Always("shells", &R::shells, "ids of the pattern", rule::kShell4),
+        Always("steps", &R::steps, "distances between copies"),
+        Always("direction", &R::direction, "unit vector"),
+        Always("nodeIncrement", &R::nodeIncrement, "of ids from copy to copy"),
+        Always("shellIncrement", &R::shellIncrement, "of ids from copy to copy"),
+        Always("brickIncrement", &R::brickIncrement, "id of the first new brick"));
+};
+
+template <>
+struct FieldsOf<RevolveBeamsArguments>
+{
+    using R = RevolveBeamsArguments;
+    static constexpr auto list = RecordFields(
+        Always("nodes", &R::nodes, "ids of the pattern", rule::kNode),
+        Always("beams", &R::beams, "ids of the pattern", rule::kMember),
+        Always("startAngle", &R::startAngle, "degrees"),
+        Always("endAngle", &R::endAngle, "degrees, of the last copy"),
+        Always("copies", &R::copies, "", {.least = 0}),
+        Always("nodeIncrement", &R::nodeIncrement, "of ids from copy to copy"),
+        Always("beamIncrement", &R::beamIncrement, "of ids from copy to copy"),
+        Always("shellIncrement", &R::shellIncrement, "id of the first new shell"));
+};
+
+template <>
+struct FieldsOf<RevolveShellsArguments>
+{
+    using R = RevolveShellsArguments;
+    static constexpr auto list = RecordFields(
+        Always("nodes", &R::nodes, "ids of the pattern", rule::kNode),
+        Always("shells", &R::shells, "ids of the pattern", rule::kShell4),
+        Always("startAngle", &R::startAngle, "degrees"),
+        Always("endAngle", &R::endAngle, "degrees, of the last copy"),
+        Always("copies", &R::copies, "", {.least = 0}),
+        Always("nodeIncrement", &R::nodeIncrement, "of ids from copy to copy"),
+        Always("shellIncrement", &R::shellIncrement, "of ids from copy to copy"),
+        Always("brickIncrement", &R::brickIncrement, "id of the first new brick"));
 };
 
 template <>

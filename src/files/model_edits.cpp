@@ -8,6 +8,7 @@
 #include <fmt/format.h>
 
 #include "files/edit_arguments.h"
+#include "files/id_ranges.h"
 #include "files/model_changes.h"
 #include "files/model_references.h"
 #include "model/find_record.h"
@@ -164,6 +165,90 @@ void Intersect(CjxStruct& model, const Request& request, ModelEdit& edit)
             fmt::format("node {} where members {} and {} cross", crossing.node, crossing.member1, crossing.member2));
 }
 
+// Copies of the records named: the pattern of a growth.
+template <class Record>
+std::vector<Record> Picked(const std::vector<Record>& records, const std::vector<int>& ids, const char* key)
+{
+    std::vector<Record> picked;
+    for (const std::size_t position : PositionsOf(records, ids, key))
+        picked.push_back(records[position]);
+    return picked;
+}
+
+// Steps are measured in the length of the direction, and who gives another than 1 may not mean it.
+void TellLength(const jxPoint& direction, ModelEdit& edit)
+{
+    constexpr double kTolerance = 1e-6;
+    const double length = calc_distance(direction, {});
+    if (!is_equal(length, 1, kTolerance))
+        edit.lines.push_back(
+            fmt::format("the direction has the length {:g}: the steps are as many times longer", length));
+}
+
+// Whether the far face of a brick lies behind the side that its near face shows to it.
+bool IsInsideOut(const CjxStruct& model, const jxBrick& brick)
+{
+    const auto at = [&](int corner) { return FindById(model.nodes, brick.node[corner]).Point(); };
+    jxPoint normal;
+    cross(normal, at(2) - at(0), at(3) - at(1));
+    const jxPoint way = (at(4) + at(5) + at(6) + at(7)) - (at(0) + at(1) + at(2) + at(3));
+    return dot(normal, way) < 0;
+}
+
+// Bricks follow the turn of their shells: those of shells that face against the way no run takes.
+void TellInsideOut(const CjxStruct& model, int firstBrick, std::size_t nBefore, ModelEdit& edit)
+{
+    const std::size_t nNew = model.bricks.size() - nBefore;
+    std::vector<int> ids;
+    for (const jxBrick& brick : model.bricks)
+        if (brick.id >= firstBrick && brick.id - firstBrick < static_cast<int>(nNew) && IsInsideOut(model, brick))
+            ids.push_back(brick.id);
+    if (!ids.empty())
+        edit.lines.push_back(fmt::format(
+            "bricks {} are inside out: their shells face against the way; reverse turns them", IdRanges(ids)));
+}
+
+void ExtrudeNodes(CjxStruct& model, const Request& request, ModelEdit& edit)
+{
+    const auto a = ReadArguments<ExtrudeNodesArguments>(request.arguments);
+    model.ExtrudeNodes(Picked(model.nodes, a.nodes, "nodes"), a.steps, a.direction, a.nodeIncrement, a.memberIncrement);
+    TellLength(a.direction, edit);
+}
+
+void ExtrudeBeams(CjxStruct& model, const Request& request, ModelEdit& edit)
+{
+    const auto a = ReadArguments<ExtrudeBeamsArguments>(request.arguments);
+    model.ExtrudeBeams(Picked(model.nodes, a.nodes, "nodes"), Picked(model.beams, a.beams, "beams"), a.steps,
+                       a.direction, a.nodeIncrement, a.beamIncrement, a.shellIncrement);
+    TellLength(a.direction, edit);
+}
+
+void ExtrudeShells(CjxStruct& model, const Request& request, ModelEdit& edit)
+{
+    const auto a = ReadArguments<ExtrudeShellsArguments>(request.arguments);
+    const std::size_t nBefore = model.bricks.size();
+    model.ExtrudeShell4s(Picked(model.nodes, a.nodes, "nodes"), Picked(model.shell4s, a.shells, "shells"), a.steps,
+                         a.direction, a.nodeIncrement, a.shellIncrement, a.brickIncrement);
+    TellLength(a.direction, edit);
+    TellInsideOut(model, a.brickIncrement, nBefore, edit);
+}
+
+void RevolveBeams(CjxStruct& model, const Request& request, ModelEdit&)
+{
+    const auto a = ReadArguments<RevolveBeamsArguments>(request.arguments);
+    model.RevolveBeams(Picked(model.nodes, a.nodes, "nodes"), Picked(model.beams, a.beams, "beams"), a.startAngle,
+                       a.endAngle, a.copies, a.nodeIncrement, a.beamIncrement, a.shellIncrement);
+}
+
+void RevolveShells(CjxStruct& model, const Request& request, ModelEdit& edit)
+{
+    const auto a = ReadArguments<RevolveShellsArguments>(request.arguments);
+    const std::size_t nBefore = model.bricks.size();
+    model.RevolveShell4s(Picked(model.nodes, a.nodes, "nodes"), Picked(model.shell4s, a.shells, "shells"), a.startAngle,
+                         a.endAngle, a.copies, a.nodeIncrement, a.shellIncrement, a.brickIncrement);
+    TellInsideOut(model, a.brickIncrement, nBefore, edit);
+}
+
 void Reverse(CjxStruct& model, const Request& request, ModelEdit&)
 {
     const auto arguments = ReadArguments<ReverseArguments>(request.arguments);
@@ -203,6 +288,11 @@ constexpr NamedOperation kOperations[] = {
     {"rigid-offsets", CutRigidOffsets},
     {"explode-at-nodes", ExplodeAtNodes},
     {"intersect", Intersect},
+    {"extrude-nodes", ExtrudeNodes},
+    {"extrude-beams", ExtrudeBeams},
+    {"extrude-shells", ExtrudeShells},
+    {"revolve-beams", RevolveBeams},
+    {"revolve-shells", RevolveShells},
     {"reverse", Reverse},
     {"local-to-global-loads", GlobalizeLoads},
     {"convert-units", ChangeUnits},

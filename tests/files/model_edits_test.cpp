@@ -53,6 +53,57 @@ TEST_F(ModelEdits, TheSelectionOfTheOperationIsNotLeftBehind)
         EXPECT_EQ(beam.bSelected, 0);
 }
 
+// Patterns are taken in the order of the model, whatever the order of their ids in the arguments.
+TEST_F(ModelEdits, GrowthTakesItsPatternInTheOrderOfTheModel)
+{
+    EXPECT_THAT(EditModel(model, "extrude-nodes", R"({"nodes": [2, 1], "steps": [5], "direction": [0, 1, 0],
+                          "nodeIncrement": 10, "memberIncrement": 20})")
+                    .lines,
+                ElementsAre("nodes: 2 added (11 to 12)", "beams: 2 added (20 to 21)"));
+    EXPECT_EQ(model.beams[2].node1, 1);
+    EXPECT_EQ(model.beams[3].node1, 2);
+
+    EditModel(model, "extrude-beams", R"({"nodes": [1, 2], "beams": [1], "steps": [5], "direction": [0, 0, 1],
+              "nodeIncrement": 20, "beamIncrement": 30, "shellIncrement": 1})");
+    EXPECT_THAT(model.shell4s[0].node, ElementsAre(1, 2, 22, 21));
+    EditModel(model, "revolve-beams", R"({"nodes": [1, 2], "beams": [1], "startAngle": 0, "endAngle": 90, "copies": 2,
+              "nodeIncrement": 30, "beamIncrement": 60, "shellIncrement": 7})");
+    EXPECT_THAT(model.shell4s.back().node, ElementsAre(31, 32, 62, 61));
+}
+
+TEST_F(ModelEdits, GrowthOntoTakenIdsIsRefusedAndUndone)
+{
+    const std::string before = WriteModelText(model);
+    const char* const arguments = R"({"nodes": [1, 2], "steps": [5], "direction": [0, 1, 0], "nodeIncrement": 2,
+                                      "memberIncrement": 20})";
+
+    EXPECT_THROW(EditModel(model, "extrude-nodes", arguments), FileError);
+    EXPECT_THROW(EditModel(model, "extrude-nodes", R"({"nodes": [99]})"), FileError);
+    EXPECT_EQ(WriteModelText(model), before);
+}
+
+// A square of normal +z, extruded downwards, makes a brick inside out; a direction of length 2 doubles the step.
+TEST_F(ModelEdits, BricksInsideOutAndDirectionsThatAreNoUnitVectorsAreTold)
+{
+    model.nodes = {{.id = 1}, {.id = 2, .x = 1}, {.id = 3, .x = 1, .y = 1}, {.id = 4, .y = 1}};
+    model.beams.clear();
+    model.caseLoads[0].ptLoads.clear();
+    model.shell4s.push_back({.id = 1});
+    for (int i = 0; i < 4; ++i)
+        model.shell4s[0].node[i] = i + 1;
+
+    EXPECT_THAT(
+        EditModel(model, "extrude-shells", R"({"nodes": [1, 2, 3, 4], "shells": [1], "steps": [1, 1],
+                          "direction": [0, 0, -2], "nodeIncrement": 4, "shellIncrement": 1, "brickIncrement": 5})")
+            .lines,
+        testing::IsSupersetOf({"the direction has the length 2: the steps are as many times longer",
+                               "bricks 5 to 6 are inside out: their shells face against the way; reverse turns them"}));
+    EXPECT_EQ(model.nodes.back().z, -4);
+
+    EditModel(model, "reverse", R"({"bricks": [5, 6]})");
+    EXPECT_THAT(model.bricks[0].node, ElementsAre(5, 6, 7, 8, 1, 2, 3, 4));
+}
+
 TEST_F(ModelEdits, ChangesAreToldByListAndId)
 {
     EXPECT_THAT(
