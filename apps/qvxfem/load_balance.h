@@ -7,9 +7,7 @@
 
 namespace qvx::app {
 
-/// Forces along the global X, Y, Z that hold the structure in a combination, in the model's unit of force: supports,
-/// nodal, coupled, line and surface springs (those per length or area times length or area) and constraint forces.
-/// In equilibrium it is the opposite of the sum of the loads.
+/// Sum of what holds the structure in a combination along X, Y, Z, in the model's unit of force: the opposite of the loads.
 std::array<double, 3> SumOfReactions(const CjxStruct& model, std::size_t comb);
 
 /// Sum of the loads of a combination in the model's unit of force.

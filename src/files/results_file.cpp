@@ -46,6 +46,21 @@ void WriteUnits(JsonWriter& out, const jxUnit& units)
     out.EndObject();
 }
 
+// Outcomes are in pound whatever the units of the model.
+void CopyForce(double (&to)[3], const double (&pounds)[3], const jxUnit& units)
+{
+    for (int axis = 0; axis < 3; ++axis)
+        to[axis] = pounds[axis] / UnitFactor(units.unit[kForce]);
+}
+
+void AddEquilibrium(CombinationSummary& summary, const jxCombOutcome& outcome, const jxUnit& units)
+{
+    CopyForce(summary.loads, outcome.appliedForce, units);
+    CopyForce(summary.reactions, outcome.reactionForce, units);
+    summary.imbalance = outcome.imbalance;
+    summary.residual = outcome.residual;
+}
+
 // The object of a combination: some of its members stand in the summary, some in the results.
 void WriteCombination(JsonWriter& out, const CombinationSummary& summary, const jxCombResult& result)
 {
@@ -74,6 +89,8 @@ void WriteCombinations(JsonWriter& out, const CjxStruct& model)
         CombinationSummary summary = Summarize(model.loadCombs[i].label, outcome, result);
         if (summary.isSolved && !result.beamCurves.empty())
             summary.beamStresses = model.GetBeamStresses(static_cast<int>(i));
+        if (summary.isSolved)
+            AddEquilibrium(summary, outcome, model.units);
         summary.isReliable = IsReliable(model, i);
         WriteCombination(out, summary, result);
     }

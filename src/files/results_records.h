@@ -20,6 +20,10 @@ struct CombinationSummary
     int iterations = 0;
     bool isBuckled = false;
     std::wstring failure;
+    double loads[3] = {};      ///< sum along X, Y, Z [force]
+    double reactions[3] = {};  ///< sum along X, Y, Z [force]
+    double imbalance = 0;
+    double residual = 0;
     bool isReliable = true;  ///< as far as the findings know
     std::vector<jxBmStress> beamStresses;
 };
@@ -39,6 +43,10 @@ inline constexpr auto kCombinationFields = std::tuple_cat(
         Always("iterations", &CombinationSummary::iterations, "factorisations made for this combination alone"),
         Always("buckled", &CombinationSummary::isBuckled, "a pivot was not positive: the state is past buckling, no ordinary result"),
         WhenUnusual("failure", &CombinationSummary::failure, "reason, where it failed"),
+        WhenUnusual("loads", &CombinationSummary::loads, "sum of the loads along X, Y, Z, of those on degrees of freedom that are in the system", In(kForce)),
+        WhenUnusual("reactions", &CombinationSummary::reactions, "sum of all that holds the structure along X, Y, Z", In(kForce)),
+        WhenUnusual("imbalance", &CombinationSummary::imbalance, "largest sum of loads and reactions over the sum of their sizes"),
+        WhenUnusual("residual", &CombinationSummary::residual, "largest force left over at a node, K u - f formed from the elements, over the largest load of a node"),
         WhenUnusual("reliable", &CombinationSummary::isReliable, "false when it is not to be relied on; the findings tell why")),
     kNodeAndMemberFamilies,
     RecordFields(Always("beamStresses", &CombinationSummary::beamStresses, "normal stresses along members")),

@@ -246,6 +246,9 @@ constexpr FindingKind kCatalogue[] = {
     {OneWayWouldAct, "one-way-would-act", Error, Run, kUnreliable,
      "A one-way member or spring is off, and by the displacements of the answer it would act.",
      "Set bReactivateOneWay to 1, or take the member or spring out."},
+    {OutOfBalance, "out-of-balance", Error, Run, kUnreliable,
+     "Loads, reactions and the forces of the elements are out of balance by more than 1e-6 of the loads.",
+     "Use --solver quad, or another --backend; where both agree, lessen the contrast of stiffness."},
 };
 // clang-format on
 

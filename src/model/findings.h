@@ -92,6 +92,7 @@ enum class FindingCode {
     CoarsePDelta,
     OneWayOff,
     OneWayWouldAct,
+    OutOfBalance,
     Count
 };
 

@@ -49,5 +49,7 @@ struct jxSolutionData
     std::vector<qvx::double128> settlement;       ///< prescribed displacements v by equation; empty without any
     std::vector<qvx::double128> settlementForce;  ///< K v
     std::vector<qvx::RoundedTerm> rounded;        ///< of terms that call for a refined solution
+    std::vector<double> axialForces;              ///< of the members in this stiffness; empty where all are 0
+    std::vector<double> shellDrilling;            ///< stiffness of each shell about its normal in this stiffness
     int bForceSkyline = 0;                        ///< keeps the skyline form although solverType is 2
 };

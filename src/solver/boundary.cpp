@@ -1,24 +1,19 @@
-#include <array>
 #include <cassert>
 #include <type_traits>
 #include <vector>
 
 #include "elements/scatter.h"
-#include "elements/shell/shell_loads.h"
 #include "model/find_record.h"
 #include "model/jx_struct.h"
 #include "model/solution_data.h"
+#include "solver/lumped_springs.h"
 #include "solver/penalty_supports.h"
 #include "solver/refinement.h"
 #include "solver/settlement.h"
-#include "tools/geometry.h"
 
 using qvx::double128;
 
 namespace {
-
-/// Line and surface springs act on translations only.
-constexpr int kDistributedSpringDofs = 3;
 
 /// A restraint is a spring many times stiffer than anything in the model.
 template <class Sink>
@@ -54,21 +49,6 @@ void AddCoupledSprings(const CjxStruct& model, const jxSolutionData& data, const
     }
 }
 
-double MemberLength(const CjxStruct& model, const jxBm& beam)
-{
-    return calc_distance(qvx::FindById(model.nodes, beam.node1).Point(),
-                         qvx::FindById(model.nodes, beam.node2).Point());
-}
-
-/// Area on which a shell carries surface springs: the one on which it carries surface loads.
-double SpringArea(const CjxStruct& model, const jxShell4& shell)
-{
-    qvx::QuadCorners corners;
-    for (std::size_t i = 0; i < corners.size(); ++i)
-        corners[i] = qvx::FindById(model.nodes, shell.node[i]).Point();
-    return qvx::ShellArea(qvx::ShellFrameOf<double>(corners, qvx::QuadLocalAxes(corners, shell.angle)));
-}
-
 /// Puts springs on the diagonals. Member and surface springs are lumped: a node carries its share of length or area.
 /// A one-way spring that the last displacements show on its free side is discarded first.
 template <class Sink>
@@ -81,32 +61,11 @@ public:
     {
     }
 
-    void AddNodalSprings()
+    void AddAll()
     {
-        for (jxSpring& spring : model_.nodalSprings)
-            AddAtNode(spring, spring.id, kDofCount, 1);
-    }
-
-    void AddMemberSprings()
-    {
-        for (jxSpring& spring : model_.beamSprings) {
-            const jxBm& beam = qvx::FindById(model_.beams, spring.id);
-            const double share = MemberLength(model_, beam) * 0.5;
-            // A member carries no bending from a spring between its nodes: lumping converges with the mesh as
-            // distributed springs do, and keeps the matrix of the member that of the member alone.
-            for (const int node : {beam.node1, beam.node2})
-                AddAtNode(spring, node, kDistributedSpringDofs, share);
-        }
-    }
-
-    void AddShellSprings()
-    {
-        for (jxSpring& spring : model_.shell4Springs) {
-            const jxShell4& shell = qvx::FindById(model_.shell4s, spring.id);
-            const double share = SpringArea(model_, shell) * 0.25;
-            for (const int node : shell.node)
-                AddAtNode(spring, node, kDistributedSpringDofs, share);
-        }
+        qvx::ForEachLumpedSpring(model_, [this](jxSpring& spring, int node, int nDofs, double share) {
+            AddAtNode(spring, node, nDofs, share);
+        });
     }
 
 private:
@@ -167,10 +126,7 @@ void WithAccount(const CjxStruct& model, jxSolutionData& data, const Store& stor
 template <class Sink>
 void AddSprings(CjxStruct& model, const Sink& sink, int comb)
 {
-    SpringAssembly springs(model, sink, LastDisplacements(model, comb));
-    springs.AddNodalSprings();
-    springs.AddMemberSprings();
-    springs.AddShellSprings();
+    SpringAssembly(model, sink, LastDisplacements(model, comb)).AddAll();
 }
 
 }  // namespace

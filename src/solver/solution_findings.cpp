@@ -11,6 +11,7 @@
 #include "elements/combination_terms.h"
 #include "model/find_record.h"
 #include "model/findings.h"
+#include "solver/model_size.h"
 
 namespace qvx {
 
@@ -41,20 +42,6 @@ double LargestOf(const std::vector<jxResult6Val>& displacements, int first, int 
         for (int dof = first; dof <= last; ++dof)
             largest = std::max(largest, std::fabs(u.value[dof]));
     return largest;
-}
-
-// Diagonal of the box around all nodes.
-double SizeOf(const CjxStruct& model)
-{
-    if (model.nodes.empty())
-        return 0;
-    jxPoint least = model.nodes.front().Point();
-    jxPoint most = least;
-    for (const jxNd& node : model.nodes) {
-        least = {std::min(least.x, node.x), std::min(least.y, node.y), std::min(least.z, node.z)};
-        most = {std::max(most.x, node.x), std::max(most.y, node.y), std::max(most.z, node.z)};
-    }
-    return calc_distance(least, most);
 }
 
 // Findings about one combination, told by the records that bring them.

@@ -25,7 +25,7 @@ void StaticRun::SolveNonlinearPart()
             throw;
         }
         timer(1);
-        model_.Output_All(comb, groups_.members, groups_.shells, groups_.bricks);
+        OutputAndJudge(comb);
         LogOutputTime(model_);
     }
 }
@@ -39,6 +39,7 @@ bool StaticRun::IterateCombination(int comb)
         // Loads too, not the stiffness alone: the solution of the last iteration stands in their place.
         StartLoad(comb);
         model_.ProcessNodalAndElementLoads(comb, groups_.members, groups_.shells, groups_.bricks);
+        KeepLoad(comb);
         stages_->Solver().Clear();
         CString title;
         title.Format(L"************ Iteration %d ************", iteration);

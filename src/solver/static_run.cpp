@@ -5,6 +5,7 @@
 #include <chrono>
 
 #include "platform/cwin_app.h"
+#include "solver/equilibrium.h"
 #include "solver/run_findings.h"
 #include "solver/skyline_stages.h"
 #include "solver/sparse_stages.h"
@@ -105,6 +106,7 @@ void StaticRun::PrepareCombinations()
     model_.loadVectors.assign(n, {});
     model_.combResults.resize(n);
     model_.combOutcomes.assign(n, {});
+    keptLoads_.assign(n, {});
     hasNoLoad_.assign(n, false);
     model_.digitsLost = 0;
     // Zero iterations would solve nothing; the setting counts passes, and one is the linear answer.
@@ -201,8 +203,26 @@ void StaticRun::FormLoad(int comb)
 {
     StartLoad(comb);
     model_.ProcessNodalAndElementLoads(comb, groups_.members, groups_.shells, groups_.bricks);
+    KeepLoad(comb);
     model_.ProcessForcedDisplacements(data_, model_.penaltyStiffness, comb);
     model_.CheckNonzeroLoadVector(Load(comb).data());
+}
+
+/// Keeps the loads of a combination beside the vector that the solution overwrites.
+void StaticRun::KeepLoad(int comb)
+{
+    std::vector<double>& kept = keptLoads_[static_cast<std::size_t>(comb)];
+    kept.assign(Load(comb).size(), 0);
+    std::transform(Load(comb).begin(), Load(comb).end(), kept.begin(),
+                   [](const double128& force) { return static_cast<double>(force); });
+}
+
+void StaticRun::OutputAndJudge(int comb)
+{
+    model_.Output_All(comb, groups_.members, groups_.shells, groups_.bricks);
+    std::vector<double>& kept = keptLoads_[static_cast<std::size_t>(comb)];
+    JudgeEquilibrium(model_, comb, kept, data_);
+    kept = {};
 }
 
 /// FormLoad without its words.
@@ -215,6 +235,7 @@ bool StaticRun::FormLoadAhead(int comb)
     } catch (const jxException&) {
         return false;
     }
+    KeepLoad(comb);
     model_.ProcessForcedDisplacements(data_, model_.penaltyStiffness, comb);
     hasNoLoad_[static_cast<std::size_t>(comb)] = IsZeroLoad(Load(comb));
     return true;
@@ -248,7 +269,7 @@ std::size_t StaticRun::SolveFrom(const std::vector<int>& combs, std::size_t firs
 void StaticRun::FinishLinear(int comb)
 {
     LogSolutionTime(model_);
-    model_.Output_All(comb, groups_.members, groups_.shells, groups_.bricks);
+    OutputAndJudge(comb);
     LogOutputTime(model_);
     Outcome(comb).end = CombEnd::Linear;
 }

@@ -37,6 +37,8 @@ private:
     void StartLoad(int comb);
     void FormLoad(int comb);
     bool FormLoadAhead(int comb);
+    void KeepLoad(int comb);
+    void OutputAndJudge(int comb);
     void TellLoad(int comb);
     std::size_t SolveFrom(const std::vector<int>& combs, std::size_t first);
     void FinishLinear(int comb);
@@ -57,6 +59,7 @@ private:
     ElementGroups groups_;
     jxSolutionData data_;
     std::unique_ptr<SystemStages> stages_;
+    std::vector<std::vector<double>> keptLoads_;  ///< per combination until it is judged: what the answer overwrites
     std::vector<bool> hasNoLoad_;  ///< per combination; told in its turn, when the load has become a displacement
 };
 

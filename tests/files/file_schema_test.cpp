@@ -91,7 +91,7 @@ TEST_F(FileSchema, RequiresTheFormatOfModelsAndAllFamiliesOfResults)
     EXPECT_FALSE(model_["properties"]["beams"]["items"].contains("required"));
     EXPECT_EQ(results_["required"].size(), results_["properties"].size());
     const Schema& combination = results_["$defs"]["combination"];
-    EXPECT_EQ(combination["required"].size() + 2, combination["properties"].size());
+    EXPECT_EQ(combination["required"].size() + 6, combination["properties"].size());
     EXPECT_EQ(combination["properties"]["failure"]["written"], "where it differs from its default");
 }
 

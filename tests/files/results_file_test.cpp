@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
+#include "model/unit_systems.h"
 #include "support/recording_host.h"
 
 namespace qvx::test {
@@ -86,6 +87,24 @@ TEST_F(ResultsFile, TellsTheCourseOfEachCombination)
     EXPECT_EQ(second["converged"], false);
     EXPECT_EQ(second["failure"], "no inverse");
     EXPECT_TRUE(second["displacements"].empty());
+}
+
+// Sums of a run are in pound, those of the file in the unit of force of the model.
+TEST_F(ResultsFile, TellsTheEquilibriumOfEachCombination)
+{
+    model_.units.unit[kForce] = UnitsOfSystem(L"kip-ft")->unit[kForce];
+    jxCombOutcome& outcome = model_.combOutcomes[0];
+    outcome.appliedForce[kY] = -3000;
+    outcome.reactionForce[kY] = 2500;
+    outcome.imbalance = 0.25;
+    outcome.residual = 0.5;
+    const json results = json::parse(WriteResultsText(model_));
+    const json& first = results["combinations"][0];
+    EXPECT_EQ(first["loads"], json({0.0, -3.0, 0.0}));
+    EXPECT_EQ(first["reactions"], json({0.0, 2.5, 0.0}));
+    EXPECT_EQ(first["imbalance"], 0.25);
+    EXPECT_EQ(first["residual"], 0.5);
+    EXPECT_FALSE(results["combinations"][1].contains("imbalance"));
 }
 
 // What the iteration limit cut off is a result, but an unproven one.

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cassert>
 
+#include "elements/nodal_vector.h"
 #include "elements/scatter.h"
 #include "model/find_record.h"
 
@@ -67,6 +68,26 @@ LinkProperties PropertiesOf(const CjxStruct& model, const LinkStock& stock, cons
             .I = std::max(stock.section.Iz, stock.section.Iy),
             .factor = model.diaphragmStiffnessFactor,
             .L = calc_distance(ends.start, ends.end)};
+}
+
+std::array<double, kMemberDofs> LinkForces(const CjxStruct& model, const LinkStock& stock, const jxLink& link, int comb)
+{
+    const LinkEnds ends = EndsOf(model, link);
+    double c[3][3];
+    LinkAxes(c, ends.start, ends.end, link.normal);
+    auto u = NodalVectorOf(model, comb).Gather<kMemberDofs>(PositionsOf<2>(model, {link.node1, link.node2}));
+    // less the translation of the start, before anything is rounded: a floor that moves as a whole strains no link
+    for (std::size_t axis = 0; axis < 3; ++axis) {
+        u[kDofCount + axis] -= u[axis];
+        u[axis] = double128(0);
+    }
+    const Matrix3<double128> turn = RotationMatrix<double128>(c);
+    const auto k = LocalStiffness(LinkParts<double128>(PropertiesOf(model, stock, link)));
+    const auto global = ToGlobalAxes(k * ToLocalAxes(u, turn), turn);
+    std::array<double, kMemberDofs> forces;
+    std::transform(global.begin(), global.end(), forces.begin(),
+                   [](const double128& f) { return static_cast<double>(f); });
+    return forces;
 }
 
 void AddLinkStiffness(const CjxStruct& model, jxSolutionData& data, const LinkStock& stock)

@@ -1,6 +1,9 @@
 #pragma once
 
+#include <array>
+
 #include "elements/link/link_stiffness.h"
+#include "elements/member/member_dofs.h"
 #include "model/jx_struct.h"
 #include "model/solution_data.h"
 
@@ -23,6 +26,12 @@ LinkStock StockOf(const CjxStruct& model);
 /// Properties of one link; I is the larger second moment of the section, whichever way it lies.
 /// @throws jxException "error finding node <id>"
 LinkProperties PropertiesOf(const CjxStruct& model, const LinkStock& stock, const jxLink& link);
+
+/// K u of one link in global axes: the forces that the nodes exert on it, X to OZ at the start and at the end. Needs the
+/// displacements in the load vector of the combination.
+/// @throws jxException "error finding node <id>"
+std::array<double, kMemberDofs> LinkForces(const CjxStruct& model, const LinkStock& stock, const jxLink& link,
+                                           int comb);
 
 /// Adds the stiffness of all links to the global stiffness, in the order of the links, by the rows of data.lmLinks.
 /// @throws jxException "error finding node <id>"

@@ -1,5 +1,6 @@
 // Stiffness of all members and the end forces that follow from it.
 
+#include <algorithm>
 #include <cassert>
 
 #include "elements/invariants.h"
@@ -103,6 +104,16 @@ void AssembleMembers(CjxStruct& model, const jxSolutionData& data, int comb, con
     }
 }
 
+void KeepAxialForces(jxSolutionData& data, const CjxStruct& model)
+{
+    data.axialForces.clear();
+    const auto isUnstressed = [](const jxBm& beam) { return beam.axialForce == 0; };
+    if (std::all_of(model.beams.begin(), model.beams.end(), isUnstressed))
+        return;
+    for (const jxBm& beam : model.beams)
+        data.axialForces.push_back(beam.axialForce);
+}
+
 /// Displacements of both ends in global axes, less the translation of the start: moving a member as a whole strains
 /// nothing, and without it the forces keep the digits that a large common displacement would take.
 template <Number Real>
@@ -143,6 +154,7 @@ jxVMD EndStation(const double forces[6])
 
 void CjxBmGroup::ProcessStiffness(jxSolutionData& data, int comb)
 {
+    KeepAxialForces(data, *model_);
     qvx::WithStiffnessSink(data, model_->solverType, [&](const auto& sink) {
         qvx::WithNumberType(model_->solverType, [&](auto tag) {
             AssembleMembers<typename decltype(tag)::Real>(*model_, data, comb, sink);

@@ -97,10 +97,11 @@ bool IsAnyOf(const std::array<int, 4>& nodes, const std::vector<bool>& marked)
 
 template <Number Real>
 void FormStiffness(ShellBatch<Real>& batch, std::size_t slot, const CjxStruct& model, const jxShell4& shell,
-                   const std::vector<bool>& drillsFreely)
+                   const std::vector<bool>& drillsFreely, double& drilling)
 {
     const GatheredShell g = Gather(model, shell);
     const ShellElement<Real> element = Form<Real>(model, shell, g);
+    drilling = static_cast<double>(DrillingStiffness(element, model.shellOzFactor));
     batch.nodePositions[slot] = g.nodePositions;
     if constexpr (std::is_same_v<Real, double>)
         if (!drillsFreely.empty()) {
@@ -139,13 +140,14 @@ void AddStiffness(CjxStruct& model, jxSolutionData& data)
     const std::vector<bool> drillsFreely =
         // A store of double128 rounds nothing that could be felt: there the account would be a list of zeros.
         std::is_same_v<Real, double> ? NodesThatDrillFreely(model) : std::vector<bool>();
+    data.shellDrilling.assign(model.shell4s.size(), 0);
     PercentCounter progress(model, model.shell4s.size());
     ShellBatch<Real> batch(std::min(kBatchSize, model.shell4s.size()), !drillsFreely.empty());
     FormAndTakeInOrder(
         model.shell4s.size(), model.SolverThreads(), [&](std::size_t i) { progress.Show(i); },
         [&](std::size_t i, std::size_t slot) {
             if (!model.shell4s[i].excluded)
-                FormStiffness(batch, slot, model, model.shell4s[i], drillsFreely);
+                FormStiffness(batch, slot, model, model.shell4s[i], drillsFreely, data.shellDrilling[i]);
         },
         [](std::size_t, std::size_t) {},
         [&](std::size_t first, std::size_t last) { AddBatch(model, data, batch, first, last, drillsFreely); });

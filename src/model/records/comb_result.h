@@ -35,10 +35,15 @@ struct jxCombOutcome
     /// Sum of the loads on the equations along X, Y, Z [pound, whatever the units of the model]; without the penalty
     /// terms of prescribed displacements. What a support flag of '2' or a suppressed DOF takes out is not in it.
     double appliedForce[3] = {};
-    /// Sum of what holds the structure along X, Y, Z [pound]: in equilibrium the opposite of the loads.
+    /// Sum of what holds the structure along X, Y, Z [pound]: supports, springs, those of excluded elements too,
+    /// constraints, and what the elements exert where a support flag of '2' or the model type has taken the degree of
+    /// freedom out. In equilibrium it is the opposite of the loads.
     double reactionForce[3] = {};
-    /// Largest sum of loads and reactions along X, Y or Z over the size of the loads.
+    /// Largest sum of loads and reactions along X, Y or Z over the sum of their sizes.
     double imbalance = 0;
+    /// Largest force that is left over at a node, K u - f formed from the elements, over the largest load or reaction
+    /// of a node; moments as forces at the arm of the model's size.
+    double residual = 0;
     std::vector<int> failedMembers;             ///< ids of the one-way members that are off in the end
     std::vector<jxFailedSpring> failedSprings;  ///< one-way springs that are off in the end
 };
