@@ -54,6 +54,8 @@ bool CjxStruct::IsSpringFailed(jxSpring& spring, int dof, jxResult6Val& displace
 {
     if (spring.bFailed[dof] == 1)
         return true;
+    if (bReactivateOneWay != 0)
+        return false;  // states that may come back are changed between the solutions, not here
     const wchar_t flag = spring.flag[dof];
     if (!bHaveResult) {
         if (flag == L'1' || flag == L'2')

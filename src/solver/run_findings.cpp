@@ -65,7 +65,8 @@ void FindInOutcomes(CjxStruct& model)
         else if (outcome.end == CombEnd::Limit)
             FindInCombination(model, FindingCode::NotConverged, comb,
                               L"not converged after " + std::to_wstring(outcome.iterations) +
-                                  L" iterations: its values prove nothing");
+                                  L" iterations: its values prove nothing" +
+                                  (outcome.text.empty() ? L"" : L". " + outcome.text));
         if (outcome.bBuckled)
             FindInCombination(
                 model, FindingCode::Buckled, comb,

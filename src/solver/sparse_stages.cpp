@@ -82,6 +82,16 @@ bool SparseStages::Factorize(bool)
     return true;
 }
 
+bool SparseStages::TryFactorize()
+{
+    constexpr int kNotPositive = -4;
+    const FactorOutcome outcome = solver_->Factorize();
+    ThrowSolutionFault(context_, 0);  // the user has stopped the run
+    if (outcome.error != 0 && outcome.error != kNotPositive)
+        throw jxException(model_.get_pardiso_error(outcome.error));
+    return outcome.error == 0 && outcome.isPositive;
+}
+
 void SparseStages::AnnounceSolution()
 {
     model_.list_msg(kSolution, L"...");

@@ -7,6 +7,7 @@
 #include "model/run_context.h"
 #include "model/solution_data.h"
 #include "solver/load_vector.h"
+#include "solver/one_way_states.h"
 #include "solver/system_stages.h"
 
 namespace qvx {
@@ -48,6 +49,11 @@ private:
     bool IterateCombination(int comb);
     bool FormStiffness(int comb);
     void FactorizeIteration(int comb);
+    void FormIterationLoad(int comb);
+    bool FactorizeStableStates(int comb, OneWayStates& states);
+    bool TryStates(int comb);
+    void SolveIteration(int comb);
+    bool IsIterationOver(int comb, int iteration, OneWayStates* states);
 
     std::vector<double128>& Load(int comb) { return model_.loadVectors[static_cast<std::size_t>(comb)]; }
     jxCombOutcome& Outcome(int comb) { return model_.combOutcomes[static_cast<std::size_t>(comb)]; }

@@ -96,7 +96,7 @@ TEST_F(SchemaCommand, TheValidatorRefusesWhatTheReaderRefuses)
     const std::string schema = Schema("model");
     for (const char* members :
          {R"("beems": [])", R"("nodes": [{"id": 0}])", R"("nodes": [{"id": 1, "w": 2}])", R"("nodes": {})",
-          R"("settings": {"solverType": 3})", R"("settings": {"bReactivateOneWay": 1})",
+          R"("settings": {"solverType": 3})", R"("settings": {"bContinueAfterFailure": 1})",
           R"("supports": [{"id": 1, "flag": "11111"}])", R"("supports": [{"id": 1, "flag": "111113"}])",
           R"("units": {"Length": "kN"})", R"("spectra": [null, null])", R"("origin": [0, 0])", R"("version": 2)"}) {
         Write("bad.json", std::string("{\"format\": \"qvxfem-model\", ") + members + "}");

@@ -76,7 +76,7 @@ TEST_F(FileSchema, TellsDefaultsRangesAndReferences)
 TEST_F(FileSchema, IsStrict)
 {
     EXPECT_FALSE(model_["properties"]["beams"]["items"]["properties"].contains("no"));
-    EXPECT_FALSE(model_["properties"]["settings"]["properties"].contains("bReactivateOneWay"));
+    EXPECT_FALSE(model_["properties"]["settings"]["properties"].contains("bContinueAfterFailure"));
     for (const Schema* object :
          {&model_, &results_, &model_["properties"]["settings"], &model_["properties"]["beams"]["items"],
           &results_["$defs"]["combination"], &results_["properties"]["woodArmer"]["items"]})
