@@ -213,6 +213,7 @@ int RunModel(const RunOptions& options)
     Progress progress(options.isVerbose ? Telling::Lines : options.isQuiet ? Telling::Nothing : Telling::Progress);
     TerminalHost host(progress, options.isInteractive, options.threads, BackendOf(options.backend));
     CjxStruct model;
+    model.bContinueAfterFailure = 1;  // a user of the program wants all that can be had; the file and --set may say otherwise
     LoadModel(options.model, model);
     ApplySettings(options.settings, model);
     RequireFolderOf(options.results);

@@ -87,6 +87,9 @@ std::string CourseOf(const jxCombOutcome& outcome)
     case CombEnd::Limit:
         return fmt::format("NOT CONVERGED: stopped after {}; its values prove nothing",
                            Counted(static_cast<std::size_t>(outcome.iterations), "iteration", "iterations"));
+    case CombEnd::Unsettled:
+        return fmt::format("NOT CONVERGED after {}: its values prove nothing",
+                           Counted(static_cast<std::size_t>(outcome.iterations), "iteration", "iterations"));
     case CombEnd::NoLoad:
         return "no load, no iteration";
     case CombEnd::Failed:

@@ -4,7 +4,7 @@
 
 int CjxStruct::ExecuteSteelDesign()
 {
-    if (combResults.empty() || combResults.front().displacements.empty())
+    if (!HasStaticSolution())
         return qvx::RefuseDesign(L"There are no static analysis results to perform steel design!");
     qvx::DesignRun run(*this);
     list_msg(L"START CHECKING STEEL INPUT", L"...");

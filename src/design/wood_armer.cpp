@@ -4,6 +4,7 @@
 
 #include "model/find_record.h"
 #include "model/jx_struct.h"
+#include "model/leading_result.h"
 
 namespace {
 
@@ -42,7 +43,7 @@ const jxShellStress& MomentsOf(const jxCombResult& result, int shell)
 void CjxStruct::CalcRcWoodArmerMoment()
 {
     woodArmer.clear();
-    if (combResults.empty() || combResults.front().shell4Stresses.empty())
+    if (const jxCombResult* leading = qvx::LeadingResult(*this); leading == nullptr || leading->shell4Stresses.empty())
         return;
     assert(combResults.size() <= loadCombs.size() && "results belong to combinations");
     woodArmer.reserve(shell4s.size());

@@ -6,6 +6,7 @@
 #include "elements/member/member_curve_value.h"
 #include "model/find_record.h"
 #include "model/jx_struct.h"
+#include "model/leading_result.h"
 
 namespace {
 
@@ -72,7 +73,7 @@ std::vector<jxMaxVMD> EnvelopeOf(const std::vector<EnvelopedCurve>& curves)
 void CjxStruct::CalcMaxBeamVMD(std::vector<jxMaxBmVMD>& out, const std::vector<bool>& selection) const
 {
     out.clear();
-    if (combResults.empty() || combResults.front().beamCurves.empty())
+    if (const jxCombResult* leading = qvx::LeadingResult(*this); leading == nullptr || leading->beamCurves.empty())
         return;
     out.reserve(beams.size());
     for (const jxBm& beam : beams)

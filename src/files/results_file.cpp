@@ -27,6 +27,8 @@ std::wstring_view CourseInWords(CombEnd end)
         return L"converged";
     case CombEnd::Limit:
         return L"stopped at maximum iterations";
+    case CombEnd::Unsettled:
+        return L"not converged";
     case CombEnd::NoLoad:
         return L"no load";
     case CombEnd::Failed:
@@ -133,7 +135,7 @@ CombinationSummary Summarize(const wchar_t* label, const jxCombOutcome& outcome,
     CombinationSummary summary;
     summary.label = label;
     summary.isSolved = !result.displacements.empty() && outcome.end != CombEnd::Failed;
-    summary.isConverged = summary.isSolved && outcome.end != CombEnd::Limit;
+    summary.isConverged = summary.isSolved && outcome.end != CombEnd::Limit && outcome.end != CombEnd::Unsettled;
     summary.course = CourseInWords(outcome.end);
     summary.iterations = outcome.iterations;
     summary.isBuckled = outcome.bBuckled;

@@ -39,7 +39,7 @@ inline constexpr auto kCombinationFields = std::tuple_cat(
         Always("label", &CombinationSummary::label, "of the combination"),
         Always("solved", &CombinationSummary::isSolved, "false when it failed; its families are then empty"),
         Always("converged", &CombinationSummary::isConverged, "false when it failed or its iteration stopped at the maximum"),
-        Always("course", &CombinationSummary::course, "linear, converged, stopped at maximum iterations, no load, failed, not solved"),
+        Always("course", &CombinationSummary::course, "linear, converged, stopped at maximum iterations, not converged, no load, failed, not solved"),
         Always("iterations", &CombinationSummary::iterations, "factorisations made for this combination alone"),
         Always("buckled", &CombinationSummary::isBuckled, "a pivot was not positive: the state is past buckling, no ordinary result"),
         WhenUnusual("failure", &CombinationSummary::failure, "reason, where it failed"),

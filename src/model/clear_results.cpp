@@ -1,4 +1,5 @@
 #include "model/jx_struct.h"
+#include "model/leading_result.h"
 #include "platform/host_services.h"
 
 #include <cassert>
@@ -69,7 +70,7 @@ void CjxStruct::ClearResult()
 
 bool CjxStruct::HasStaticSolution() const
 {
-    return !combResults.empty() && !combResults.front().displacements.empty();
+    return qvx::LeadingResult(*this) != nullptr;
 }
 
 bool CjxStruct::EigenSolution() const

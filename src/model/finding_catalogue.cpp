@@ -207,6 +207,9 @@ constexpr FindingKind kCatalogue[] = {
     {SettingLimited, "setting-limited", Warning, Check, kReliable,
      "A setting was out of its range and has been set to the nearest value.",
      "Correct the setting."},
+    {ConstraintMixesUnits, "constraint-mixes-units", Error, Check, kUnreliable,
+     "A multi-DOF constraint relates a translation to a rotation: its factors count as inches and radians.",
+     "Set bConsistentMechanics to 1, which takes the factors in the units of the model."},
     {Unstable, "unstable", Error, Run, kReliable,
      "Nothing holds these degrees of freedom: the structure is a mechanism, or close to one.",
      "Add supports, or take releases out, at the nodes named."},
@@ -249,6 +252,9 @@ constexpr FindingKind kCatalogue[] = {
     {OutOfBalance, "out-of-balance", Error, Run, kUnreliable,
      "Loads, reactions and the forces of the elements are out of balance by more than 1e-6 of the loads.",
      "Use --solver quad, or another --backend; where both agree, lessen the contrast of stiffness."},
+    {AxialForcesDiffer, "axial-forces-differ", Error, Run, kUnreliable,
+     "A P-Delta iteration ended with other axial forces in its stiffness than its members carry.",
+     "Set bConsistentMechanics to 1, which lets axial forces that vanish leave the stiffness."},
 };
 // clang-format on
 

@@ -83,7 +83,7 @@ bool HasRefusedShapes(const CjxStruct& model)
 bool IsReliable(const CjxStruct& model, std::size_t comb)
 {
     return std::none_of(model.findings.begin(), model.findings.end(), [comb](const Finding& finding) {
-        return !finding.isReliable && finding.combination == static_cast<int>(comb);
+        return !finding.isReliable && (finding.combination < 0 || finding.combination == static_cast<int>(comb));
     });
 }
 

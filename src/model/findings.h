@@ -78,6 +78,7 @@ enum class FindingCode {
     ShellCornerInvalid,
     BrickCornerInvalid,
     SettingLimited,
+    ConstraintMixesUnits,
     // of the run
     Unstable,
     DigitsLost,
@@ -93,6 +94,7 @@ enum class FindingCode {
     OneWayOff,
     OneWayWouldAct,
     OutOfBalance,
+    AxialForcesDiffer,
     Count
 };
 

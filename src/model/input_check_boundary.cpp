@@ -3,6 +3,7 @@
 
 #include "model/input_check.h"
 #include "model/multi_dof_check.h"
+#include "model/units.h"
 
 namespace qvx {
 
@@ -27,6 +28,25 @@ void CheckForcedDisplacements(InputCheck& check)
     }
     if (isAnyForced)
         check.Warn(FindingCode::ForcedDisplacementIgnored, L"Forced displacements are ignored in frequency analysis");
+}
+
+// Factors stay as they are when the model is converted to inches and radians. A relation of two translations, or of two
+// rotations, is the same in all units; one of both kinds is not.
+void FindMixedConstraints(InputCheck& check)
+{
+    const CjxStruct& m = check.model;
+    if (m.bConsistentMechanics != 0 ||
+        UnitFactor(m.units.unit[kTranslationalDisplacement]) == UnitFactor(m.units.unit[kRotationalDisplacement]))
+        return;
+    bool isAny = false;
+    for (const jxMultiDofConstraint& c : m.multiDofConstraints)
+        if ((c.dof[0] <= kZ) != (c.dof[1] <= kZ)) {
+            check.About(L"constraint", c.id);
+            isAny = true;
+        }
+    if (isAny)
+        check.Find(FindingCode::ConstraintMixesUnits,
+                   L"constraints between a translation and a rotation count in inches and radians");
 }
 
 }  // namespace
@@ -55,6 +75,7 @@ void CheckBoundaryConditions(InputCheck& check)
         check.Find(FindingCode::ConstraintInvalid,
                    L"Invalid Multi-DOF constraint found: " + text.substr(0, text.find(L'\n')));
     }
+    FindMixedConstraints(check);
 }
 
 }  // namespace qvx

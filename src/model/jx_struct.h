@@ -80,8 +80,9 @@ public:
     // --- Analyses ---------------------------------------------------------------------------------------------------
     /// Solves every load combination by solverType and fills combResults, combOutcomes, digitsLost, the envelopes.
     /// Success (1): input and units as before, changes of CheckInputData excepted; results in the model's units, and
-    /// loadVectors hold the displacements. A combination whose elements could not be formed has an empty result and its
-    /// reason in combOutcomes; the others stand, the run still returns 1.
+    /// loadVectors hold the displacements. A combination whose elements could not be formed, or, with
+    /// bContinueAfterFailure, that failed in any other way, has an empty result and its reason in combOutcomes; the others
+    /// stand, the run still returns 1. Where none could be solved the first failure leaves the run all the same.
     /// Refused (0): RepaireData has run, there are no results, units as before.
     /// @throws jxException  unstable structure, no memory, abort by the user, solver not to be had: internal units,
     ///                      bInSolution 1, no results; RestoreInputData brings input and units back
@@ -128,7 +129,7 @@ public:
     void ClearConcreteResult();                          ///< results of the concrete design; the envelopes stay
     void ClearSteelResult();                             ///< results of the steel design
     void ClearSolverData();                              ///< equations, id table and load vectors, with their memory
-    bool HasStaticSolution() const;                      ///< the first combination has displacements
+    bool HasStaticSolution() const;  ///< the first combination has displacements; with bContinueAfterFailure, any has
     bool EigenSolution() const;                          ///< there are modes
     bool ResponseSpectrumSolution() const;               ///< there are responses to spectra
     int GetSolver() const { return solverType; }         ///< a SolverType
@@ -396,7 +397,8 @@ public:
     bool IsSpringFailed(jxSpring& spring, int dof, jxResult6Val& displacement, bool bHaveResult);
     void SetNonlinearElementsFailed(int changed) { bElementStateChanged = changed; }  ///< 1: a further iteration
     /// Axial forces of the members, tension positive, from the end forces of comb.
-    /// @return  largest change over the largest force; 0, and no refresh, without axial forces
+    /// @return  largest change over the largest force; without axial forces 0 and no refresh, but with bConsistentMechanics
+    ///          the zeros are stored and 1 is returned where one was not zero before
     double GetBeamAverageAxialForce(int comb);
 
     // Recovery: each reads the displacements in loadVectors[comb] and replaces one vector of combResults[comb].

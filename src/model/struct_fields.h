@@ -36,7 +36,9 @@ inline constexpr auto kAnalysisSettings = RecordFields(
     Always("pDeltaTolerance", &CjxStruct::pDeltaTolerance, "% of the largest axial force"),
     Always("bAverageStresses", &CjxStruct::bAverageStresses, "0 none, 1 all elements at a node, 2 shells of equal axes", {.least = 0, .most = 2}),
     Always("bSignedShearAngle", &CjxStruct::bSignedShearAngle, "shear directions of shells by signed angles at the point itself", rule::kFlag),
-    Always("bConsistentMechanics", &CjxStruct::bConsistentMechanics, "loads of members released across are condensed, members that can slide heat without force, diaphragm links pass over rigid links", rule::kFlag),
+    Always("bConsistentMechanics", &CjxStruct::bConsistentMechanics, "loads of members released across are condensed, members that can slide heat without force, diaphragm links pass over rigid links, constraints hold in the units of the model, axial forces that vanish leave the stiffness", rule::kFlag),
+    Always("bReactivateOneWay", &CjxStruct::bReactivateOneWay, "one-way members and springs come back when they would act", rule::kFlag),
+    Always("bContinueAfterFailure", &CjxStruct::bContinueAfterFailure, "a combination that fails does not end the run; qvxfem run takes 1 where the file says nothing", rule::kFlag),
     Always("eigenTolerance", &CjxStruct::eigenTolerance, "of a frequency run"),
     Always("numberOfModes", &CjxStruct::numberOfModes, "of a frequency run"),
     Always("maxSubspaceIterations", &CjxStruct::maxSubspaceIterations, "of a frequency run"),
@@ -109,9 +111,7 @@ inline constexpr auto kUnlistedInput = RecordFields(
     InMemory("documentPath", &CjxStruct::documentPath, "file of the host's document"),
     InMemory("units", &CjxStruct::units, "units and number formats"),
     InMemory("bInSolution", &CjxStruct::bInSolution, "numbers are in internal units"),
-    InMemory("design", &CjxStruct::design, "settings of the design runs"),
-    InMemory("bReactivateOneWay", &CjxStruct::bReactivateOneWay, "one-way members and springs come back when they would act", rule::kFlag),
-    InMemory("bContinueAfterFailure", &CjxStruct::bContinueAfterFailure, "a combination that fails does not end the run", rule::kFlag));
+    InMemory("design", &CjxStruct::design, "settings of the design runs"));
 
 /// What a run or the construction makes anew: not copied with the input.
 inline constexpr auto kGenerated = RecordFields(

@@ -97,6 +97,16 @@ void ConvertDisplacements(std::vector<double128>& byEquation, const std::vector<
     }
 }
 
+// f1 u1 = f2 u2 between displacements in units of their own: with u = g u' the relation keeps when f2 becomes f2 g1 / g2 and
+// f1 stays. Displacements of one kind keep both factors to the last bit.
+void ConvertConstraints(std::vector<jxMultiDofConstraint>& constraints, ConversionFactors f)
+{
+    const auto factorOf = [&](int dof) { return f[dof <= kZ ? kTranslationalDisplacement : kRotationalDisplacement]; };
+    for (jxMultiDofConstraint& constraint : constraints)
+        if ((constraint.dof[0] <= kZ) != (constraint.dof[1] <= kZ))
+            constraint.factor[1] *= factorOf(constraint.dof[0]) / factorOf(constraint.dof[1]);
+}
+
 }  // namespace
 }  // namespace qvx
 
@@ -108,6 +118,8 @@ void CjxStruct::ConvertUnits(const jxUnit& from, const jxUnit& to)
     qvx::ForEachField(qvx::kConverted, [&](const auto& field) {
         qvx::WalkNumbers(this->*field.member, field.rule.measure, *this, conversion);
     });
+    if (bConsistentMechanics != 0)
+        qvx::ConvertConstraints(multiDofConstraints, f);
     for (std::vector<qvx::double128>& vector : loadVectors)
         qvx::ConvertDisplacements(vector, idTable, f);
 }

@@ -131,7 +131,7 @@ void CjxReport::run_report()
 
 void CjxReport::WriteAll()
 {
-    hasStaticResults = !model->combResults.empty() && !model->combResults.front().displacements.empty();
+    hasStaticResults = model->HasStaticSolution() ? 1 : 0;
     hasEigenResults = !model->eigenResults.empty();
     hasSpectrumResults = !model->spectrumResults.empty();
     WriteHead();

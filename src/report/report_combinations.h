@@ -24,7 +24,7 @@ inline const char* Reservation(const CjxStruct& model, std::size_t comb)
     const jxCombOutcome& outcome = model.combOutcomes[comb];
     if (outcome.bBuckled)
         return " - BUCKLED: a pivot was not positive; these values are no ordinary result";
-    return outcome.end == CombEnd::Limit ? " - NOT CONVERGED: these values prove nothing" : "";
+    return outcome.end == CombEnd::Limit || outcome.end == CombEnd::Unsettled ? " - NOT CONVERGED: these values prove nothing" : "";
 }
 
 /// Calls visit(index, result) for every combination that is listed, after its head.

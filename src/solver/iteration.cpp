@@ -22,6 +22,19 @@ double MeanAxialForce(const jxBmEndVMD& ends)
     return (ends.end.Fx - ends.start.Fx) * 0.5;
 }
 
+/// All axial forces become zero: a stiffness that kept those of a slack brace would hold what nothing holds.
+/// @return  1 when one was not zero, else 0
+double DropAxialForces(std::vector<jxBm>& beams)
+{
+    double change = 0;
+    for (jxBm& beam : beams) {
+        if (beam.axialForce != 0)
+            change = 1;
+        beam.axialForce = 0;
+    }
+    return change;
+}
+
 /// A spring of flag '1' lets go of positive displacements, one of flag '2' of negative ones.
 bool IsOnFreeSide(wchar_t flag, double displacement)
 {
@@ -54,6 +67,8 @@ bool CjxStruct::IsSpringFailed(jxSpring& spring, int dof, jxResult6Val& displace
 {
     if (spring.bFailed[dof] == 1)
         return true;
+    if (bReactivateOneWay != 0)
+        return false;  // states that may come back are changed between the solutions, not here
     const wchar_t flag = spring.flag[dof];
     if (!bHaveResult) {
         if (flag == L'1' || flag == L'2')
@@ -84,7 +99,7 @@ double CjxStruct::GetBeamAverageAxialForce(int comb)
     for (const jxBm& beam : beams)
         largest = std::max(largest, std::fabs(axialForce(beam)));
     if (largest == 0.0)
-        return 0.0;
+        return bConsistentMechanics != 0 ? DropAxialForces(beams) : 0.0;
 
     double change = 0;
     for (jxBm& beam : beams) {

@@ -66,6 +66,8 @@ void FindInOutcomes(CjxStruct& model)
             FindInCombination(model, FindingCode::NotConverged, comb,
                               L"not converged after " + std::to_wstring(outcome.iterations) +
                                   L" iterations: its values prove nothing");
+        else if (outcome.end == CombEnd::Unsettled && !outcome.text.empty())
+            FindInCombination(model, FindingCode::NotConverged, comb, outcome.text);
         if (outcome.bBuckled)
             FindInCombination(
                 model, FindingCode::Buckled, comb,

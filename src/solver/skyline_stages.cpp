@@ -66,6 +66,11 @@ bool SkylineStages::Factorize(bool bAllowNonPositivePivot)
     return outcome.isPositive;
 }
 
+bool SkylineStages::TryFactorize()
+{
+    return solver_->Factorize({.atColumn = TellColumns(model_, model_.numberOfEquations)}).isPositive;
+}
+
 void SkylineStages::AnnounceFactor(bool bPositive)
 {
     model_.list_msg0(L"FACTORIZATION", bPositive ? L"OK" : L"WARNING");

@@ -19,6 +19,7 @@ public:
     void Allocate(int nTerms) override;
     void AddBoundary(int comb) override;
     bool Factorize(bool bAllowNonPositivePivot) override;
+    bool TryFactorize() override;
     void AnnounceFactor(bool bPositive) override;
     bool NamesCombinationOfFault() const override { return false; }
     void CheckStability() override;

@@ -8,10 +8,10 @@
 #include <utility>
 #include <vector>
 
-#include "elements/combination_terms.h"
 #include "model/find_record.h"
 #include "model/findings.h"
 #include "solver/model_size.h"
+#include "solver/one_way_law.h"
 
 namespace qvx {
 
@@ -28,11 +28,6 @@ const jxResult6Val& DisplacementOf(const CjxStruct& model, const jxCombResult& r
 {
     assert(result.displacements.size() == model.nodes.size() && "a row per node, in the order of the nodes");
     return result.displacements[static_cast<std::size_t>(NodePosition(model.nodes, node)) - 1];
-}
-
-jxPoint TranslationOf(const jxResult6Val& u)
-{
-    return {u.value[kX], u.value[kY], u.value[kZ]};
 }
 
 double LargestOf(const std::vector<jxResult6Val>& displacements, int first, int last)
@@ -141,24 +136,6 @@ void FindCoarsePDelta(CombinationFindings& out)
     out.TellIfAny(std::move(finding));
 }
 
-// How far a one-way member would be strained, positive where it is stretched: motion of its ends along its axis less what
-// it expands by itself.
-double Elongation(const CjxStruct& m, const jxCombResult& result, const std::vector<CombinationTerm>& terms,
-                  const jxBm& beam)
-{
-    const jxPoint start = FindById(m.nodes, beam.node1).Point();
-    const jxPoint end = FindById(m.nodes, beam.node2).Point();
-    const double L = calc_distance(start, end);
-    const jxPoint x = (1 / L) * (end - start);
-    const jxPoint motion =
-        TranslationOf(DisplacementOf(m, result, beam.node2)) - TranslationOf(DisplacementOf(m, result, beam.node1));
-    const double strain =
-        ThermalStrain(terms, &jxCaseLoad::bmThermalLoads, beam.id, FindById(m.materials, beam.material).Tc);
-    return dot(motion, x) - strain * L;
-}
-
-constexpr double kActing = 1e-9;  // of the largest displacement: below it a gap counts as closed
-
 // What let go stays out for the rest of its combination. Forces that went over to others may have moved its ends so that
 // it would act again: the state then contradicts the law of the member.
 void FindFailedMembers(CombinationFindings& out)
@@ -166,8 +143,7 @@ void FindFailedMembers(CombinationFindings& out)
     CjxStruct& m = out.Model();
     std::vector<int>& failed = out.Outcome().failedMembers;
     failed.clear();
-    const double tolerance = kActing * LargestOf(out.Result().displacements, kX, kZ);
-    const std::vector<CombinationTerm> terms = TermsOf(m, out.Comb());
+    const OneWayLaw law(m, out.Comb());
     Finding off = out.Make(FindingCode::OneWayOff, L"one-way members are off");
     Finding acting = out.Make(FindingCode::OneWayWouldAct, L"one-way members are off and would act");
     for (const jxBm& beam : m.beams) {
@@ -175,58 +151,33 @@ void FindFailedMembers(CombinationFindings& out)
             continue;
         failed.push_back(beam.id);
         off.About(jxBm::name(), beam.id);
-        const double e = Elongation(m, out.Result(), terms, beam);
-        if (beam.nonlinear == kTensionOnly ? e > tolerance : e < -tolerance)
+        if (law.Closing(beam) > 1)
             acting.About(jxBm::name(), beam.id);
     }
     out.TellIfAny(std::move(off));
     out.TellIfAny(std::move(acting));
 }
 
-// Springs of one owner; nodesOf gives the nodes that a spring of it hangs on.
-template <class NodesOf>
-void FindFailedSprings(CombinationFindings& out, const std::vector<jxSpring>& springs, const wchar_t* owner,
-                       NodesOf nodesOf)
+void FindFailedSprings(CombinationFindings& out)
 {
     const CjxStruct& m = out.Model();
-    const double translation = kActing * LargestOf(out.Result().displacements, kX, kZ);
-    const double rotation = kActing * LargestOf(out.Result().displacements, kOX, kOZ);
-    Finding off = out.Make(FindingCode::OneWayOff, std::wstring(L"one-way springs are off"));
-    Finding acting = out.Make(FindingCode::OneWayWouldAct, std::wstring(L"one-way springs are off and would act"));
-    for (const jxSpring& spring : springs)
+    const OneWayLaw law(m, out.Comb());
+    std::vector<jxFailedSpring>& failed = out.Outcome().failedSprings;
+    failed.clear();
+    Finding off = out.Make(FindingCode::OneWayOff, L"one-way springs are off");
+    Finding acting = out.Make(FindingCode::OneWayWouldAct, L"one-way springs are off and would act");
+    ForEachSpring(m, [&](const jxSpring& spring, const wchar_t* owner, const std::vector<int>& nodes) {
         for (int dof = 0; dof < kDofCount; ++dof) {
             if (spring.bFailed[dof] == 0 || spring.k[dof] == 0)
                 continue;
-            out.Outcome().failedSprings.push_back({owner, spring.id, dof});
+            failed.push_back({owner, spring.id, dof});
             off.About(owner, spring.id);
-            const double tolerance = dof <= kZ ? translation : rotation;
-            // A spring of flag '1' gives way to positive displacements (IsOnFreeSide in iteration.cpp), so it acts on
-            // negative ones.
-            const double sign = spring.flag[dof] == L'1' ? -1 : 1;  // of the side on which it acts
-            const auto nodes = nodesOf(spring.id);
-            if (std::all_of(nodes.begin(), nodes.end(), [&](int node) {
-                    return sign * DisplacementOf(m, out.Result(), node).value[dof] > tolerance;
-                }))
+            if (law.Closing(spring, dof, nodes) > 1)
                 acting.About(owner, spring.id);
         }
+    });
     out.TellIfAny(std::move(off));
     out.TellIfAny(std::move(acting));
-}
-
-void FindOneWayStates(CombinationFindings& out)
-{
-    const CjxStruct& m = out.Model();
-    FindFailedMembers(out);
-    out.Outcome().failedSprings.clear();
-    FindFailedSprings(out, m.nodalSprings, jxNd::name(), [](int id) { return std::vector<int>{id}; });
-    FindFailedSprings(out, m.beamSprings, jxBm::name(), [&](int id) {
-        const jxBm& beam = FindById(m.beams, id);
-        return std::vector<int>{beam.node1, beam.node2};
-    });
-    FindFailedSprings(out, m.shell4Springs, L"shell", [&](int id) {
-        const jxShell4& shell = FindById(m.shell4s, id);
-        return std::vector<int>(std::begin(shell.node), std::end(shell.node));
-    });
 }
 
 }  // namespace
@@ -243,8 +194,10 @@ void FindInSolution(CjxStruct& model, int comb)
         FindCoarsePDelta(out);
     else
         FindLargeMotion(out);
-    if (model.bNonlinear != 0)
-        FindOneWayStates(out);
+    if (model.bNonlinear != 0) {
+        FindFailedMembers(out);
+        FindFailedSprings(out);
+    }
 }
 
 }  // namespace qvx

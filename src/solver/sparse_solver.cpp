@@ -123,20 +123,25 @@ std::unique_ptr<DirectSolver> MakeRunSolver(const RunContext& context)
     return solver;
 }
 
-void TellAndFactorize(const RunContext& context, EquationSolver& solver)
+void ThrowFactorizationFault(const RunContext& context, const FactorOutcome& outcome)
+{
+    ThrowIfAborted(context);
+    if (outcome.equation > 0)
+        TellBadPivot(context.model, outcome.equation);
+    throw jxException(context.model.get_pardiso_error(outcome.error));
+}
+
+void TellAndFactorize(const RunContext& context, EquationSolver& solver, Pivots pivots)
 {
     CjxStruct& model = context.model;
     model.list_msg(L"FACTORIZATION", L"...");
     model.status_msg(L"");
     WaitForProgressWindow(context);
 
-    const FactorOutcome outcome = solver.Factorize();
+    const FactorOutcome outcome = solver.Factorize({.pivots = pivots});
     ThrowIfAborted(context);
-    if (outcome.error != 0) {
-        if (outcome.equation > 0)
-            TellBadPivot(model, outcome.equation);
-        throw jxException(model.get_pardiso_error(outcome.error));
-    }
+    if (outcome.error != 0)
+        ThrowFactorizationFault(context, outcome);
 
     model.list_msg0(L"FACTORIZATION", L"OK");
     CString text;

@@ -6,8 +6,13 @@
 namespace qvx {
 
 /// A sparse factorization as the user is told of it: progress window, list lines, node and DOF of a bad pivot, memory.
+/// @param pivots        Positive of a stable structure, Counted of an indefinite matrix
 /// @throws jxException  with the text of the solver's error, or "SOLUTION ABORTED!"
-void TellAndFactorize(const RunContext& context, EquationSolver& solver);
+void TellAndFactorize(const RunContext& context, EquationSolver& solver, Pivots pivots = Pivots::Positive);
+
+/// Tells of a factorization that failed, or that the user has stopped.
+/// @throws jxException  as TellAndFactorize
+[[noreturn]] void ThrowFactorizationFault(const RunContext& context, const FactorOutcome& outcome);
 
 /// Nothing when the error of a substitution is 0.
 /// @throws jxException  "SOLUTION ABORTED!" when the user has stopped it, else with the error's number

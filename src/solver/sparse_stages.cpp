@@ -76,10 +76,27 @@ void SparseStages::AddBoundary(int comb)
     model_.CheckDiagonalStiffnessTermSparse(data_, a_, ia_);
 }
 
-bool SparseStages::Factorize(bool)
+/// Indefinite matrices are refused by default. A run that goes on after failures factorizes them as what they are, as
+/// the skylines do, so that an iteration may pass one.
+bool SparseStages::Factorize(bool bAllowNonPositivePivot)
 {
-    TellFaultsOnce([&] { TellAndFactorize(context_, *solver_); });
-    return true;
+    bool isPositive = true;
+    const bool isTolerant = bAllowNonPositivePivot && model_.bContinueAfterFailure != 0;
+    TellFaultsOnce([&] {
+        isPositive = !isTolerant || TryFactorize();
+        if (!isTolerant || !isPositive)
+            TellAndFactorize(context_, *solver_, isPositive ? Pivots::Positive : Pivots::Counted);
+    });
+    return isPositive;
+}
+
+bool SparseStages::TryFactorize()
+{
+    constexpr int kNotPositive = -4;
+    const FactorOutcome outcome = solver_->Factorize();
+    if (context_.IsAborted() || (outcome.error != 0 && outcome.error != kNotPositive))
+        ThrowFactorizationFault(context_, outcome);
+    return outcome.isPositive;
 }
 
 void SparseStages::AnnounceSolution()

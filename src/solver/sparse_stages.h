@@ -23,6 +23,7 @@ public:
     void Allocate(int nTerms) override;
     void AddBoundary(int comb) override;
     bool Factorize(bool bAllowNonPositivePivot) override;
+    bool TryFactorize() override;
     void AnnounceFactor(bool) override {}
     bool NamesCombinationOfFault() const override { return true; }
     void CheckStability() override {}

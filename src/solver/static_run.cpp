@@ -108,6 +108,7 @@ void StaticRun::PrepareCombinations()
     model_.combOutcomes.assign(n, {});
     keptLoads_.assign(n, {});
     hasNoLoad_.assign(n, false);
+    firstFailure_.clear();
     model_.digitsLost = 0;
     // Zero iterations would solve nothing; the setting counts passes, and one is the linear answer.
     if (model_.maxNonlinearIterations == 0)
@@ -132,6 +133,7 @@ void StaticRun::SolveAllParts()
     if (model_.linearCombCount != CombinationCount())
         SolveNonlinearPart();
     stages_->Release();
+    EndIfNothingIsSolved();
 }
 
 /// One stiffness and one factor for all combinations without geometric or one-way behaviour.
@@ -183,10 +185,10 @@ void StaticRun::SolveLinearCombinations()
         model_.list_msg(CombinationTitle(model_, comb), L"...");
         if (next < nSolved)
             TellLoad(comb);
-        else
-            FormLoad(comb);
+        else if (!FormLoadOrRecord(comb))
+            continue;
         stages_->AnnounceSolution();
-        if (next == nSolved)
+        if (next >= nSolved)
             nSolved = SolveFrom(combs, next);
         model_.list_msg0(kSolution, L"OK");
         FinishLinear(comb);
@@ -223,6 +225,21 @@ void StaticRun::OutputAndJudge(int comb)
     std::vector<double>& kept = keptLoads_[static_cast<std::size_t>(comb)];
     JudgeEquilibrium(model_, comb, kept, data_);
     kept = {};
+}
+
+/// @return  false when the load could not be formed and the run goes on without the combination
+bool StaticRun::FormLoadOrRecord(int comb)
+{
+    try {
+        FormLoad(comb);
+        return true;
+    } catch (const jxException& fault) {
+        if (context_.IsAborted() || model_.bContinueAfterFailure == 0)
+            throw;
+        ReportFault(model_, fault.GetText());
+        RecordFailure(comb, fault);
+        return false;
+    }
 }
 
 /// FormLoad without its words.

@@ -7,6 +7,7 @@
 #include "model/run_context.h"
 #include "model/solution_data.h"
 #include "solver/load_vector.h"
+#include "solver/one_way_states.h"
 #include "solver/system_stages.h"
 
 namespace qvx {
@@ -36,6 +37,7 @@ private:
     void SolveLinearCombinations();
     void StartLoad(int comb);
     void FormLoad(int comb);
+    bool FormLoadOrRecord(int comb);
     bool FormLoadAhead(int comb);
     void KeepLoad(int comb);
     void OutputAndJudge(int comb);
@@ -44,10 +46,19 @@ private:
     void FinishLinear(int comb);
 
     void SolveNonlinearPart();
+    void IterateOrRecord(int comb);
+    void RecordFailure(int comb, const jxException& fault);
+    void EndIfNothingIsSolved();
     /// @return  false when the stiffness could not be formed: the fault is reported and the combination has no results
     bool IterateCombination(int comb);
     bool FormStiffness(int comb);
     void FactorizeIteration(int comb);
+    void FormIterationLoad(int comb);
+    bool FactorizeStableStates(int comb, OneWayStates& states);
+    bool TryStates(int comb);
+    void SolveIteration(int comb);
+    bool IsIterationOver(int comb, int iteration, OneWayStates* states);
+    bool HasForeignAxialForces(int comb) const;
 
     std::vector<double128>& Load(int comb) { return model_.loadVectors[static_cast<std::size_t>(comb)]; }
     jxCombOutcome& Outcome(int comb) { return model_.combOutcomes[static_cast<std::size_t>(comb)]; }
@@ -60,6 +71,7 @@ private:
     jxSolutionData data_;
     std::unique_ptr<SystemStages> stages_;
     std::vector<std::vector<double>> keptLoads_;  ///< per combination until it is judged: what the answer overwrites
+    std::wstring firstFailure_;                   ///< that the run went on after; empty: none
     std::vector<bool> hasNoLoad_;  ///< per combination; told in its turn, when the load has become a displacement
 };
 

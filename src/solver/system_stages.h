@@ -41,6 +41,10 @@ public:
     /// @return  false when a pivot was zero or negative, or a motion free, and bAllowNonPositivePivot let it pass
     /// @throws  jxException of an unstable structure, node and DOF in the log
     virtual bool Factorize(bool bAllowNonPositivePivot) = 0;
+    /// Turns the stiffness into its factor on trial, without a word.
+    /// @return  false when a pivot is not positive or a motion free: the structure is unstable
+    /// @throws  jxException of any other fault, and when the user has stopped the run
+    virtual bool TryFactorize() = 0;
     /// Says that the factor stands, and whether every pivot of it, or of an earlier iteration, was positive.
     virtual void AnnounceFactor(bool bPositive) = 0;
     /// True when a fault of the factorisation is told with its combination.

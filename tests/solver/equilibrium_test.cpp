@@ -30,6 +30,7 @@ public:
     void Allocate(int nTerms) override { honest_->Allocate(nTerms); }
     void AddBoundary(int comb) override { honest_->AddBoundary(comb); }
     bool Factorize(bool bAllow) override { return honest_->Factorize(bAllow); }
+    bool TryFactorize() override { return honest_->TryFactorize(); }
     void AnnounceFactor(bool bPositive) override { honest_->AnnounceFactor(bPositive); }
     bool NamesCombinationOfFault() const override { return honest_->NamesCombinationOfFault(); }
     void CheckStability() override { honest_->CheckStability(); }

@@ -113,6 +113,8 @@ void CjxBmGroup::ProcessElemLoads(int comb)
     jxBmEx member;
     for (const jxBm& beam : model_->beams) {
         qvx::CollectMemberLoads(loads, *model_, terms, beam, qvx::SelfWeightEntry::WhereItActs);
+        if (model_->bReactivateOneWay != 0 && beam.failed != 0)
+            loads.thermal.clear();  // what is slack heats without force; by the law of its state it only changes length
         if (loads.IsEmpty())
             continue;
         GetBeamEx(member, beam, model_, 1);

@@ -63,8 +63,8 @@ qvx::Matrix3<Real> Cosines(const jxBmEx& member)
 /// is unknown: the member counts, and another pass is asked for.
 bool SwitchOff(CjxStruct& model, jxBm& beam, int comb)
 {
-    if (beam.nonlinear == kLinearMember)
-        return false;
+    if (beam.nonlinear == kLinearMember || (comb >= 0 && model.bReactivateOneWay != 0))
+        return false;  // states that may come back are changed between the solutions, not here
     // The axial force of the last pass is a judge only after there was one: the first pass has every one-way member in,
     // so that the structure is as stiff as it can be when the signs are found.
     const bool bFirstPass = comb < 0 || model.combResults[static_cast<std::size_t>(comb)].displacements.empty();

@@ -12,6 +12,7 @@ enum class CombEnd {
     Linear,     ///< one reduction with the factor shared by all linear combinations
     Converged,  ///< the iteration met its stop rules
     Limit,      ///< the iteration stopped at maxNonlinearIterations: its last result stands, unproven
+    Unsettled,  ///< the iteration came to no end that holds: states that repeat, or axial forces unlike the stiffness's
     NoLoad,     ///< nonlinear combination without load: one solution, no iteration
     Failed,     ///< no element stiffness; the results are empty
 };
