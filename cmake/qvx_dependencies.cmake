@@ -12,6 +12,16 @@ find_package(BLAS REQUIRED)
 # MUMPS ships no package file: its sequential build, without MPI.
 find_path(MUMPS_INCLUDE_DIR dmumps_c.h REQUIRED)
 find_library(MUMPS_LIBRARY dmumps_seq REQUIRED)
-add_library(MUMPS::sequential INTERFACE IMPORTED)
-set_target_properties(MUMPS::sequential PROPERTIES
-  INTERFACE_INCLUDE_DIRECTORIES ${MUMPS_INCLUDE_DIR} INTERFACE_LINK_LIBRARIES ${MUMPS_LIBRARY})
+
+# Both are loaded at run time, when a matrix is to be factorised by MUMPS: only their names are needed, and the headers.
+function(qvx_soname variable library)
+  execute_process(COMMAND ${CMAKE_READELF} -d ${library} OUTPUT_VARIABLE table ERROR_QUIET)
+  if(NOT table MATCHES "SONAME[^[]*\\[([^]]+)\\]")
+    message(FATAL_ERROR "${library} is no shared library")
+  endif()
+  set(${variable} ${CMAKE_MATCH_1} PARENT_SCOPE)
+endfunction()
+list(GET BLAS_LIBRARIES 0 blas_library)
+qvx_soname(QVXFEM_BLAS_SONAME ${blas_library})
+qvx_soname(QVXFEM_MUMPS_SONAME ${MUMPS_LIBRARY})
+

@@ -14,10 +14,13 @@ write_basic_package_version_file(${PROJECT_BINARY_DIR}/qvxFEMConfigVersion.cmake
 install(FILES ${PROJECT_BINARY_DIR}/qvxFEMConfig.cmake ${PROJECT_BINARY_DIR}/qvxFEMConfigVersion.cmake
         DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/qvxFEM)
 if(TARGET qvxfem_app)
-  # The program is linked anew on install: CMake would otherwise fill up the run path of the built one with a colon to
-  # the length of the installed one, and an empty element stands for the current folder.
-  set(CMAKE_NO_BUILTIN_CHRPATH ON)
-  set_target_properties(qvxfem_app PROPERTIES INSTALL_RPATH "$ORIGIN/../${CMAKE_INSTALL_LIBDIR}")
+  # The built program has the run path of the installed one, and a link stands where that leads to in the build. A run
+  # path of its own would end in a colon, which CMake adds to change it on install: an empty element is the current folder.
+  set_target_properties(qvxfem_app PROPERTIES INSTALL_RPATH "$ORIGIN/../${CMAKE_INSTALL_LIBDIR}"
+                        BUILD_WITH_INSTALL_RPATH ON)
+  get_filename_component(library_parent ${PROJECT_BINARY_DIR}/apps/${CMAKE_INSTALL_LIBDIR} DIRECTORY)
+  file(MAKE_DIRECTORY ${library_parent})
+  file(CREATE_LINK ${PROJECT_BINARY_DIR}/src ${PROJECT_BINARY_DIR}/apps/${CMAKE_INSTALL_LIBDIR} SYMBOLIC)
   install(TARGETS qvxfem_app RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
 endif()
 install(FILES ${PROJECT_SOURCE_DIR}/data/RcSections.ini DESTINATION ${CMAKE_INSTALL_DATADIR}/qvxfem)

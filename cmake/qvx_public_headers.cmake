@@ -26,6 +26,7 @@ set(QVXFEM_PUBLIC_HEADERS
   model/records/host_data.h
   model/records/load.h
   model/records/node.h
+  model/records/operation_result.h
   model/records/property.h
   model/records/record_order.h
   model/records/result.h

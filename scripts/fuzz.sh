@@ -1,14 +1,14 @@
 #!/usr/bin/env bash
 # fuzz.sh [RUNS] [TARGET...]: builds the libFuzzer targets (clang, address and undefined-behaviour sanitizers) and
 # gives each RUNS inputs (default 1000000), grown from tests/fuzz/corpus. Findings stay in build/fuzz/findings.
-# Targets: model_json sap2000
+# Targets: bar_tables model_json sap2000
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
 runs=${1:-1000000}
 shift || true
 targets=("$@")
-[ ${#targets[@]} -gt 0 ] || targets=(model_json sap2000)
+[ ${#targets[@]} -gt 0 ] || targets=(bar_tables model_json sap2000)
 
 options=()
 if command -v ccache >/dev/null; then options+=(-DCMAKE_CXX_COMPILER_LAUNCHER=ccache); fi

@@ -10,6 +10,7 @@
 #include "model_source.h"
 #include "output_paths.h"
 #include "settings.h"
+#include "streams.h"
 #include "tell_findings.h"
 #include "terminal.h"
 
@@ -41,15 +42,15 @@ int CheckModelFile(const CheckOptions& options)
     assert(model.bInteractive == 0 && "nothing is asked");
     if (options.isStrict && HasFinding(model, Severity::Warning))
         isAccepted = false;
-    if (options.isJson) {
+    const bool isTold = PrintOut("the list of findings", [&](std::FILE* out) {
         // Nothing else goes to the standard output then: it is one JSON object for a program to read.
-        fmt::print("{}", FindingListText(model, isAccepted));
-        return ExitCodeOf(model, isAccepted);
-    }
-    for (const std::string& line : FindingLines(model, Severity::Note))
-        fmt::print("{}\n", line);
-    fmt::print("{}: {}\n", isAccepted ? "accepted" : "refused", CountOfFindings(model));
-    return ExitCodeOf(model, isAccepted);
+        if (options.isJson)
+            return fmt::print(out, "{}", FindingListText(model, isAccepted));
+        for (const std::string& line : FindingLines(model, Severity::Note))
+            fmt::print(out, "{}\n", line);
+        fmt::print(out, "{}: {}\n", isAccepted ? "accepted" : "refused", CountOfFindings(model));
+    });
+    return isTold ? ExitCodeOf(model, isAccepted) : kBadUsage;
 }
 
 }  // namespace qvx::app

@@ -5,6 +5,7 @@
 
 #include <fmt/format.h>
 
+#include "model/find_record.h"
 #include "model/units.h"
 
 namespace qvx::app {
@@ -40,6 +41,19 @@ std::string Failures(std::size_t count)
     return count == 0 ? "" : FailuresOnly(count) + "; ";
 }
 
+/// Combination of the moment that a face of a beam is designed for; none where the envelope is interpolated.
+int CombinationOf(const CjxStruct& model, int member, double distance, bool isTop)
+{
+    constexpr int kM3 = 5;  // of the six values of an envelope station
+    const jxMaxBmVMD* envelope = FindOrNull(model.concreteEnvelope, member);
+    if (envelope == nullptr)
+        return -1;
+    for (const jxMaxVMD& station : envelope->vmd)
+        if (station.x == distance)
+            return isTop ? station.minComb[kM3] : station.maxComb[kM3];
+    return -1;
+}
+
 void PrintBeams(std::FILE* out, const CjxStruct& model)
 {
     std::size_t failed = 0;
@@ -58,13 +72,17 @@ void PrintBeams(std::FILE* out, const CjxStruct& model)
     }
     assert(worst == nullptr || beam != nullptr);
     // A member that fails has no steel to be listed; one that governs is told beside the number of those.
-    if (worst != nullptr)
-        Line(out, "concrete beams",
-             fmt::format("{}most steel {:.4g} {} at the {} of member {} at {:.4g}", Failures(failed), most,
-                         Unit(model, kReinforcementArea), worst->asTop >= worst->asBottom ? "top" : "bottom", beam->id,
-                         worst->distance));
-    else if (failed > 0)
-        Line(out, "concrete beams", FailuresOnly(failed));
+    if (worst == nullptr) {
+        if (failed > 0)
+            Line(out, "concrete beams", FailuresOnly(failed));
+        return;
+    }
+    const bool isTop = worst->asTop >= worst->asBottom;
+    const int comb = CombinationOf(model, beam->id, worst->distance, isTop);
+    Line(out, "concrete beams",
+         fmt::format("{}most steel {:.4g} {} at the {} of member {}{} at {:.4g}", Failures(failed), most,
+                     Unit(model, kReinforcementArea), isTop ? "top" : "bottom", beam->id,
+                     comb < 0 ? "" : ", " + Combination(model, comb) + ",", worst->distance));
 }
 
 void PrintColumns(std::FILE* out, const CjxStruct& model)
@@ -106,32 +124,44 @@ void PrintShear(std::FILE* out, const CjxStruct& model)
         Line(out, "concrete shear", failed > 0 ? FailuresOnly(failed) : "no stirrups needed");
 }
 
+/// Center or corner of a shell, as a part of the line.
+std::string PlaceOf(int point)
+{
+    return point == 0 ? " at its center, " : fmt::format(" at its corner {}, ", point);
+}
+
 void PrintPlates(std::FILE* out, const CjxStruct& model)
 {
     constexpr const char* kLayers[] = {"top x", "top y", "bottom x", "bottom y"};
     std::size_t failed = 0;
     int shell = 0;
     int layer = 0;
+    int point = 0;
     double most = -1;
     for (const jxPlateRcResult& result : model.concretePlates) {
         bool fails = false;
-        for (int point = 0; point < 5; ++point)
+        for (int p = 0; p < 5; ++p)
             for (int k = 0; k < 4; ++k) {
-                fails = fails || result.status[point][k] != 0;  // a layer has no other fault than its failure
-                if (result.as[point][k] > most) {
-                    most = result.as[point][k];
+                fails = fails || result.status[p][k] != 0;  // a layer has no other fault than its failure
+                if (result.as[p][k] > most) {
+                    most = result.as[p][k];
                     shell = result.id;
                     layer = k;
+                    point = p;
                 }
             }
         failed += fails;
     }
-    if (most >= 0)
-        Line(out, "concrete plates",
-             fmt::format("{}most steel {:.4g} {}/{} {} of shell {}", Failures(failed), most,
-                         Unit(model, kReinforcementArea), Unit(model, kDimension), kLayers[layer], shell));
-    else if (failed > 0)
-        Line(out, "concrete plates", FailuresOnly(failed));
+    if (most < 0) {
+        if (failed > 0)
+            Line(out, "concrete plates", FailuresOnly(failed));
+        return;
+    }
+    const jxWoodArmer* moments = FindOrNull(model.woodArmer, shell);
+    Line(out, "concrete plates",
+         fmt::format("{}most steel {:.4g} {}/{} {} of shell {}{}", Failures(failed), most,
+                     Unit(model, kReinforcementArea), Unit(model, kDimension), kLayers[layer], shell,
+                     moments == nullptr ? "" : PlaceOf(point) + Combination(model, moments->combs[point][layer])));
 }
 
 }  // namespace

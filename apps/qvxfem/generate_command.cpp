@@ -6,7 +6,9 @@
 #include "files/generate_model.h"
 #include "interrupt.h"
 #include "model_source.h"
+#include "platform/visible_text.h"
 #include "record_counts.h"
+#include "streams.h"
 #include "terminal.h"
 
 namespace qvx::app {
@@ -21,12 +23,14 @@ int GenerateModelFile(const GenerateOptions& options)
     CatchInterrupt();  // a signal waits until the file is whole
     SaveModel(options.output, model);
 
-    fmt::print("{}\n", options.output);
-    for (const std::string& line : RecordCounts(model))
-        fmt::print("  {}\n", line);
-    if (model.nodes.empty())
-        fmt::print("  nothing: the lists are empty or too short\n");
-    return kDone;
+    const bool isTold = PrintOut("the list of what was made", [&](std::FILE* out) {
+        fmt::print(out, "{}\n", VisibleText(std::string_view(options.output)));
+        for (const std::string& line : RecordCounts(model))
+            fmt::print(out, "  {}\n", line);
+        if (model.nodes.empty())
+            fmt::print(out, "  nothing: the lists are empty or too short\n");
+    });
+    return isTold ? kDone : kBadUsage;
 }
 
 }  // namespace qvx::app

@@ -6,6 +6,7 @@
 #include <fstream>
 #include <system_error>
 
+#include "bar_tables.h"
 #include "files/model_file.h"
 #include "model/findings.h"
 #include "platform/wide_path.h"
@@ -52,6 +53,7 @@ void LoadModel(const std::filesystem::path& path, CjxStruct& model)
     // By the ending and not by the content: a broken file of one kind must not be read as one of the other.
     const std::string ending = EndingOf(path);
     model.documentPath = CString(TextOf(path));
+    TakeBuiltInBars(model);
     if (ending == ".s2k")
         return ImportSap2000(path, model);
     if (ending != ".json")

@@ -44,4 +44,15 @@ void RequireDistinct(const fs::path& input, std::initializer_list<fs::path> outp
     }
 }
 
+void RequireFolderOf(const fs::path& file)
+{
+    if (file.empty())
+        return;
+    const fs::path folder = fs::absolute(file).parent_path();
+    if (!fs::is_directory(folder))
+        throw FileError(file.string(), "", "cannot be written: there is no folder " + folder.string());
+    if (fs::is_directory(file))
+        throw FileError(file.string(), "", "cannot be written: is a folder");
+}
+
 }  // namespace qvx::app

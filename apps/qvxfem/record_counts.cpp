@@ -1,15 +1,11 @@
 #include "record_counts.h"
 
-#include <algorithm>
-#include <cassert>
-
 #include <fmt/format.h>
+
+#include "files/id_ranges.h"
 
 namespace qvx::app {
 namespace {
-
-// A line stays readable on a terminal.
-constexpr int kMostRuns = 8;
 
 template <class Record>
 void AddCount(std::vector<std::string>& lines, const std::vector<Record>& records, const char* one, const char* many)
@@ -24,25 +20,6 @@ void AddCount(std::vector<std::string>& lines, const std::vector<Record>& record
 }
 
 }  // namespace
-
-std::string IdRanges(const std::vector<int>& ids)
-{
-    assert(std::is_sorted(ids.begin(), ids.end()));
-    std::string text;
-    int nRuns = 0;
-    for (auto first = ids.begin(); first != ids.end(); ++nRuns) {
-        // Ids that were made in one go are a run or two; a list of a thousand gaps helps nobody.
-        if (nRuns == kMostRuns)
-            return fmt::format("{}, ... to {}", text, ids.back());
-        auto last = first;
-        while (std::next(last) != ids.end() && *std::next(last) - *last <= 1)
-            ++last;
-        text += text.empty() ? "" : ", ";
-        text += *first == *last ? fmt::format("{}", *first) : fmt::format("{} to {}", *first, *last);
-        first = std::next(last);
-    }
-    return text;
-}
 
 std::vector<std::string> RecordCounts(const CjxStruct& model)
 {

@@ -16,7 +16,7 @@ namespace {
 
 constexpr std::string_view kEnding = ".htm";
 
-void SelectSections(const ReportRequest& request, jxReport& report)
+void SelectSections(const ReportRequest& request, CjxReport& report)
 {
     if (request.sections.empty())
         return;
@@ -50,7 +50,7 @@ public:
             std::fclose(pending_.Open());  // a folder that takes no file is told before the report is made
         const std::string path = pending_.Written().string();
         assert(path.ends_with(kEnding) && "the engine adds the ending itself");
-        model.documentPath = CString(FromUtf8(path.substr(0, path.size() - kEnding.size())));
+        model.documentPath = CString(TextOf(path.substr(0, path.size() - kEnding.size())));
     }
     ~ReportPlace() { model_.documentPath = documentPath_; }
     ReportPlace(const ReportPlace&) = delete;
@@ -99,7 +99,7 @@ void RequireReportable(const ReportRequest& request)
         return;
     if (!request.file.ends_with(kEnding) || request.file.size() == kEnding.size())
         throw FileError(request.file, "", "cannot be written: the name of a report ends in .htm");
-    jxReport any;
+    CjxReport any;
     SelectSections(request, any);
 }
 

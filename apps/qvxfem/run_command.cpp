@@ -18,34 +18,13 @@
 #include "run_window.h"
 #include "settings.h"
 #include "sparse/direct_solver.h"
+#include "streams.h"
 #include "summary.h"
 #include "tell_findings.h"
 #include "terminal.h"
 
 namespace qvx::app {
 namespace {
-
-void RefuseWhatIsNotThere(const RunOptions& options)
-{
-    for (const std::string& analysis : options.analyses) {
-        if (IsAnalysis(analysis))
-            continue;
-        const bool isKnown = analysis == "frequency" || analysis == "spectrum";
-        throw FileError("", "--analysis " + analysis, isKnown ? "not available in this version" : "no such analysis");
-    }
-}
-
-// Before a long run, not after it.
-void RequireFolderOf(const std::string& file)
-{
-    if (file.empty())
-        return;
-    const std::filesystem::path folder = std::filesystem::absolute(file).parent_path();
-    if (!std::filesystem::is_directory(folder))
-        throw FileError(file, "", "cannot be written: there is no folder " + folder.string());
-    if (std::filesystem::is_directory(file))
-        throw FileError(file, "", "cannot be written: is a folder");
-}
 
 void SelectSolver(const std::string& name, CjxStruct& model)
 {
@@ -62,7 +41,9 @@ int BackendOf(const std::string& name)
 {
     if (name == "pardiso" && !IsPardisoInstalled())
         throw FileError("", "--backend pardiso",
-                        "its runtime library is not installed on this machine; without this option MUMPS is taken");
+                        "its runtime library is not installed on this machine, or has not the memory that it needs; "
+                        "without this option "
+                        "MUMPS is taken");
     return name == "pardiso" ? 1 : name == "mumps" ? 2 : 0;
 }
 
@@ -149,7 +130,7 @@ int Solve(const RunOptions& options, CjxStruct& model, Progress& progress, const
     model.progressWindow = &factorization;
     int done = 0;
     try {
-        done = RunAnalyses(model, options.analyses);
+        done = RunAnalyses(AnalysesOf(options.analyses), model);
     } catch (const jxException& fault) {
         model.RestoreInputData();
         if (IsInterrupted())
@@ -177,12 +158,24 @@ int ExitCodeOf(const CjxStruct& model)
     return AreAllReliable(model) ? kDone : kNotReliable;
 }
 
+// A log that is not whole is told and takes nothing else with it.
+bool FinishLog(EngineLog& log, Progress& progress)
+{
+    try {
+        log.Finish();
+    } catch (const FileError& fault) {
+        progress.Say(std::string("qvxfem: ") + fault.what());
+        return false;
+    }
+    return true;
+}
+
 int Analyse(const RunOptions& options, CjxStruct& model, Progress& progress, const TerminalHost& host)
 {
     EngineLog log(model, options.log);
     const Stopwatch stopwatch;
     if (const int ended = Solve(options, model, progress, host); ended != kDone) {
-        log.Finish();
+        FinishLog(log, progress);
         return ended;
     }
     const double seconds = stopwatch.Seconds();
@@ -190,24 +183,30 @@ int Analyse(const RunOptions& options, CjxStruct& model, Progress& progress, con
         return Stopped(progress);
     if (!options.report.file.empty() && !WriteReport(options.report, model))
         return Stopped(progress);
-    log.Finish();
+    const bool isLogged = FinishLog(log, progress);
     if (options.isQuiet)
         SayFindings(progress, model, Severity::Warning, "");
-    else
-        PrintSummary(stdout, model,
-                     {.file = options.model,
-                      .results = options.results,
-                      .report = options.report.file,
-                      .log = options.log,
-                      .seconds = seconds});
-    return ExitCodeOf(model);
+    const bool isTold = options.isQuiet || PrintOut("the summary", [&](std::FILE* out) {
+                            PrintSummary(out, model,
+                                         {.file = options.model,
+                                          .results = options.results,
+                                          .report = options.report.file,
+                                          .log = options.log,
+                                          .seconds = seconds});
+                        });
+    return isLogged && isTold ? ExitCodeOf(model) : kBadUsage;
 }
 
 }  // namespace
 
+int SolveModel(const RunOptions& options, CjxStruct& model, Progress& progress, const TerminalHost& host)
+{
+    return Solve(options, model, progress, host);
+}
+
 int RunModel(const RunOptions& options)
 {
-    RefuseWhatIsNotThere(options);
+    AnalysesOf(options.analyses);  // refuses what there is not
     RequireReportable(options.report);
     RequireDistinct(options.model, {options.results, options.report.file, options.log});
     Progress progress(options.isVerbose ? Telling::Lines : options.isQuiet ? Telling::Nothing : Telling::Progress);
@@ -215,6 +214,7 @@ int RunModel(const RunOptions& options)
     CjxStruct model;
     LoadModel(options.model, model);
     ApplySettings(options.settings, model);
+    ApplySpectra(options.spectra, model);
     RequireFolderOf(options.results);
     RequireFolderOf(options.report.file);
     RequireFolderOf(options.log);

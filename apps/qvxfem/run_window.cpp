@@ -24,14 +24,21 @@ std::string TextOf(std::uintptr_t buffer)
 
 }  // namespace
 
+std::optional<ListLine> ListLineOf(UINT message, WPARAM wParam, LPARAM lParam)
+{
+    if (message != kListLine)
+        return std::nullopt;
+    ListLine line{.text = TextOf(wParam), .status = TextOf(static_cast<std::uintptr_t>(lParam))};
+    // The time of day is for a log; a line that is shown as it comes tells what happens now.
+    if (line.text.size() >= kTimeWidth && line.text.front() == '[')
+        line.text.erase(0, kTimeWidth);
+    return line;
+}
+
 int RunWindow::PostMessageW(UINT message, WPARAM wParam, LPARAM lParam)
 {
-    if (message == kListLine) {
-        std::string text = TextOf(wParam);
-        // The time of day is for a log; a line that is redrawn shows what happens now.
-        if (text.size() >= kTimeWidth && text.front() == '[')
-            text.erase(0, kTimeWidth);
-        progress_.ShowStep(text, TextOf(static_cast<std::uintptr_t>(lParam)));
+    if (const auto line = ListLineOf(message, wParam, lParam)) {
+        progress_.ShowStep(line->text, line->status);
     } else if (message == kStatusLine) {
         progress_.ShowStatus(TextOf(wParam));
     }

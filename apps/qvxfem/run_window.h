@@ -3,7 +3,20 @@
 #include "platform/cwnd.h"
 #include "terminal.h"
 
+#include <optional>
+#include <string>
+
 namespace qvx::app {
+
+/// A list line of the engine, without its time.
+struct ListLine
+{
+    std::string text;
+    std::string status;
+};
+
+/// The list line that a message to a solver window holds, if it does.
+std::optional<ListLine> ListLineOf(UINT message, WPARAM wParam, LPARAM lParam);
 
 /// The solver window of a run: shows on the progress line what the engine posts.
 class RunWindow : public CWnd

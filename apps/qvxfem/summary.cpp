@@ -9,6 +9,7 @@
 
 #include "design_summary.h"
 #include "extremes.h"
+#include "frequency_summary.h"
 #include "load_balance.h"
 #include "model/find_record.h"
 #include "model/setting_names.h"
@@ -95,7 +96,7 @@ std::string CourseOf(const jxCombOutcome& outcome)
     case CombEnd::NoLoad:
         return "no load, no iteration";
     case CombEnd::Failed:
-        return "FAILED: " + ToUtf8(outcome.text);
+        return "FAILED: " + ToUtf8(VisibleText(std::wstring_view(outcome.text)));
     }
     return {};
 }
@@ -172,7 +173,8 @@ void PrintSummary(std::FILE* out, const CjxStruct& model, const SummaryFacts& fa
     PrintHead(out, model, facts);
     // Before the numbers: whoever reads them must know first what to think of them.
     PrintList(out, "Findings", FindingLines(model, Severity::Note));
-    for (std::size_t comb = 0; comb < model.loadCombs.size(); ++comb)
+    PrintModes(out, model);
+    for (std::size_t comb = 0; comb < model.combOutcomes.size(); ++comb)
         PrintCombination(out, model, comb);
     PrintConcreteDesign(out, model);
     fmt::print(out, "\n");
@@ -181,11 +183,11 @@ void PrintSummary(std::FILE* out, const CjxStruct& model, const SummaryFacts& fa
     Row(out, "time, memory", "{:.3g} s, at most {:.0f} MB", facts.seconds,
         static_cast<double>(PeakMemory()) / (1 << 20));
     if (!facts.results.empty())
-        Row(out, "written", "{}", facts.results);
+        Row(out, "written", "{}", VisibleText(std::string_view(facts.results)));
     if (!facts.report.empty())
-        Row(out, "written", "{}", facts.report);
+        Row(out, "written", "{}", VisibleText(std::string_view(facts.report)));
     if (!facts.log.empty())
-        Row(out, "log", "{}", facts.log);
+        Row(out, "log", "{}", VisibleText(std::string_view(facts.log)));
 }
 
 }  // namespace qvx::app

@@ -3,11 +3,12 @@
 #include <algorithm>
 #include <iostream>
 
-#include <fmt/format.h>
 #include <unistd.h>
 
+#include "bar_tables.h"
 #include "interrupt.h"
 #include "platform/visible_text.h"
+#include "streams.h"
 
 namespace qvx::app {
 namespace {
@@ -62,7 +63,7 @@ void Progress::Say(const std::string& line)
     Clear();
     for (std::size_t first = 0; first <= line.size();) {  // the line breaks of a message are meant
         const std::size_t last = std::min(line.find('\n', first), line.size());
-        fmt::print(stderr, "{}\n", VisibleText(std::string_view(line).substr(first, last - first)));
+        PrintError(VisibleText(std::string_view(line).substr(first, last - first)));
         first = last + 1;
     }
 }
@@ -71,7 +72,7 @@ void Progress::Clear()
 {
     if (!isDrawn_)
         return;
-    fmt::print(stderr, "\r\x1b[K");
+    std::fputs("\r\x1b[K", stderr);
     std::fflush(stderr);
     isDrawn_ = false;
 }
@@ -87,7 +88,7 @@ void Progress::Draw(bool isDue)
     // One line of any terminal: a wrapped one could not be taken back.
     if (line.size() > kLineWidth)
         line.resize(kLineWidth);
-    fmt::print(stderr, "\r\x1b[K{}", line);
+    std::fputs(("\r\x1b[K" + line).c_str(), stderr);
     std::fflush(stderr);
     isDrawn_ = true;
 }
@@ -107,6 +108,8 @@ int TerminalHost::MessageBox(const std::wstring& text, unsigned flags)
 {
     // The engine asks with Yes and No only.
     const bool isQuestion = (flags & kMbYesNo) != 0;
+    if (!isQuestion && IsAboutMissingBarFile(text))
+        return kIdOk;
     // A model is constructed more than once in a run and would tell the same about a missing file each time.
     const bool isRepeated = !isQuestion && text == lastText_;
     lastText_ = text;
@@ -128,7 +131,7 @@ int TerminalHost::Ask(const std::string& question)
 {
     for (;;) {
         progress_.Clear();
-        fmt::print(stderr, "{} [y/n] ", question);
+        std::fputs((VisibleText(std::string_view(question)) + " [y/n] ").c_str(), stderr);
         std::fflush(stderr);
         std::string answer;
         if (!std::getline(std::cin, answer))

@@ -5,7 +5,7 @@
 #include <cmath>
 
 #include "design/moment_factor.h"
-#include "rc/column_slenderness.h"
+#include "rc/concrete_code.h"
 
 namespace qvx {
 
@@ -18,32 +18,20 @@ double AverageAxialForce(const std::vector<jxVMD>& curve)
     return (curve.front().Fx + curve.back().Fx) * 0.5;
 }
 
-/// Demands of one column; tension positive until a load is formed.
-class ColumnLoads
+}  // namespace
+
+ColumnLoads::ColumnLoads(const CjxStruct& model, const ConcreteMember& member, const jxColRcCrit& criterion)
+    : model_(model), member_(member), criterion_(criterion)
 {
-public:
-    ColumnLoads(const CjxStruct& model, const ConcreteMember& member, const jxColRcCrit& criterion)
-        : model_(model), member_(member), criterion_(criterion)
-    {
-        const std::vector<jxVMD>* sustained = CurveOf(model, model.design.sustainedLoadComb, member.beam.id);
-        Psus_ = sustained == nullptr ? 0 : AverageAxialForce(*sustained);
-    }
+    const std::vector<jxVMD>* sustained = CurveOf(model, model.design.sustainedLoadComb, member.beam.id);
+    Psus_ = sustained == nullptr ? 0 : AverageAxialForce(*sustained);
+}
 
-    ColumnDemand Under(int comb, const std::vector<jxVMD>& curve) const;
-
-private:
-    // Cm of ACI 318-19, 6.6.4.5.3: of the end moments where no load acts between the ends, else 1.
-    void SetMomentFactors(ColumnDemand& demand, const std::vector<jxVMD>& curve) const;
-    void SetMagnifiers(ColumnDemand& demand, double Pu) const;
-    double Magnifier(const ColumnPlane& plane, double betaD, double Pu) const;
-    ColumnDemand::Station StationOf(const jxVMD& v, const ColumnDemand& demand) const;
-    ColumnDemand::Station UnstableStation(const jxVMD& first, double Pu) const;
-
-    const CjxStruct& model_;
-    const ConcreteMember& member_;
-    const jxColRcCrit& criterion_;
-    double Psus_ = 0;
-};
+void ColumnLoads::Listen(DesignTrace* trace, double distance)
+{
+    trace_ = trace;
+    told_ = distance;
+}
 
 void ColumnLoads::SetMomentFactors(ColumnDemand& demand, const std::vector<jxVMD>& curve) const
 {
@@ -52,15 +40,29 @@ void ColumnLoads::SetMomentFactors(ColumnDemand& demand, const std::vector<jxVMD
     int transverse[2] = {};
     model_.CheckTransverseLoad(transverse, member_.beam, demand.comb);
     const EndMoments ends = CleanedEndMoments(curve, member_.L);
-    demand.Cm3 = model_.CalcCm(ends.M3[0], ends.M3[1], transverse[0]);
-    demand.Cm2 = model_.CalcCm(ends.M2[0], ends.M2[1], transverse[1]);
+    demand.Cm3 = MomentFactor("Cm, axis 3", ends.M3, transverse[0]);
+    demand.Cm2 = MomentFactor("Cm, axis 2", ends.M2, transverse[1]);
 }
 
-double ColumnLoads::Magnifier(const ColumnPlane& plane, double betaD, double Pu) const
+double ColumnLoads::MomentFactor(const char* name, const double (&ends)[2], int isLoadedAcross) const
 {
-    // 6.6.4.5.2: Cm / (1 - Pu / (0.75 Pc)), at least 1; the edition says how the critical load is reduced.
     const int code = model_.design.concreteCode;
-    return MomentMagnifier(plane.Cm, std::fabs(Pu), ReducedCriticalLoad(plane, betaD, code), code);
+    Noted(trace_, {"M at the start [kip-ft]", ends[0], "", ""});
+    Noted(trace_, {"M at the end [kip-ft]", ends[1], "", ""});
+    return Noted(trace_,
+                 {name, model_.CalcCm(ends[0], ends[1], isLoadedAcross), ClauseOf(code, "6.6.4.5.3", "10.10.6.4"),
+                  isLoadedAcross != 0 ? "1: a load acts across the column" : "0.6 + 0.4 M1/M2 >= 0.4"});
+}
+
+double ColumnLoads::Magnifier(int axis, const ColumnPlane& plane, double betaD, double Pu) const
+{
+    const int code = model_.design.concreteCode;
+    Noted(trace_, {"bending axis", static_cast<double>(axis), "", ""});
+    Noted(trace_, {"I [in^4]", plane.I, "", "gross section"});
+    Noted(trace_, {"K lu [in]", plane.K * plane.lu, ClauseOf(code, "6.6.4.4.3", "10.10.6.3"), "K times lu"});
+    // 6.6.4.5.2: Cm / (1 - Pu / (0.75 Pc)), at least 1; the edition says how the critical load is reduced.
+    const double critical = ReducedCriticalLoad(plane, betaD, code, trace_);
+    return MomentMagnifier(plane.Cm, std::fabs(Pu), critical, code, trace_);
 }
 
 void ColumnLoads::SetMagnifiers(ColumnDemand& demand, double Pu) const
@@ -75,8 +77,8 @@ void ColumnLoads::SetMagnifiers(ColumnDemand& demand, double Pu) const
         .E = E, .I = member_.section.Iz, .K = criterion_.K3, .lu = unbraced(criterion_.lu3), .Cm = demand.Cm3};
     const ColumnPlane plane2{
         .E = E, .I = member_.section.Iy, .K = criterion_.K2, .lu = unbraced(criterion_.lu2), .Cm = demand.Cm2};
-    demand.delta3 = Magnifier(plane3, demand.betaD, Pu);
-    demand.delta2 = Magnifier(plane2, demand.betaD, Pu);
+    demand.delta3 = Magnifier(3, plane3, demand.betaD, Pu);
+    demand.delta2 = Magnifier(2, plane2, demand.betaD, Pu);
     // A negative magnifier means that the load is beyond 0.75 Pc: no section of these dimensions carries it, as the
     // stiffness is that of the gross section.
     demand.isUnstable = demand.delta3 < 0 || demand.delta2 < 0;
@@ -91,18 +93,21 @@ void ColumnLoads::SetMagnifiers(ColumnDemand& demand, double Pu) const
 
 ColumnDemand::Station ColumnLoads::StationOf(const jxVMD& v, const ColumnDemand& demand) const
 {
+    DesignTrace* trace = v.x == told_ ? trace_ : nullptr;
     ColumnDemand::Station station{.distance = v.x, .P = -v.Fx, .M3 = v.Mz, .M2 = v.My, .load = {}};
     const auto raised = [&](double M, double dimension) {
         assert(dimension > 0 && "a side of the column");
         // About each axis by itself, as if the axial force stood off the middle in one direction at a time (6.6.4.5.4).
-        const double least = MinimumMoment(station.P, dimension, model_.design.concreteCode);
+        const double least = MinimumMoment(station.P, dimension, model_.design.concreteCode, trace);
         return std::fabs(M) < least ? least : M;
     };
     if (station.P >= 0 && model_.design.bMinimumEccentricity != 0) {
         station.M3 = raised(station.M3, member_.section.dim[1]);
         station.M2 = raised(station.M2, member_.section.dim[0]);
     }
-    station.load = {.P = station.P, .M3 = demand.delta3 * station.M3, .M2 = demand.delta2 * station.M2};
+    station.load = {.P = Noted(trace, {"Pu [kip]", station.P, "", "compression positive"}),
+                    .M3 = Noted(trace, {"Mc3 [kip-ft]", demand.delta3 * station.M3, "", "delta3 M3"}),
+                    .M2 = Noted(trace, {"Mc2 [kip-ft]", demand.delta2 * station.M2, "", "delta2 M2"})};
     return station;
 }
 
@@ -119,7 +124,9 @@ ColumnDemand ColumnLoads::Under(int comb, const std::vector<jxVMD>& curve) const
     const double susLoadFactor = model_.loadCombs[static_cast<std::size_t>(comb)].susLoadFactor;
     ColumnDemand demand;
     demand.comb = comb;
-    demand.betaD = SustainedRatio(Psus_, susLoadFactor, Pu, model_.design.concreteCode);
+    Noted(trace_, {"Pu, mean of both ends [kip]", -Pu, "", "compression positive"});
+    Noted(trace_, {"Psus, mean of both ends [kip]", -Psus_, "", "of the sustained combination"});
+    demand.betaD = SustainedRatio(Psus_, susLoadFactor, Pu, model_.design.concreteCode, trace_);
     SetMomentFactors(demand, curve);
     SetMagnifiers(demand, Pu);
     if (demand.isUnstable) {
@@ -133,8 +140,6 @@ ColumnDemand ColumnLoads::Under(int comb, const std::vector<jxVMD>& curve) const
             demand.stations.push_back(StationOf(curve[i], demand));
     return demand;
 }
-
-}  // namespace
 
 std::vector<ColumnDemand> ColumnDemands(const CjxStruct& model, const ConcreteMember& member,
                                         const jxColRcCrit& criterion)

@@ -3,7 +3,9 @@
 #include <vector>
 
 #include "design/concrete_member.h"
+#include "rc/column_slenderness.h"
 #include "rc/interaction_surface.h"
+#include "tools/design_trace.h"
 
 namespace qvx {
 
@@ -30,8 +32,37 @@ struct ColumnDemand
     std::vector<Station> stations;  ///< of an unstable column the first one alone, with the average axial force
 };
 
+/// What combinations ask of one column.
+class ColumnLoads
+{
+public:
+    ColumnLoads(const CjxStruct& model, const ConcreteMember& member, const jxColRcCrit& criterion);
+
+    /// Listener of the slenderness and of the loads of the station at `distance`, of the combinations to come; null for
+    /// none.
+    void Listen(DesignTrace* trace, double distance);
+    /// @param curve  of the combination, not empty
+    ColumnDemand Under(int comb, const std::vector<jxVMD>& curve) const;
+
+private:
+    void SetMomentFactors(ColumnDemand& demand, const std::vector<jxVMD>& curve) const;
+    double MomentFactor(const char* name, const double (&ends)[2], int isLoadedAcross) const;
+    void SetMagnifiers(ColumnDemand& demand, double Pu) const;
+    double Magnifier(int axis, const ColumnPlane& plane, double betaD, double Pu) const;
+    ColumnDemand::Station StationOf(const jxVMD& v, const ColumnDemand& demand) const;
+    ColumnDemand::Station UnstableStation(const jxVMD& first, double Pu) const;
+
+    const CjxStruct& model_;
+    const ConcreteMember& member_;
+    const jxColRcCrit& criterion_;
+    double Psus_ = 0;
+    DesignTrace* trace_ = nullptr;
+    double told_ = 0;  ///< distance of the station that the listener hears of
+};
+
 /// Slenderness and loads of one column under all concrete combinations, in their order. Combinations without a curve are
 /// passed over.
+/// Formed once for a column and not for each candidate: slenderness is that of the gross section, which all share.
 std::vector<ColumnDemand> ColumnDemands(const CjxStruct& model, const ConcreteMember& member,
                                         const jxColRcCrit& criterion);
 

@@ -3,8 +3,11 @@
 #include <algorithm>
 #include <cassert>
 #include <cmath>
+#include <cwchar>
 #include <tuple>
 
+#include "design/designed_members.h"
+#include "design/rule_difference.h"
 #include "model/find_record.h"
 #include "model/records/text_fields.h"
 #include "rc/column_candidates.h"
@@ -90,14 +93,6 @@ std::vector<jxConcreteSection> ColumnSectionsOf(const CjxStruct& model, const jx
                             criterion, CurrentBars(model));
 }
 
-bool IsConcreteColumn(const CjxStruct& model, const jxBm& beam)
-{
-    if (beam.bConcreteSkip != 0 || beam.designType == L'B' || !(FindById(model.materials, beam.material).fc > 0))
-        return false;
-    const RegularSection shape = RegularSectionOf(FindById(model.sections, beam.section).label);
-    return shape == kRegularRect || shape == kRegularRound;
-}
-
 ColumnSearch::ColumnSearch(const CjxStruct& model) : model_(model)
 {
     assert(model.interactionSurfaces.size() <= model.concreteSections.size() && "a section for every surface");
@@ -106,12 +101,12 @@ ColumnSearch::ColumnSearch(const CjxStruct& model) : model_(model)
         // candidates.
         byName_[model.interactionSurfaces[i].name] = {&model.concreteSections[i], &model.interactionSurfaces[i]};
     for (const jxBm& beam : model.beams)
-        if (IsConcreteColumn(model, beam) && beam.excluded == 0 && !candidates_.contains(KeyOf(beam)))
-            candidates_[KeyOf(beam)] = CandidatesOf(beam);
+        if (WhyNoColumnDesign(model, beam) == nullptr && beam.excluded == 0 && !candidates_.contains(KeyOf(beam)))
+            candidates_[KeyOf(beam)] = SortedByName(beam);
 }
 
 /// A candidate without a surface is passed over. The order of names is by number of bars, then by the text of the size.
-std::vector<ColumnCandidate> ColumnSearch::CandidatesOf(const jxBm& beam) const
+std::vector<ColumnCandidate> ColumnSearch::SortedByName(const jxBm& beam) const
 {
     std::map<std::wstring, ColumnCandidate> sorted;
     for (const jxConcreteSection& section :
@@ -125,14 +120,20 @@ std::vector<ColumnCandidate> ColumnSearch::CandidatesOf(const jxBm& beam) const
     candidates.reserve(sorted.size());
     for (const auto& [name, candidate] : sorted)
         candidates.push_back(candidate);
-    if (model_.design.bConsistentDesign != 0)
+    return candidates;
+}
+
+std::vector<ColumnCandidate> ColumnSearch::CandidatesOf(const jxBm& beam, DesignRules rules) const
+{
+    std::vector<ColumnCandidate> candidates = candidates_.at(KeyOf(beam));
+    if (rules == DesignRules::Consistent)
         std::sort(candidates.begin(), candidates.end(), IsLighter);
     return candidates;
 }
 
-std::optional<ColumnSearch::Choice> ColumnSearch::Of(const jxBm& beam) const
+std::optional<ColumnSearch::Choice> ColumnSearch::Of(const jxBm& beam, DesignRules rules) const
 {
-    if (!IsConcreteColumn(model_, beam))
+    if (WhyNoColumnDesign(model_, beam) != nullptr)
         return std::nullopt;
     const jxColRcCrit& criterion = FindById(model_.columnRcCriteria, beam.rcCriterion);
     Choice choice;
@@ -140,7 +141,7 @@ std::optional<ColumnSearch::Choice> ColumnSearch::Of(const jxBm& beam) const
     if (beam.excluded != 0)
         return choice;
     const ConcreteMember member = ConcreteMemberOf(model_, beam);
-    const std::vector<ColumnCandidate>& candidates = candidates_.at(KeyOf(beam));
+    const std::vector<ColumnCandidate> candidates = CandidatesOf(beam, rules);
     choice.hasNoCandidates = candidates.empty();
     const std::vector<ColumnDemand> demands = ColumnDemands(model_, member, criterion);
     for (const ColumnCandidate& candidate : candidates)
@@ -148,6 +149,23 @@ std::optional<ColumnSearch::Choice> ColumnSearch::Of(const jxBm& beam) const
         if (Check(choice.result, candidate, demands) != Outcome::Fails)
             break;
     return choice;
+}
+
+std::optional<ColumnSearch::Choice> ColumnSearch::Compared(const jxBm& beam) const
+{
+    std::optional<Choice> usual = Of(beam, DesignRules::Usual);
+    if (!usual || usual->result.comb < 0)
+        return usual;
+    const jxColRcResult consistent = Of(beam, DesignRules::Consistent)->result;
+    if (std::wcscmp(usual->result.section, consistent.section) == 0)
+        return usual;
+    const auto steel = [&](const jxColRcResult& result) { return byName_.at(result.section).section->steelArea; };
+    const CString sections = usual->result.section + CString(L"; bConsistentDesign 1 takes ") + consistent.section;
+    RuleDifference difference;
+    difference.Compare(L"steel", L"in^2", sections.Text(), steel(usual->result), steel(consistent));
+    difference.Compare(L"ratio", L"", sections.Text(), usual->result.ratio, consistent.ratio);
+    usual->difference = difference.Text();
+    return usual;
 }
 
 }  // namespace qvx

@@ -1,28 +1,18 @@
+#include "design/column_shear.h"
+
 #include <algorithm>
 #include <cassert>
 #include <cmath>
-#include <cwchar>
 #include <limits>
 
 #include "design/concrete_shear.h"
 #include "elements/member/member_curve_value.h"
-#include "model/find_record.h"
 
 namespace qvx {
 
 namespace {
 
 constexpr double kPi = 3.141592654;  // of all section dimensions of columns
-
-/// Curve of a column under one combination, with its largest magnitudes.
-struct ShearCurve
-{
-    int comb = -1;
-    const std::vector<jxVMD>* stations = nullptr;
-    double largestV2 = 0;
-    double largestV3 = 0;
-    double largestAxial = 0;
-};
 
 std::vector<ShearCurve> CurvesOf(const CjxStruct& model, int member)
 {
@@ -42,22 +32,9 @@ std::vector<ShearCurve> CurvesOf(const CjxStruct& model, int member)
     return curves;
 }
 
-/// Section that was chosen for a column; null when none was.
-const jxConcreteSection* ChosenSection(const CjxStruct& model, int member)
-{
-    const jxColRcResult* column = FindOrNull(model.concreteColumns, member);
-    if (column == nullptr)
-        return nullptr;
-    const auto found =
-        std::find_if(model.concreteSections.begin(), model.concreteSections.end(),
-                     [&](const jxConcreteSection& s) { return std::wcscmp(s.name, column->section) == 0; });
-    return found == model.concreteSections.end() ? nullptr : &*found;
-}
-
 /// Tension steel of a column for its shear strength [in^2]: the bars of the shorter side, a third of those in a circle.
-double TensionSteel(const CjxStruct& model, int member)
+double TensionSteel(const jxConcreteSection* section)
 {
-    const jxConcreteSection* section = ChosenSection(model, member);
     if (section == nullptr)
         return 0;
     if (section->type == jxConcreteSection::kRound)
@@ -66,58 +43,41 @@ double TensionSteel(const CjxStruct& model, int member)
     return std::min(section->nx, section->ny) * section->barArea;
 }
 
-class ColumnShear
+}  // namespace
+
+ColumnShear::ColumnShear(const CjxStruct& model, const ConcreteMember& member, const jxColRcCrit& criterion,
+                         const jxConcreteSection* chosen, DesignRules rules, DesignTrace* trace)
+    : model_(model), member_(member), isConsistent_(rules == DesignRules::Consistent),
+      concrete_(ConcreteCalculator<CConcrete>(model, member.material)), shear_(concrete_),
+      curves_(CurvesOf(model, member.beam.id)), As_(TensionSteel(chosen))
 {
-public:
-    ColumnShear(const CjxStruct& model, const ConcreteMember& member, const jxColRcCrit& criterion);
+    concrete_.SetTrace(trace);
+    SetTies(criterion);
+}
 
-    jxRcShearStation At(double x);
-    int Status() const { return shear_.status; }
-
-private:
-    struct Ties
-    {
-        double spacing = 0;
-        double reqAv = 0;
-        double V = 0;
-    };
-
-    void SetDirection(bool isV3);
-    Ties TiesFor(double V, double N, bool isV3);
-    Ties TiesUnder(const ShearCurve& curve, const jxVMD& v, double& N);
-    static bool Governs(const Ties& a, const Ties& b);
-
-    const CjxStruct& model_;
-    const ConcreteMember& member_;
-    CConcrete concrete_;
-    CRcShear shear_;
-    std::vector<ShearCurve> curves_;
-    double cover_;  ///< from the face to the centre of the start bar [in]
-    double largestSpacing_;
-    double As_;
-};
-
-ColumnShear::ColumnShear(const CjxStruct& model, const ConcreteMember& member, const jxColRcCrit& criterion)
-    : model_(model), member_(member), concrete_(ConcreteCalculator<CConcrete>(model, member.material)),
-      shear_(concrete_), curves_(CurvesOf(model, member.beam.id)), As_(TensionSteel(model, member.beam.id))
+void ColumnShear::SetTies(const jxColRcCrit& criterion)
 {
-    const std::vector<jxBar>& bars = CurrentBars(model).bars;
+    const std::vector<jxBar>& bars = CurrentBars(model_).bars;
     const jxBar& tie = bars.at(static_cast<std::size_t>(criterion.stirrupBar));
     const jxBar& bar = bars.at(static_cast<std::size_t>(criterion.startBar));
-    const double b = member.Width();
-    const double h = member.Depth();
-    const bool isRound = member.shape == kRegularRound;
-    // From the concrete face to the middle of the bars, by the largest spacing of which the smallest bar of the
-    // criterion stands for all.
+    const jxMat& material = member_.material;
+    const double b = member_.Width();
+    const double h = member_.Depth();
+    const bool isRound = member_.shape == kRegularRound;
+    // From the concrete face to the middle of the bars; the smallest bar of the criterion stands for all.
     cover_ = criterion.cover + tie.diameter + 0.5 * bar.diameter;
-    shear_.SetStirrup(criterion.stirrupLegs, criterion.stirrupBar, member.material.fys);
-    shear_.SetIgnoreCompression(model.design.bIgnoreColumnCompression);
+    shear_.SetStirrup(criterion.stirrupLegs, criterion.stirrupBar, material.fys);
+    shear_.SetIgnoreCompression(model_.design.bIgnoreColumnCompression);
     shear_.SetAgross(isRound ? kPi * (0.5 * h) * (0.5 * h) : b * h);
-    largestSpacing_ = CRcShear::GetColumnMinimumTieSpacing(b, h, bar.diameter, tie.diameter);
+    largestSpacing_ =
+        concrete_.Note("s,tie [in]", CRcShear::GetColumnMinimumTieSpacing(b, h, bar.diameter, tie.diameter), "25.7.2.1",
+                       "7.10.5.2", "min(16 db, 48 dt, b, h)");
     if (isRound && criterion.bSpiral != 0)
-        largestSpacing_ =
-            std::min(largestSpacing_, CRcShear::GetSprialSpacing(tie.diameter, h, criterion.cover, member.material.fc,
-                                                                 member.material.fys));
+        largestSpacing_ = std::min(
+            largestSpacing_,
+            concrete_.Note("s,spiral [in]",
+                           CRcShear::GetSprialSpacing(tie.diameter, h, criterion.cover, material.fc, material.fys),
+                           "25.7.3", "10.9.3", "4 A/(Dc rho), rho = 0.45 ((D/Dc)^2 - 1) f'c/fyt; at most 3 in + dt"));
 }
 
 /// Width and depth for a shear along local y, or along local z, where they change places.
@@ -134,6 +94,7 @@ void ColumnShear::SetDirection(bool isV3)
 ColumnShear::Ties ColumnShear::TiesFor(double V, double N, bool isV3)
 {
     Ties ties{.V = std::fabs(V)};
+    concrete_.Note("shear along local axis", isV3 ? 3 : 2, "", "", "2: y, over the depth; 3: z, over the width");
     SetDirection(isV3);
     shear_.SetForces(ties.V, N);
     ties.spacing = shear_.CalcStirrupSpacing(ties.reqAv, member_.material.Wc, model_.design.shearOption, 1, As_);
@@ -151,7 +112,7 @@ bool ColumnShear::Governs(const Ties& a, const Ties& b)
 
 ColumnShear::Ties ColumnShear::TiesUnder(const ShearCurve& curve, const jxVMD& v, double& N)
 {
-    if (model_.design.bConsistentDesign == 0) {
+    if (!isConsistent_) {
         N = 0 - v.Fx;
         return TiesFor(v.Fy, N, false);
     }
@@ -163,42 +124,42 @@ ColumnShear::Ties ColumnShear::TiesUnder(const ShearCurve& curve, const jxVMD& v
     return Governs(along3, along2) ? along3 : along2;
 }
 
+jxRcShearStation ColumnShear::StationUnder(const ShearCurve& curve, double x)
+{
+    jxRcShearStation station;
+    const Ties ties = TiesUnder(curve, CurveValueAt(*curve.stations, x), station.N);
+    station.distance = x;
+    station.spacing = ties.spacing == 0 ? largestSpacing_ : std::min(ties.spacing, largestSpacing_);
+    station.reqAv = ties.reqAv;
+    station.V = ties.V;
+    station.comb = curve.comb;
+    return station;
+}
+
 jxRcShearStation ColumnShear::At(double x)
 {
     jxRcShearStation best;
     best.distance = x;
     double smallest = std::numeric_limits<double>::infinity();
     for (const ShearCurve& curve : curves_) {
-        double N = 0;
-        const Ties ties = TiesUnder(curve, CurveValueAt(*curve.stations, x), N);
-        const double spacing = ties.spacing == 0 ? largestSpacing_ : std::min(ties.spacing, largestSpacing_);
+        const jxRcShearStation station = StationUnder(curve, x);
         // -1 is a section that no tie makes strong enough: it beats every spacing and ends the search.
-        if (!(spacing < 0) && !(spacing < smallest))
+        if (!(station.spacing < 0) && !(station.spacing < smallest))
             continue;
-        smallest = spacing;
-        best.spacing = spacing;
-        best.reqAv = ties.reqAv;
-        best.V = ties.V;
-        best.N = N;
-        best.comb = curve.comb;
-        if (spacing < 0)
+        smallest = station.spacing;
+        best = station;
+        if (station.spacing < 0)
             break;
     }
     return best;
 }
 
-}  // namespace
-
-jxRcShearResult DesignColumnShear(const CjxStruct& model, const ConcreteMember& member, const jxColRcCrit& criterion,
-                                  const std::vector<jxMaxVMD>& envelope)
+jxRcShearStation ColumnShear::AtUnder(double x, int comb)
 {
-    ColumnShear shear(model, member, criterion);
-    jxRcShearResult result;
-    result.id = member.beam.id;
-    for (const jxMaxVMD& station : envelope)
-        result.stations.push_back(shear.At(station.x));
-    result.status = shear.Status();
-    return result;
+    for (const ShearCurve& curve : curves_)
+        if (curve.comb == comb)
+            return StationUnder(curve, x);
+    return {.distance = x};
 }
 
 }  // namespace qvx

@@ -41,10 +41,20 @@ bool IsOrdered(int least, int most)
 
 }  // namespace
 
-void ConcreteCheck::Fault(const CString& text)
+void ConcreteCheck::Fault(const CString& text, const wchar_t* kind, int id, FindingCode code)
 {
     model_.LogLine(text);
     hasFault_ = true;
+    Finding finding = MakeFinding(code, text.Text());
+    if (*kind != 0)
+        finding.About(kind, id);
+    model_.findings.Add(std::move(finding));
+}
+
+void ConcreteCheck::Warn(const CString& text)
+{
+    model_.list_msg(text, L"WARNING");
+    model_.findings.Add(MakeFinding(FindingCode::ConcreteInputDoubtful, text.Text()));
 }
 
 void ConcreteCheck::End(const wchar_t* text)
@@ -66,8 +76,8 @@ void ConcreteCheck::Settings()
     const int combs = static_cast<int>(model_.loadCombs.size());
     if (design.sustainedLoadComb >= 0 && design.sustainedLoadComb < combs)
         return;
-    model_.LogLine(
-        L"Invalid sustained load combination is specified in the Model Design Criteria for concrete design.");
+    Fault(L"Invalid sustained load combination is specified in the Model Design Criteria for concrete design.");
+    hasFault_ = false;  // of no stage, and without a list line
     isValid_ = false;
 }
 
@@ -174,11 +184,9 @@ void ConcreteCheck::Warnings()
         std::any_of(combs.begin(), combs.end(), [](const jxLoadComb& c) { return c.bConcrete != 0; });
     // A criterion of sway says that the frame gives way sideways; only a second-order analysis has the moments of that.
     if (isSway && !isPDelta)
-        model_.list_msg(
-            L"P-Delta analysis should be performed since sway column criteria are present in concrete design.",
-            L"WARNING");
+        Warn(L"P-Delta analysis should be performed since sway column criteria are present in concrete design.");
     if (!isConcrete)
-        model_.list_msg(L"No load combination is designated for concrete design.", L"WARNING");
+        Warn(L"No load combination is designated for concrete design.");
 }
 
 void ConcreteCheck::Materials()
@@ -206,13 +214,14 @@ void ConcreteCheck::Material(const jxMat& material)
         return;
     CString text;
     text.Format(L"steel Fys %.2f ksi is too large for the %s Code", material.fys, ConcreteCodeName(code));
-    model_.list_msg(text, L"WARNING");
+    Warn(text);
 }
 
 }  // namespace qvx
 
 int CjxStruct::CheckRcDesignInputData()
 {
+    qvx::DropFindings(findings, qvx::FindingCode::ConcreteInputInvalid, qvx::FindingCode::ConcreteCriterionUnused);
     qvx::ConcreteCheck check(*this);
     check.Settings();
     check.Rebars();

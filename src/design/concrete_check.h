@@ -1,5 +1,6 @@
 #pragma once
 
+#include "model/findings.h"
 #include "model/jx_struct.h"
 
 namespace qvx {
@@ -11,15 +12,20 @@ class ConcreteCheck
 public:
     explicit ConcreteCheck(CjxStruct& model) : model_(model) {}
 
+    /// Current criteria and sustained combination.
     void Settings();
+    /// Bars of the criteria in the current table.
     void Rebars();
+    /// Code, steps of the surfaces, ratios of steel.
     void Parameters();
+    /// Lengths and effective length factors of columns; warnings about P-Delta.
     void Criteria();
     void Plates();
     void Materials();
     void Sections();
     void Members();
 
+    /// Whether no stage refused.
     bool IsValid() const { return isValid_; }
 
 private:
@@ -36,7 +42,12 @@ private:
     void Cover(const jxBm& beam, const jxSect& section);
     void Plate(const jxShell4& shell);
 
-    void Fault(const CString& text);
+    /// A line of the log and a finding.
+    /// @param kind  of the record that it is about, with its id; empty for none
+    void Fault(const CString& text, const wchar_t* kind = L"", int id = 0,
+               FindingCode code = FindingCode::ConcreteInputInvalid);
+    /// A list line and a finding; the design goes on.
+    void Warn(const CString& text);
     /// Ends a stage: one list line when it had a fault.
     void End(const wchar_t* text);
 

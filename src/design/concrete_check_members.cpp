@@ -68,9 +68,10 @@ void ConcreteCheck::Member(const jxBm& beam)
         return;
     if (model_.design.shearOption != 0 && !(FindById(model_.materials, beam.material).Wc > 0))
         Fault(qvx::Member(beam.id, L": 0 or negative material density specified when lightweight concrete reduction "
-                                   L"factor is considered."));
+                                   L"factor is considered."),
+              L"member", beam.id, FindingCode::LightweightWithoutDensity);
     if (beam.designType != L'B' && beam.designType != L'C')
-        Fault(qvx::Member(beam.id, L": design type must be B(beam) or C(column)"));
+        Fault(qvx::Member(beam.id, L": design type must be B(beam) or C(column)"), L"member", beam.id);
     Cover(beam, section);
 }
 
@@ -83,12 +84,12 @@ void ConcreteCheck::Cover(const jxBm& beam, const jxSect& section)
         // Covers are to the middle of the bars: beyond half the depth tension and compression steel would change
         // places.
         if (criterion.topCover >= 0.5 * dim[1] || criterion.bottomCover >= 0.5 * dim[1])
-            Fault(qvx::Member(beam.id, L": invalid beam concrete cover (>= 0.5 * h)"));
+            Fault(qvx::Member(beam.id, L": invalid beam concrete cover (>= 0.5 * h)"), L"member", beam.id);
     }
     if (beam.designType == L'C' && shape != kRegularTee) {
         const double cover = FindById(model_.columnRcCriteria, beam.rcCriterion).cover;
         if (cover >= 0.5 * dim[0] || (shape == kRegularRect && cover >= 0.5 * dim[1]))
-            Fault(qvx::Member(beam.id, L": invalid column concrete cover (>= 0.5 * b or 0.5 * h)"));
+            Fault(qvx::Member(beam.id, L": invalid column concrete cover (>= 0.5 * b or 0.5 * h)"), L"member", beam.id);
     }
 }
 
@@ -108,7 +109,7 @@ void ConcreteCheck::Plate(const jxShell4& shell)
         return;
     CString text;
     text.Format(L"Plate %d: invalid plate concrete cover (>= 0.5 * t)", shell.id);
-    Fault(text);
+    Fault(text, L"shell", shell.id);
 }
 
 }  // namespace qvx

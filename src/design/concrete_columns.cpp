@@ -4,6 +4,7 @@
 #include <tuple>
 
 #include "design/column_search.h"
+#include "design/design_findings.h"
 #include "design/member_batches.h"
 #include "model/find_record.h"
 #include "rc/rc_manager.h"
@@ -94,9 +95,15 @@ void CjxStruct::ColumnConcreteDesign()
     concreteColumns.clear();
     // Candidates of all columns are looked up before the threads start; they only read from then on.
     const qvx::ColumnSearch search(*this);
+    const bool isUsual = qvx::RulesOf(*this) == qvx::DesignRules::Usual;
+    qvx::PlaceFindings differing(findings, qvx::FindingCode::ConcreteRulesDiffer);
     qvx::DesignInBatches(
-        *this, beams, kPerThread, [&](const jxBm& beam) { return search.Of(beam); },
+        *this, beams, kPerThread,
+        [&](const jxBm& beam) {
+            return isUsual ? search.Compared(beam) : search.Of(beam, qvx::DesignRules::Consistent);
+        },
         [&](qvx::ColumnSearch::Choice&& choice) {
+            differing.Add(L"member", choice.result.id, choice.difference, choice.result.comb);
             if (choice.hasNoCandidates) {
                 const jxBm& beam = qvx::FindById(beams, choice.result.id);
                 TellNoCandidates(*this, qvx::FindById(sections, beam.section),

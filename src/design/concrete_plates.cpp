@@ -3,7 +3,10 @@
 #include <optional>
 
 #include "design/concrete_member.h"
+#include "design/design_findings.h"
+#include "design/design_rules.h"
 #include "design/member_batches.h"
+#include "design/rule_difference.h"
 #include "model/find_record.h"
 #include "rc/concrete_beam.h"
 
@@ -26,24 +29,38 @@ double LayerSteel(CConcRectBeam& strip, double d, double moment)
     return As < 0 ? -1 : As / kStrip;
 }
 
-void DesignLayers(const CjxStruct& model, const jxMat& material, double t, const jxPlateRcCrit& criterion,
-                  const jxWoodArmer& moments, jxPlateRcResult& result)
+struct DesignedPlate
 {
+    jxPlateRcResult result;
+    std::wstring difference;  ///< from the consistent rules; empty for none
+};
+
+void DesignLayers(const CjxStruct& model, const jxMat& material, double t, const jxPlateRcCrit& criterion,
+                  const jxWoodArmer& moments, DesignedPlate& plate)
+{
+    constexpr const wchar_t* kLayers[] = {L"steel top x", L"steel top y", L"steel bottom x", L"steel bottom y"};
+    constexpr const wchar_t* kPoints[] = {L"at the center", L"at node 1", L"at node 2", L"at node 3", L"at node 4"};
     const double covers[4] = {criterion.topCoverX, criterion.topCoverY, criterion.bottomCoverX, criterion.bottomCoverY};
+    const bool isUsual = RulesOf(model) == DesignRules::Usual;
     CConcRectBeam strip = ConcreteCalculator<CConcRectBeam>(model, material);
     strip.SetCalcMinAs(false);
+    RuleDifference difference;
     for (int point = 0; point < 5; ++point)
         for (int layer = 0; layer < 4; ++layer) {
             const double steel = LayerSteel(strip, t - covers[layer], moments.moments[point][layer]);
             // Layers come top x, top y, bottom x, bottom y: two ratios, for the top and the bottom.
             const double least = model.design.minPlateRho[layer / 2] * t / 100;  // [% of the thickness]
-            const bool isFailureKept = model.design.bConsistentDesign != 0 && steel < 0;
-            result.as[point][layer] = isFailureKept ? -1 : std::max(steel, least);
-            result.status[point][layer] |= strip.status;
+            const double usual = std::max(steel, least);
+            const double consistent = steel < 0 ? -1 : usual;
+            plate.result.as[point][layer] = isUsual ? usual : consistent;
+            plate.result.status[point][layer] |= strip.status;
+            if (isUsual)
+                difference.Compare(kLayers[layer], L"in^2/in", kPoints[point], usual, consistent);
         }
+    plate.difference = difference.Text();
 }
 
-std::optional<jxPlateRcResult> DesignOf(const CjxStruct& model, const jxShell4& shell)
+std::optional<DesignedPlate> DesignOf(const CjxStruct& model, const jxShell4& shell)
 {
     const jxMat& material = FindById(model.materials, shell.material);
     if (shell.bConcreteSkip != 0 || !(material.fc > 0))
@@ -53,11 +70,11 @@ std::optional<jxPlateRcResult> DesignOf(const CjxStruct& model, const jxShell4& 
     const jxWoodArmer* moments = FindOrNull(model.woodArmer, shell.id);
     if (moments == nullptr)
         ThrowMissingRecord(L"Wood-Armer moment", shell.id);
-    jxPlateRcResult result;
-    result.id = shell.id;
+    DesignedPlate plate;
+    plate.result.id = shell.id;
     if (shell.excluded == 0)
-        DesignLayers(model, material, thickness.t, criterion, *moments, result);
-    return result;
+        DesignLayers(model, material, thickness.t, criterion, *moments, plate);
+    return plate;
 }
 
 }  // namespace
@@ -68,7 +85,11 @@ void CjxStruct::PlateConcreteDesign()
 {
     constexpr std::size_t kPerThread = 256;
     concretePlates.clear();
+    qvx::PlaceFindings differing(findings, qvx::FindingCode::ConcreteRulesDiffer);
     qvx::DesignInBatches(
         *this, shell4s, kPerThread, [this](const jxShell4& shell) { return qvx::DesignOf(*this, shell); },
-        [this](const jxPlateRcResult& result) { concretePlates.push_back(result); });
+        [&](const qvx::DesignedPlate& plate) {
+            differing.Add(L"shell", plate.result.id, plate.difference);
+            concretePlates.push_back(plate.result);
+        });
 }

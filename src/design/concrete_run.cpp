@@ -1,3 +1,4 @@
+#include "design/design_findings.h"
 #include "design/design_run.h"
 #include "model/jx_struct.h"
 
@@ -21,6 +22,7 @@ int CjxStruct::ExecuteConcreteDesign()
     // After flexure: the shear strength of 318-19 asks for the tension steel that flexure has chosen.
     ConcreteShearDesign();
     PlateConcreteDesign();
+    qvx::FindInConcreteDesign(*this);
     run.Finish(L"RC");
     return 1;
 }

@@ -1,19 +1,14 @@
 #pragma once
 
-#include <optional>
-
-#include "design/concrete_member.h"
-#include "rc/rc_shear.h"
+#include "model/jx_struct.h"
 
 namespace qvx {
 
-/// Stirrups of a beam at the stations of its envelope.
-jxRcShearResult DesignBeamShear(const CjxStruct& model, const ConcreteMember& member, const jxBmRcCrit& criterion,
-                                const std::vector<jxMaxVMD>& envelope);
+/// Section that was chosen for a column; null when none was.
+const jxConcreteSection* ChosenSection(const CjxStruct& model, int member);
 
-/// Ties of a column at the stations of its envelope.
-jxRcShearResult DesignColumnShear(const CjxStruct& model, const ConcreteMember& member, const jxColRcCrit& criterion,
-                                  const std::vector<jxMaxVMD>& envelope);
+/// The candidate of this name; null when there is none.
+const jxConcreteSection* SectionNamed(const CjxStruct& model, const wchar_t* name);
 
 /// The value, or 0 where it is only rounding beside the largest of its kind along the member, so that rounding asks for
 /// no stirrups.

@@ -68,13 +68,18 @@ DesignRun::DesignRun(CjxStruct& model) : model_(model)
     model_.bInSolution = 1;
 }
 
-void DesignRun::Finish(const wchar_t* kind)
+void DesignRun::Leave()
 {
     assert(model_.bInSolution == 1 && kind != nullptr);
     // The same factors back, so that envelopes which the design only read come out as they were but for one rounding.
     model_.ConvertUnits(DesignUnits(), model_.units);
     model_.bInSolution = 0;
     model_.RestoreInputData();
+}
+
+void DesignRun::Finish(const wchar_t* kind)
+{
+    Leave();
     const auto spent = std::chrono::steady_clock::now() - start_;
     CString text;
     text.Format(L"total time spent on %s design %d seconds", kind,

@@ -22,7 +22,9 @@ public:
     DesignRun(const DesignRun&) = delete;
     DesignRun& operator=(const DesignRun&) = delete;
 
-    /// Back to the model's units and input; lists "total time spent on <kind> design <n> seconds".
+    /// Back to the model's units and input.
+    void Leave();
+    /// Leaves and lists "total time spent on <kind> design <n> seconds".
     void Finish(const wchar_t* kind);
 
 private:

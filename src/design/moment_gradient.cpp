@@ -1,3 +1,5 @@
+#include "design/moment_gradient.h"
+
 #include <algorithm>
 #include <cassert>
 #include <cmath>
@@ -35,38 +37,48 @@ double LargestMoment(const jxBmVMD& curve, double x1, double x2)
 
 }  // namespace
 
-double CjxStruct::CalcSegmentCb(const jxBmVMD& curve, double L, double x1, double x2) const
-{
-    assert(L > 0 && x1 < x2 && "a segment of the member");
-    const double start = x1 / L, end = std::min(x2 / L, curve.vmd.back().x), d = end - start;
-    double Mmax = LargestMoment(curve, start, end);
-    if (Mmax == 0)
-        return 1.0;
-    double MA = MomentAt(curve, start + 0.25 * d);
-    double MB = MomentAt(curve, start + 0.5 * d);
-    double MC = MomentAt(curve, start + 0.75 * d);
-    if (design.bConsistentDesign != 0)  // F1-1 takes the moments by magnitude
-        for (double* M : {&Mmax, &MA, &MB, &MC})
-            *M = std::fabs(*M);
-    const double sum = 2.5 * Mmax + 3 * MA + 4 * MB + 3 * MC;
-    // Moments of both signs that cancel: only without the magnitudes of F1-1, and then the largest value is taken.
-    if (sum == 0)
-        return kLargestCb;
-    return std::clamp(std::fabs(12.5 * Mmax / sum), 1.0, kLargestCb);
-}
+namespace qvx {
 
-double CjxStruct::CalcCb(const jxBmVMD& curve, double L, double Lb, double x) const
+UnbracedSegment SegmentOf(double L, double Lb, double x)
 {
-    if (!(L > 0))
-        return 1.0;
     double start = 0;
     for (int k = 1; k <= kMostBraces && Lb > 0; ++k) {
         const double brace = k * Lb;
         if (brace >= L * (1 - kSamePlace))
             break;
-        if (x <= brace + kSamePlace * L)  // a station at a brace belongs to the segment before it
-            return CalcSegmentCb(curve, L, start, brace);
+        if (x <= brace + kSamePlace * L)
+            return {start, brace};
         start = brace;
     }
-    return CalcSegmentCb(curve, L, start, L);
+    return {start, L};
+}
+
+double SegmentCb(const jxBmVMD& curve, double L, const UnbracedSegment& segment, DesignRules rules, DesignTrace* trace)
+{
+    assert(L > 0 && segment.start < segment.end && "a segment of the member");
+    const double start = segment.start / L, end = std::min(segment.end / L, curve.vmd.back().x), d = end - start;
+    const auto moment = [&](const char* name, double M) {
+        return Noted(trace, {name, rules == DesignRules::Consistent ? std::fabs(M) : M, "F1", ""});
+    };
+    const double Mmax = moment("Mmax of the segment [kip-ft]", LargestMoment(curve, start, end));
+    if (Mmax == 0)
+        return Noted(trace, {"Cb", 1, "F1", ""});
+    const double MA = moment("MA, first quarter [kip-ft]", MomentAt(curve, start + 0.25 * d));
+    const double MB = moment("MB, middle [kip-ft]", MomentAt(curve, start + 0.5 * d));
+    const double MC = moment("MC, third quarter [kip-ft]", MomentAt(curve, start + 0.75 * d));
+    const double sum = 2.5 * Mmax + 3 * MA + 4 * MB + 3 * MC;
+    const double Cb = sum == 0 ? kLargestCb : std::clamp(std::fabs(12.5 * Mmax / sum), 1.0, kLargestCb);
+    return Noted(trace, {"Cb", Cb, "F1", "F1-1, within 1 and 3"});
+}
+
+}  // namespace qvx
+
+double CjxStruct::CalcSegmentCb(const jxBmVMD& curve, double L, double x1, double x2) const
+{
+    return qvx::SegmentCb(curve, L, {x1, x2}, qvx::RulesOf(*this));
+}
+
+double CjxStruct::CalcCb(const jxBmVMD& curve, double L, double Lb, double x) const
+{
+    return L > 0 ? qvx::SegmentCb(curve, L, qvx::SegmentOf(L, Lb, x), qvx::RulesOf(*this)) : 1.0;
 }

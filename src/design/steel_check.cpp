@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <cassert>
 
+#include "model/findings.h"
 #include "model/jx_struct.h"
 
 namespace qvx {
@@ -31,6 +32,8 @@ private:
     void Fault(const jxSteelCrit& criterion, const wchar_t* text);
     void CheckCriterion(const jxSteelCrit& criterion);
     void Refuse(const wchar_t* text);
+    void Tell(const CString& line);  // to the log, and as a finding
+    void Warn(const wchar_t* text);  // in the list, and as a finding
 
     CjxStruct& model_;
     bool isValid_ = true;
@@ -41,6 +44,18 @@ void SteelCheck::Refuse(const wchar_t* text)
 {
     model_.list_msg(text, L"NOT OK");
     isValid_ = false;
+}
+
+void SteelCheck::Tell(const CString& line)
+{
+    model_.LogLine(line);
+    model_.findings.Add(MakeFinding(FindingCode::SteelInputInvalid, line.Text()));
+}
+
+void SteelCheck::Warn(const wchar_t* text)
+{
+    model_.list_msg(text, L"WARNING");
+    model_.findings.Add(MakeFinding(FindingCode::SteelInputDoubtful, text));
 }
 
 void SteelCheck::Parameters()
@@ -54,7 +69,7 @@ void SteelCheck::Parameters()
         return;
     CString text;
     text.Format(L"Invalid steel design code: %d", model_.design.steelCode);
-    model_.LogLine(text);
+    Tell(text);
     Refuse(L"Invalid steel design code");
 }
 
@@ -64,7 +79,7 @@ void SteelCheck::Fault(const jxSteelCrit& criterion, const wchar_t* text)
     // Each with its record in the log; the window gets one line for all.
     CString line;
     line.Format(L"Steel design criteria %d: %s", criterion.id, text);
-    model_.LogLine(line);
+    Tell(line);
     hasFault_ = true;
 }
 
@@ -98,12 +113,11 @@ void SteelCheck::Combinations()
     const auto isSteel = [](const jxLoadComb& c) { return c.bSteel != 0; };
     const auto isSteelPDelta = [](const jxLoadComb& c) { return c.bSteel != 0 && c.bPDelta != 0; };
     if (std::ranges::any_of(model_.steelCriteria, isSway) && std::ranges::none_of(model_.loadCombs, isSteelPDelta))
-        model_.list_msg(L"P-Delta analysis should be performed since sway column criteria are present in steel design.",
-                        L"WARNING");
+        Warn(L"P-Delta analysis should be performed since sway column criteria are present in steel design.");
     if (std::ranges::none_of(model_.loadCombs, isSteel))
-        model_.list_msg(L"No load combination is designated for steel design.", L"WARNING");
+        Warn(L"No load combination is designated for steel design.");
     if (model_.design.bAdjustDeflectionRatios == 0)
-        model_.list_msg(L"Deflection ratios are not adjusted for candidate steel sections.", L"WARNING");
+        Warn(L"Deflection ratios are not adjusted for candidate steel sections.");
 }
 
 void SteelCheck::Materials()
@@ -115,7 +129,7 @@ void SteelCheck::Materials()
         if (!(material.fy > 0) || !(material.fys > 0)) {
             CString line;
             line.Format(L"%d [%s]: invalid steel material properties", material.id, material.label);
-            model_.LogLine(line);
+            Tell(line);
             isInvalid = true;
         }
     if (isInvalid)
@@ -128,6 +142,7 @@ void SteelCheck::Materials()
 
 int CjxStruct::CheckSteelDesignInputData()
 {
+    qvx::DropFindings(findings, qvx::FindingCode::SteelInputInvalid, qvx::FindingCode::SteelCriterionUnused);
     qvx::SteelCheck check(*this);
     check.Parameters();
     check.Criteria();

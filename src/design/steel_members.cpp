@@ -4,8 +4,13 @@
 #include <cassert>
 #include <cmath>
 #include <iterator>
+#include <limits>
+#include <string_view>
 
+#include "design/designed_members.h"
 #include "design/moment_factor.h"
+#include "design/moment_gradient.h"
+#include "design/rule_difference.h"
 #include "model/find_record.h"
 #include "model/records/text_fields.h"
 #include "steel/steel_design_manager.h"
@@ -14,24 +19,6 @@
 namespace qvx {
 
 namespace {
-
-constexpr double kSteelE = 29000, kTolerance = 2900;  // moduli that are taken for steel [ksi]
-
-bool IsOfSteel(const jxMat& material)
-{
-    return std::fabs(material.E - kSteelE) <= kTolerance && material.fy > 0 && material.fys > 0;
-}
-
-CString Trimmed(const wchar_t* text)
-{
-    CString trimmed(text);
-    return trimmed.Trim();
-}
-
-bool IsDefaultFamily(const CString& family)
-{
-    return family.IsEmpty() || family.CompareNoCase(L"Default") == 0;
-}
 
 double LengthOf(const CjxStruct& model, const jxBm& beam)
 {
@@ -119,6 +106,13 @@ void TakeStation(jxSteelSectionResult& section, const SteelDemand& demand, const
 
 }  // namespace
 
+bool IsDefaultFamily(const wchar_t* family)
+{
+    CString trimmed(family);
+    trimmed.Trim();
+    return trimmed.IsEmpty() || trimmed.CompareNoCase(L"Default") == 0;
+}
+
 CAiscDesign SteelDesignOf(int steelCode, const jxSect_AISC& shape, const jxSteelResult& member)
 {
     CAiscDesign design(steelCode, shape);
@@ -134,19 +128,18 @@ SteelMemberDesign::SteelMemberDesign(const CjxStruct& model) : model_(model), fa
 {
     const CSteelDesignManager& table = CSteelDesignManager::Instance();
     for (std::size_t i = 0; i < families_.size(); ++i)
-        // A criterion without a family checks the member's own section and looks for no other.
-        if (const CString family = Trimmed(model.steelCriteria[i].family); !IsDefaultFamily(family))
-            table.GenerateSections(families_[i], family);
+        if (!IsDefaultFamily(model.steelCriteria[i].family))
+            table.GenerateSections(families_[i], model.steelCriteria[i].family);
 }
 
-std::optional<jxSteelResult> SteelMemberDesign::Of(const jxBm& beam) const
+std::optional<jxSteelResult> SteelMemberDesign::Of(const jxBm& beam, DesignRules rules) const
 {
     const jxMat& material = FindById(model_.materials, beam.material);
     const jxSect& section = FindById(model_.sections, beam.section);
-    jxSect_AISC own;
-    if (beam.bSteelSkip != 0 || !IsOfSteel(material) ||
-        !CSteelDesignManager::Instance().GetAiscSection(own, section.label))
+    if (WhyNoSteelDesign(model_, beam) != nullptr)
         return std::nullopt;
+    jxSect_AISC own;
+    CSteelDesignManager::Instance().GetAiscSection(own, section.label);
 
     const jxSteelCrit& criterion = FindById(model_.steelCriteria, beam.steelCriterion);
     jxSteelResult member = ParametersOf(model_, beam, material, criterion);
@@ -154,13 +147,13 @@ std::optional<jxSteelResult> SteelMemberDesign::Of(const jxBm& beam) const
         member.sections.push_back(UncheckedSection(section.label));
         return member;
     }
-    const bool bCm = model_.design.bSteelCmOne == 0;
-    CheckCandidates(member, DemandsOn(beam, member, bCm), own, section.label, criterion);
+    CheckCandidates(member, DemandsOn(beam, member, rules), own, section.label, criterion);
     return member;
 }
 
 /// The stations of all combinations for steel, in their order. A combination that failed has no curve.
-std::vector<SteelDemand> SteelMemberDesign::DemandsOn(const jxBm& beam, const jxSteelResult& member, bool bCm) const
+std::vector<SteelDemand> SteelMemberDesign::DemandsOn(const jxBm& beam, const jxSteelResult& member,
+                                                      DesignRules rules) const
 {
     std::vector<SteelDemand> demands;
     for (std::size_t comb = 0; comb < model_.combResults.size() && comb < model_.loadCombs.size(); ++comb) {
@@ -172,25 +165,40 @@ std::vector<SteelDemand> SteelMemberDesign::DemandsOn(const jxBm& beam, const jx
         SteelDemand common{.comb = static_cast<int>(comb),
                            .isTotalLoadChecked = combination.bCheckTLD != 0,
                            .isLiveLoadChecked = combination.bCheckLLD != 0};
-        if (bCm) {
-            int transverse[2];
-            model_.CheckTransverseLoad(transverse, beam, common.comb);
-            const EndMoments ends = CleanedEndMoments(curve->vmd, member.length);
-            common.Cm3 = model_.CalcCm(ends.M3[0], ends.M3[1], transverse[0]);
-            common.Cm2 = model_.CalcCm(ends.M2[0], ends.M2[1], transverse[1]);
-        }
-        AddStations(demands, *curve, common, member);
+        SetMomentFactors(common, beam, *curve, member.length);
+        AddStations(demands, *curve, common, member, rules);
     }
     return demands;
 }
 
+void SteelMemberDesign::SetMomentFactors(SteelDemand& demand, const jxBm& beam, const jxBmVMD& curve, double L,
+                                         DesignTrace* trace) const
+{
+    if (model_.design.bSteelCmOne != 0)
+        return;
+    int transverse[2];
+    model_.CheckTransverseLoad(transverse, beam, demand.comb);
+    const EndMoments ends = CleanedEndMoments(curve.vmd, L);
+    const auto factor = [&](const char* name, const double(&M)[2], int isLoadedAcross) {
+        Noted(trace, {"M at the start [kip-ft]", M[0], "", ""});
+        Noted(trace, {"M at the end [kip-ft]", M[1], "", ""});
+        const bool is05 = model_.design.steelCode == kAisc05;
+        return Noted(trace, {name, model_.CalcCm(M[0], M[1], isLoadedAcross), is05 ? "C2.1b" : "Appendix 8.2.1",
+                             isLoadedAcross != 0 ? "1: a load acts across the member"
+                             : is05              ? "C2-4, at least 0.4"
+                                                 : "A-8-4, at least 0.4"});
+    };
+    demand.Cm3 = factor("Cm, axis 3", ends.M3, transverse[0]);
+    demand.Cm2 = factor("Cm, axis 2", ends.M2, transverse[1]);
+}
+
 void SteelMemberDesign::AddStations(std::vector<SteelDemand>& demands, const jxBmVMD& curve, SteelDemand common,
-                                    const jxSteelResult& member) const
+                                    const jxSteelResult& member, DesignRules rules) const
 {
     const double L = member.length;
     const auto add = [&](const jxVMD& station) {
         common.station = &station;
-        common.Cb = member.Cb != 0 ? member.Cb : model_.CalcCb(curve, L, member.Lb, station.x * L);
+        common.Cb = member.Cb != 0 ? member.Cb : SegmentCb(curve, L, SegmentOf(L, member.Lb, station.x * L), rules);
         demands.push_back(common);
     };
     if (model_.design.bSteelEndsOnly != 0) {
@@ -266,6 +274,74 @@ std::optional<jxSteelSectionResult> SteelMemberDesign::Check(const Candidate& ca
             return std::nullopt;
     }
     return section;
+}
+
+std::wstring SteelMemberDesign::DifferenceOf(const jxBm& beam, const jxSteelResult& usual) const
+{
+    if (usual.Cb != 0 || usual.Lb == 0 || usual.sections.empty() || usual.sections.front().comb < 0)
+        return {};  // Cb, in which the rules differ, is given or without effect
+    const CSteelDesignManager& table = CSteelDesignManager::Instance();
+    const std::vector<SteelDemand> demands = DemandsOn(beam, usual, DesignRules::Consistent);
+    jxSect_AISC own;
+    table.GetAiscSection(own, usual.sections.front().label);
+    RuleDifference difference;
+    for (const jxSteelSectionResult& section : usual.sections) {
+        jxSect_AISC shape;
+        table.GetAiscSection(shape, section.label);
+        const bool isOwn = &section == &usual.sections.front();
+        const auto other =
+            Check({section.label, &shape, isOwn}, own, usual, demands, std::numeric_limits<double>::infinity());
+        difference.Compare(L"ratio", L"", std::wstring(L"of ") + section.label + L" " + AtDistance(section.distance),
+                           section.ratio, other->ratio);
+    }
+    return difference.Text();
+}
+
+double SteelMemberDesign::Amplification(const jxBm& beam, const jxSteelResult& member) const
+{
+    class Amplifiers : public DesignTrace
+    {
+    public:
+        void Note(const DesignFigure& figure) override
+        {
+            if (std::string_view(figure.name).starts_with("B1,"))
+                largest = std::max(largest, figure.value);
+        }
+
+        double largest = 1;
+    };
+    Amplifiers amplifiers;
+    Tell(beam, member, RulesOf(model_), amplifiers);
+    return amplifiers.largest;
+}
+
+void SteelMemberDesign::Tell(const jxBm& beam, const jxSteelResult& member, DesignRules rules, DesignTrace& trace) const
+{
+    assert(!member.sections.empty() && member.sections.front().comb >= 0 && "a checked section");
+    const jxSteelSectionResult& governing = member.sections.front();
+    const auto& curves = model_.combResults[static_cast<std::size_t>(governing.comb)].beamCurves;
+    const jxBmVMD* found = FindOrNull(curves, beam.id);
+    assert(found != nullptr && "it governs");
+    const jxBmVMD& curve = *found;
+    SteelDemand demand{.comb = governing.comb, .Cb = member.Cb};
+    SetMomentFactors(demand, beam, curve, member.length, &trace);
+    if (member.Cb == 0) {
+        const UnbracedSegment segment = SegmentOf(member.length, member.Lb, governing.distance * member.length);
+        Noted(&trace, {"start of the unbraced segment [in]", segment.start, "F1", ""});
+        Noted(&trace, {"end of the unbraced segment [in]", segment.end, "F1", ""});
+        demand.Cb = SegmentCb(curve, member.length, segment, rules, &trace);
+    }
+    jxSect_AISC shape;
+    CSteelDesignManager::Instance().GetAiscSection(shape, governing.label);
+    CAiscDesign design = SteelDesignOf(model_.design.steelCode, shape, member);
+    design.SetTrace(&trace);
+    design.SetLateralTorsionalProperty(demand.Cb, member.Lb);
+    design.SetLoads(governing.P, governing.M3, governing.M2, demand.Cm3, demand.Cm2, governing.V2, governing.V3);
+    design.Calculate();
+    Noted(&trace,
+          {"ratio of strength", design.GetCriticalRatio(), "", "larger of interaction and, if it counts, shear"});
+    Noted(&trace, {"deflection ratio, total load", governing.deflectionRatioTotal, "", "deflection/(L/limit)"});
+    Noted(&trace, {"deflection ratio, live load", governing.deflectionRatioLive, "", "deflection/(L/limit)"});
 }
 
 }  // namespace qvx

@@ -1,3 +1,7 @@
+#include <optional>
+#include <string>
+
+#include "design/design_findings.h"
 #include "design/design_run.h"
 #include "design/member_batches.h"
 #include "design/steel_members.h"
@@ -18,6 +22,8 @@ int CjxStruct::ExecuteSteelDesign()
     list_msg(L"START MEMBER STEEL DESIGN", L"...");
     MemberSteelDesign();
     list_msg(L"FINISHED MEMBER STEEL DESIGN", L"OK");
+    GetNodeBeamsMap();
+    qvx::FindInSteelDesign(*this);
     run.Finish(L"steel");
     return 1;
 }
@@ -28,7 +34,23 @@ void CjxStruct::MemberSteelDesign()
     constexpr std::size_t kMembersPerThread = 8;
     const qvx::SteelMemberDesign memberDesign(*this);
     steelResults.clear();
-    qvx::DesignInBatches(
-        *this, beams, kMembersPerThread, [&](const jxBm& beam) { return memberDesign.Of(beam); },
-        [&](jxSteelResult&& member) { steelResults.push_back(std::move(member)); });
+    struct DesignedMember
+    {
+        jxSteelResult result;
+        std::wstring difference;  // from the consistent rules; empty for none
+    };
+    const qvx::DesignRules rules = qvx::RulesOf(*this);
+    const auto designOf = [&](const jxBm& beam) -> std::optional<DesignedMember> {
+        std::optional<jxSteelResult> result = memberDesign.Of(beam, rules);
+        if (!result)
+            return std::nullopt;
+        std::wstring difference =
+            rules == qvx::DesignRules::Usual ? memberDesign.DifferenceOf(beam, *result) : std::wstring();
+        return DesignedMember{std::move(*result), std::move(difference)};
+    };
+    qvx::PlaceFindings differing(findings, qvx::FindingCode::SteelRulesDiffer);
+    qvx::DesignInBatches(*this, beams, kMembersPerThread, designOf, [&](DesignedMember&& member) {
+        differing.Add(L"member", member.result.id, member.difference);
+        steelResults.push_back(std::move(member.result));
+    });
 }

@@ -6,50 +6,15 @@
 #include <stdexcept>
 #include <type_traits>
 
+#include "files/arguments_reader.h"
 #include "files/generator_arguments.h"
-#include "files/json_document.h"
 #include "files/model_references.h"
-#include "files/record_reader.h"
 #include "model/default_records.h"
 #include "model/find_record.h"
 #include "operations/generators.h"
 
 namespace qvx {
 namespace {
-
-// Fills a record from the members of the one object of a text.
-template <Described Record>
-class RecordReceiver : public JsonReceiver
-{
-public:
-    explicit RecordReceiver(Record& record) : record_(record) {}
-
-    void BeginMember(const std::string& key) override
-    {
-        if (!VisitField(FieldsOf<Record>::list, key, [](const auto&) {}))
-            throw JsonFault(key, "unknown key");
-    }
-    bool TakesElements(const std::string&) const override { return false; }
-    void ReceiveElement(const std::string&, std::size_t, const Json&) override {}
-    void ReceiveMember(const std::string& key, const Json& value) override
-    {
-        [[maybe_unused]] const bool isKnown =
-            ReadMember(key, value, JsonPath{nullptr, key, -1}, FieldsOf<Record>::list, record_);
-        assert(isKnown && "BeginMember let it pass");
-    }
-
-private:
-    Record& record_;
-};
-
-template <Described Record>
-Record ReadArguments(std::string_view text)
-{
-    Record arguments;
-    RecordReceiver<Record> receiver(arguments);
-    ParseJsonObject(text, receiver);
-    return arguments;
-}
 
 void Make(const FrameArguments& a, CjxStruct& m)
 {

@@ -11,8 +11,8 @@
 #include "files/model_references.h"
 #include "files/reader_findings.h"
 #include "files/record_reader.h"
+#include "files/units_reader.h"
 #include "model/struct_fields.h"
-#include "model/unit_systems.h"
 #include "model/units.h"
 
 namespace qvx {
@@ -37,43 +37,6 @@ std::string Utf8(const std::filesystem::path& path)
 {
     const auto text = path.u8string();
     return {text.begin(), text.end()};
-}
-
-void ReadSystem(const Json& value, const JsonPath& path, jxUnit& units)
-{
-    std::wstring name;
-    ReadValue(value, path, {}, name);
-    const auto system = UnitsOfSystem(name);
-    if (!system)
-        throw JsonFault(path, "\"" + ToUtf8(name) + "\" is not a system of units");
-    std::copy(std::begin(system->unit), std::end(system->unit), units.unit);
-}
-
-// The name of a system, or units of the quantities named by their labels, which stand over those of a system named
-// beside them. A quantity takes only units of its own family.
-void ReadUnits(const Json& value, const JsonPath& path, jxUnit& units)
-{
-    if (value.is_string())
-        return ReadSystem(value, path, units);
-    ExpectObject(value, path);
-    if (value.contains("system"))
-        ReadSystem(value["system"], path.Member("system"), units);
-    // The system is read before the units that differ from it, wherever the file has it: members of a JSON object have
-    // no order.
-    for (const auto& [key, member] : value.get_ref<const Json::object_t&>()) {
-        if (key == "system")
-            continue;
-        const JsonPath place = path.Member(key);
-        const auto quantity = FindQuantity(FromUtf8(key));
-        if (!quantity)
-            throw JsonFault(place, "there is no such quantity");
-        std::wstring name;
-        ReadValue(member, place, {}, name);
-        const auto unit = FindUnit(name);
-        if (!unit || !IsUnitOf(*quantity, *unit))
-            throw JsonFault(place, "\"" + ToUtf8(name) + "\" is not a unit of this quantity");
-        units.unit[*quantity] = *unit;
-    }
 }
 
 // Formats are how reports print a quantity: a file without them prints with those of a fresh model.

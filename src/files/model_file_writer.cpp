@@ -11,8 +11,7 @@ void WriteValue(JsonWriter& out, const jxSpectrum (&spectra)[3])
 {
     out.BeginArray(Layout::Line);
     for (const jxSpectrum& spectrum : spectra) {
-        // The three slots are directions: an empty one keeps its place.
-        if (spectrum.name.empty() && spectrum.points.empty() && spectrum.type == 0)
+        if (spectrum.name[0] == L'\0' && spectrum.points.empty() && spectrum.type == 0)
             out.Null();
         else
             WriteValue(out, spectrum);

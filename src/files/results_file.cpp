@@ -1,5 +1,6 @@
 #include "files/results_file.h"
 
+#include <algorithm>
 #include <cassert>
 #include <functional>
 #include <string_view>
@@ -80,13 +81,21 @@ void WriteCombination(JsonWriter& out, const CombinationSummary& summary, const 
     out.EndObject();
 }
 
+// Modes and no static run: there is nothing to say of a combination, not even that it is unsolved.
+bool HasModesAlone(const CjxStruct& model)
+{
+    return model.EigenSolution() && model.combOutcomes.empty() &&
+           std::all_of(model.combResults.begin(), model.combResults.end(),
+                       [](const jxCombResult& result) { return result.displacements.empty(); });
+}
+
 void WriteCombinations(JsonWriter& out, const CjxStruct& model)
 {
     static const jxCombResult kNoResult;
     static const jxCombOutcome kNoOutcome;
     out.Key("combinations");
     out.BeginArray(Layout::Lines);
-    for (std::size_t i = 0; i < model.loadCombs.size(); ++i) {
+    for (std::size_t i = 0; i < model.loadCombs.size() && !HasModesAlone(model); ++i) {
         // A run that was stopped has fewer results than combinations; the file then still has an object for each.
         const jxCombResult& result = i < model.combResults.size() ? model.combResults[i] : kNoResult;
         const jxCombOutcome& outcome = i < model.combOutcomes.size() ? model.combOutcomes[i] : kNoOutcome;

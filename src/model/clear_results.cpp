@@ -1,3 +1,4 @@
+#include "model/findings.h"
 #include "model/jx_struct.h"
 #include "platform/host_services.h"
 
@@ -31,6 +32,7 @@ void CjxStruct::ClearStaticResult()
     concreteEnvelope.clear();
     woodArmer.clear();
     modalResult.clear();
+    envelopeReport.clear();
     ClearConcreteResult();
     ClearSteelResult();
     if (!documentPath.IsEmpty())
@@ -40,6 +42,8 @@ void CjxStruct::ClearStaticResult()
 void CjxStruct::ClearFrequencyResult()
 {
     eigenResults.clear();
+    frequencyOutcome = {};
+    findings.Drop(qvx::FindingStage::Modes);
     ClearResponseSpectrumResult();
 }
 
@@ -57,11 +61,14 @@ void CjxStruct::ClearConcreteResult()
     interactionSurfaces.clear();
     concreteShear.clear();
     concretePlates.clear();
+    // The input check of the design comes before its results are cleared, and what it found stays.
+    qvx::DropFindings(findings, qvx::FindingCode::ConcreteRulesDiffer, qvx::FindingCode::ConcreteCriterionUnused);
 }
 
 void CjxStruct::ClearSteelResult()
 {
     steelResults.clear();
+    qvx::DropFindings(findings, qvx::FindingCode::SteelRulesDiffer, qvx::FindingCode::SteelCriterionUnused);
 }
 
 void CjxStruct::ClearResult()

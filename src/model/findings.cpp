@@ -4,6 +4,7 @@
 #include <cassert>
 #include <cwchar>
 #include <string_view>
+#include <utility>
 
 namespace qvx {
 namespace {
@@ -78,6 +79,20 @@ const FindingList& CheckModel(CjxStruct& model)
     return model.findings;
 }
 
+void DropFindings(FindingList& findings, FindingCode first, FindingCode last)
+{
+    FindingList kept;
+    for (const Finding& finding : findings) {
+        const bool isDropped =
+            std::any_of(FindingCatalogue().begin() + static_cast<std::ptrdiff_t>(first),
+                        FindingCatalogue().begin() + static_cast<std::ptrdiff_t>(last) + 1,
+                        [&](const FindingKind& kind) { return std::string_view(kind.code) == finding.code; });
+        if (!isDropped)
+            kept.Add(finding);
+    }
+    findings = std::move(kept);
+}
+
 bool HasRefusedShapes(const CjxStruct& model)
 {
     return std::any_of(model.findings.begin(), model.findings.end(), [](const Finding& finding) {
@@ -90,8 +105,10 @@ bool HasRefusedShapes(const CjxStruct& model)
 // Findings about the model as a whole are told by AreAllReliable: they name no combination.
 bool IsReliable(const CjxStruct& model, std::size_t comb)
 {
-    return std::none_of(model.findings.begin(), model.findings.end(), [comb](const Finding& finding) {
-        return !finding.isReliable && finding.combination == static_cast<int>(comb);
+    const bool isOfModes = model.IsResponseSpectrumLoadCombination(static_cast<int>(comb));
+    return std::none_of(model.findings.begin(), model.findings.end(), [&](const Finding& finding) {
+        return !finding.isReliable &&
+               (finding.combination == static_cast<int>(comb) || (isOfModes && finding.stage == FindingStage::Modes));
     });
 }
 

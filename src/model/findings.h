@@ -18,8 +18,11 @@ enum class FindingCode {
     UnitsLeftOut,
     Value2LeftOut,
     CombinationsAdded,
+    // of a model operation
+    AreaWithoutLoad,
     // of the input check
     MassCombinationReset,
+    NoMassCombination,
     ModelTypeMismatch,
     FewSegments,
     NoLoadCase,
@@ -78,6 +81,12 @@ enum class FindingCode {
     ShellCornerInvalid,
     BrickCornerInvalid,
     SettingLimited,
+    // of the frequency run
+    NoMass,
+    MassAtRest,
+    LittleMassMoved,
+    ModesNotConverged,
+    ModesMiscounted,
     // of the run
     Unstable,
     DigitsLost,
@@ -93,6 +102,32 @@ enum class FindingCode {
     OneWayOff,
     OneWayWouldAct,
     OutOfBalance,
+    // of the concrete design
+    ConcreteInputInvalid,
+    ConcreteInputDoubtful,
+    LightweightWithoutDensity,
+    ConcreteRulesDiffer,
+    BeamFails,
+    ColumnFails,
+    ShearFails,
+    PlateFails,
+    NoColumnCandidates,
+    ColumnInPieces,
+    ColumnMagnifiedTwice,
+    ConcreteTorsionLeftOut,
+    ConcreteCriterionUnused,
+    // of the steel design
+    SteelInputInvalid,
+    SteelInputDoubtful,
+    SteelRulesDiffer,
+    SteelMemberFails,
+    NoSteelCandidate,
+    UnknownSteelFamily,
+    SteelSectionUnknown,
+    SteelMemberInPieces,
+    SteelMagnifiedTwice,
+    SteelTorsionLeftOut,
+    SteelCriterionUnused,
     Count
 };
 
@@ -115,6 +150,9 @@ QVXFEM_API const char* SeverityWord(Severity severity);
 /// A finding of this kind, about no record yet.
 QVXFEM_API Finding MakeFinding(FindingCode code, std::wstring text);
 
+/// Forgets the findings of the codes from first to last, such as those of one design.
+QVXFEM_API void DropFindings(FindingList& findings, FindingCode first, FindingCode last);
+
 /// Runs the input check of a static run without asking anything, and returns the findings of the model. Settings out of
 /// range are limited, window and log are told, as CheckInputData does it.
 QVXFEM_API const FindingList& CheckModel(CjxStruct& model);
@@ -123,7 +161,8 @@ QVXFEM_API const FindingList& CheckModel(CjxStruct& model);
 /// corners are no corners.
 QVXFEM_API bool HasRefusedShapes(const CjxStruct& model);
 
-/// Whether a load combination may be relied on as far as is known: no finding speaks against it.
+/// Whether a load combination may be relied on as far as is known: no finding speaks against it, nor, where it has a
+/// spectrum factor, against the modes.
 /// @param comb  index
 QVXFEM_API bool IsReliable(const CjxStruct& model, std::size_t comb);
 /// Whether all may.

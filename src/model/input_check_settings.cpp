@@ -71,6 +71,11 @@ void LimitSettings(InputCheck& check)
 void CheckMassCombination(InputCheck& check)
 {
     CjxStruct& m = check.model;
+    if (m.massLoadComb < 0 && check.mode == kFrequencyCheck) {
+        check.AboutField("settings.massLoadComb");
+        check.Find(FindingCode::NoMassCombination,
+                   L"massLoadComb is " + std::to_wstring(m.massLoadComb) + L": no load combination");
+    }
     if (m.massLoadComb < static_cast<int>(m.loadCombs.size()))
         return;
     check.AboutField("settings.massLoadComb");

@@ -11,9 +11,11 @@
 #include "model/records/element.h"
 #include "model/records/envelope.h"
 #include "model/records/finding.h"
+#include "model/records/frequency_outcome.h"
 #include "model/records/host_data.h"
 #include "model/records/load.h"
 #include "model/records/node.h"
+#include "model/records/operation_result.h"
 #include "model/records/property.h"
 #include "model/records/spring.h"
 #include "model/records/unit.h"
@@ -76,6 +78,8 @@ public:
     virtual bool IsEmptyDocument() const;     ///< bEmptyDocument as a bool
     virtual void OnAddMoreLoadCase();         ///< resizes caseLoads to the number of load cases
     virtual void OnAddMoreLoadCombination();  ///< resizes combResults to the number of load combinations
+    /// Whether a record with this flag byte (bSelected) is selected and not hidden.
+    static bool IsShowSelected(unsigned char flags) { return (flags & 3) == 1; }
 
     // --- Analyses ---------------------------------------------------------------------------------------------------
     /// Solves every load combination by solverType and fills combResults, combOutcomes, digitsLost, the envelopes.
@@ -97,6 +101,13 @@ public:
     /// RestoreInputData brings the input back, results are to be cleared.
     /// @throws jxException  "error finding <record> <id>", abort by the user
     int ExecuteSteelDesign();
+    /// Natural modes under the stiffness and the masses of the combination massLoadComb: eigenResults, derivedMasses,
+    /// frequencyOutcome; with bPerformSpectrum also spectrumResults. Static results stay as they are.
+    /// Success (1): as ExecuteStatic. numberOfModes is clamped to the mass degrees of freedom, and stays so.
+    /// Refused (0): RepaireData has run; or there is no mass, then the model is left as by an exception.
+    /// @param massOnly      derivedMasses are formed and nothing is solved
+    /// @throws jxException  as ExecuteStatic, and of an iteration that failed, with advice
+    int ExecuteFrequency(bool massOnly);
     /// Checks the input and puts settings out of range right. All faults are listed and logged, none throws. Changes:
     /// clamped settings, bSelected of nodes that nothing holds, bNonlinear, linearCombCount, links, the section
     /// "RIGID_LINK". No units, no results.
@@ -136,7 +147,7 @@ public:
 
     // --- Results of a combination -----------------------------------------------------------------------------------
     /// Normal stresses along the members whose section is regular or in a table; the others are left out.
-    /// @param comb  combination index with a result, -1 for the modal result
+    /// @param comb  combination index with a result, -1 for the governing curves of envelopeReport
     /// @return      in the order of the member curves, tension positive [stress]; empty without curves
     std::vector<jxBmStress> GetBeamStresses(int comb) const;
     /// Station of a member curve at x, interpolated linearly between its neighbours.
@@ -150,11 +161,83 @@ public:
     /// @param out        replaced; empty without a static solution. Equal extremes keep the earlier combination.
     /// @param selection  per combination; shorter ones leave the rest out
     void CalcMaxBeamVMD(std::vector<jxMaxBmVMD>& out, const std::vector<bool>& selection) const;
+    /// The same with the deflections.
+    void CalcBeamEnvelopVMD(std::vector<jxEnvelopeBmVMD>& out, const std::vector<bool>& selection) const;
+    /// Envelope of the displacements over the selected combinations, one record per node.
+    void CalcNodalDisplacementEnvelope(std::vector<jxEnvelopeValue6>& out, const std::vector<bool>& selection) const;
+    /// Of the reactions, one record per support that has one.
+    void CalcSupportReactionEnvelope(std::vector<jxEnvelopeValue6>& out, const std::vector<bool>& selection) const;
+    /// Fills envelopeReport with all three and with the governing curves of the members.
+    void CalcEnvelopeReport(const std::vector<bool>& selection);
+    /// After a frequency run with spectra: makes a load case and a combination per direction and mode out of the modal
+    /// forces, or refills those that stand; a static run then solves them and combines the modes.
+    void ConvertInertiaForces();
+    bool IsPerformingSpectrumAnalysisInDirection(int direction) const { return spectrumFactor[direction] != 0; }
+    bool HasResponseSpectrumLoadCombination() const;
+    bool IsResponseSpectrumLoadCombination(int comb) const;  ///< false beyond the list
     /// Library behind the last sparse run, "PARDISO" or "MUMPS"; empty before one.
     CString SparseSolverName() const;
     int SolverThreads() const { return solverThreads_; }  ///< of the last sparse run; 1 before
 
     // --- Model operations -------------------------------------------------------------------------------------------
+    // The operations below carry each change into every record that refers to what they change; results are the host's
+    // to clear. Those on "selected" elements take bit 0 of bSelected. What takes an end of a member throws jxException
+    // "error finding node <id>", before anything is changed. Message boxes appear when bInteractive is set.
+
+    /// Joins nodes nearer to each other than mergeTolerance: of each such pair the one farther from the origin stays.
+    /// Of supports, nodal springs and coupled springs that so come to stand side by side at one node the first stays.
+    /// @return  the removed nodes by id, with the id of the one that stands for them in no
+    std::vector<jxNd> MergeNodes();
+    std::vector<jxBm> MergeBeams();        ///< joins members between the same nodes, either way round; the last stays
+    std::vector<jxShell4> MergeShell4s();  ///< joins shells of the same corners in the same turn; the last stays
+    std::vector<jxShell3> MergeShell3s();  ///< nothing is joined
+    std::vector<jxBrick> MergeBricks();    ///< joins bricks of the same eight nodes in order; the last stays
+    /// All four, and RemoveInvalidElements.
+    /// @param messages  0 tells of what was found, 1 tells always, any other number nothing
+    jxMergedInfo Merge(int messages = 0);
+    void RenumberNodes();   ///< gives each node the id that stands in its no
+    void RenumberBeams();   ///< likewise
+    void RenumberShells();  ///< likewise, of the four-node shells
+    void RenumberBricks();  ///< likewise
+    /// Removes elements that name one node twice, with their loads, springs and releases. The counts are returned.
+    void RemoveInvalidElements(int& members, int& shell4s, int& bricks);
+    /// Removes nodes that no element, diaphragm, constraint or area load names, with what belongs to them.
+    /// @return  their ids
+    std::vector<int> RemoveOrphanedNodes();
+    /// Turns the selected elements round: their first end becomes the last, shells and bricks turn over. Loads stay.
+    void ReverseNodeOrder();
+    /// Sets bit 0 of bSelected of nodes and elements to select, or inverts it with reverse; hidden ones (bit 1) stay. A
+    /// select of 0 clears, or inverts, that of supports, springs, releases, loads, masses, diaphragms, constraints too.
+    void SelectAll(int select, int reverse);
+
+    /// Cuts each selected member into pieces of the given lengths, or into as many equal ones; loads, line springs and
+    /// releases go along. The first piece keeps the id, new ids follow the largest. The list is cut off, or filled up by
+    /// one more piece, where it does not fit a member.
+    void ExplodeBeam(std::vector<double>& pieces, int equal);
+    /// Cuts stiff ends off the selected members; an offset that is not positive is none.
+    /// @param rigidSection  id of the section of the ends
+    void CreateBeamRigidOffset(double startOffset, double endOffset, int rigidSection);
+    /// Cuts the selected members into pieces of one section each, in steps of a taper. The sections are added.
+    void NonPrismaticBeam(std::vector<double>& pieces, const std::vector<jxSect>& sections);
+    /// Cuts the selected members at the nodes on them, nearer than mergeTolerance. Line springs stay on the first piece.
+    /// @return  ids of the members that were cut
+    std::vector<int> ExplodeSelectedBeamsAtNodes();
+    /// The same for these members, which stay selected.
+    std::vector<int> ClearSelectionAndExplodeBeamsAtNodesForSpecifiedBeams(const std::vector<int>& beams);
+    /// Adds a node where two of the members cross within their lengths; the members are not cut.
+    std::vector<jxIntersectionNode> InsertNodesAtBeamIntersectionsForBeams(const std::vector<int>& beams);
+    /// The same for members given as records; only their ids and ends are looked at.
+    std::vector<jxIntersectionNode> InsertNodesAtBeamIntersectionsForBeams(const std::vector<jxBm>& beams);
+
+    bool HasAreaLoads() const;  ///< some load case has an area load
+    /// Turns the area loads of a load case into line loads on the members within each footprint.
+    /// @param loadCase         index; outside the list nothing is converted
+    /// @param removeAreaLoads  takes the area loads out
+    /// @param mergeFirst       runs Merge before
+    /// @return  true when every footprint is loaded whole; what got no load is told in lines and among the findings
+    /// @throws jxException  a footprint without a plane or an area, a corner that is no node: no loads are added
+    bool ConvertAreaLoads(int loadCase, bool removeAreaLoads, bool mergeFirst);
+
     /// Turns span and surface loads along local axes into loads along global ones, of the same resultant, in place.
     /// @throws jxException  "error finding <record> <id>" for a load on no element; lists of loads before its own are
     /// turned by then
@@ -170,6 +253,39 @@ public:
                                   const jxDiaphragm& d) const;
     /// Index of the load case with this label, exact, first match; -1 when there is none.
     int FindLoadCase(const wchar_t* label) const;
+
+    // Growth from a pattern: copy c of a record has its id plus c times an increment and all else of it, elements that
+    // join a copy to the one before count up from an id. They take the material of the pattern's element; section or
+    // thickness is 1, and the material too where a node has none. Lists are sorted by id afterwards; whether new ids
+    // are free is the caller's concern. The pattern may be a list of this model. A failure changes nothing: jxException
+    // for an id beyond 1 to 2147483647, "error finding node <id>" for an element whose nodes are not copied with it.
+
+    /// Copies nodes along a direction and joins each to its next copy by a member.
+    /// @param steps            distances between copies [length]; without one nothing is made
+    /// @param direction        unit vector, the way of the steps
+    /// @param memberIncrement  id of the first member; the others count up, step by step
+    void ExtrudeNodes(const std::vector<jxNd>& nodes, const std::vector<double>& steps, jxPoint direction,
+                      int nodeIncrement, int memberIncrement);
+    /// Copies members with their nodes; shells that count from shellIncrement join them, node 1 and 2 of the earlier
+    /// member, 2 and 1 of the later.
+    void ExtrudeBeams(const std::vector<jxNd>& nodes, const std::vector<jxBm>& beams, const std::vector<double>& steps,
+                      jxPoint direction, int nodeIncrement, int beamIncrement, int shellIncrement);
+    /// Copies shells with their nodes; bricks that count from brickIncrement join them, the earlier shell first.
+    void ExtrudeShell4s(const std::vector<jxNd>& nodes, const std::vector<jxShell4>& shells,
+                        const std::vector<double>& steps, jxPoint direction, int nodeIncrement, int shellIncrement,
+                        int brickIncrement);
+    /// Copies members about the Y axis in equal angles, joined as ExtrudeBeams joins them.
+    ///
+    /// A copy stands at the distance of its node from the axis, at the angle from +X towards -Z: the pattern is meant to
+    /// lie at angle 0, where its own bearing is not looked at. A full turn, 360 degrees within 0.001, makes one copy
+    /// less: its last ring ends on the pattern. A node on the axis has coincident copies, which Merge joins.
+    /// @param startAngle, endAngle  [degree]; the last copy stands at the end
+    /// @param copies                below 1, and 1 of a full turn, nothing is made
+    void RevolveBeams(const std::vector<jxNd>& nodes, const std::vector<jxBm>& beams, double startAngle,
+                      double endAngle, int copies, int nodeIncrement, int beamIncrement, int shellIncrement);
+    /// The same of shells, joined as ExtrudeShell4s joins them.
+    void RevolveShell4s(const std::vector<jxNd>& nodes, const std::vector<jxShell4>& shells, double startAngle,
+                        double endAngle, int copies, int nodeIncrement, int shellIncrement, int brickIncrement);
 
     // --- Host channel -----------------------------------------------------------------------------------------------
     unsigned char bInteractive = 1;  ///< message boxes may be shown
@@ -335,6 +451,8 @@ public:
     std::vector<jxConcreteSection> concreteSections;  ///< candidates of its columns, by name
     std::vector<P_M_Sect> interactionSurfaces;        ///< theirs, in kip and kip-ft
     std::map<int, std::vector<int>> nodeBeams;        ///< members meeting at a node
+    jxFrequencyOutcome frequencyOutcome;              ///< course of the last frequency run
+    jxEnvelopeReport envelopeReport;                  ///< of CalcEnvelopeReport
 
     // --- Stages of a run --------------------------------------------------------------------------------------------
     // Called by ExecuteStatic in its order, in internal units; each leaves units, saved input and the other results as
@@ -433,9 +551,15 @@ public:
     void AverageBrickStresses(CjxBrickGroup& group, int comb);
 
     // After the last combination.
-    void CalcModalCombinationResult();  ///< nothing until a spectrum run has filled its results
-    void CalcRcBeamEnvelop();           ///< concreteEnvelope over the combinations marked for concrete
-    void CalcRcWoodArmerMoment();       ///< woodArmer over the same combinations; zeros for a shell left out
+    void CalcModalCombinationResult();  ///< both below, into an empty modalResult
+    /// Combines the results of the inertia combinations mode by mode and direction by direction into modalResult, unless
+    /// that stands already. False when there are no spectrum results.
+    bool GetResponseSpectrumResults();
+    /// Adds rsFactor times the modal result to each combination. Always true.
+    /// @throws jxException  "error finding <record> <id>" when the modal result lacks a record
+    bool AddResponseSpectrumResults();
+    void CalcRcBeamEnvelop();      ///< concreteEnvelope over the combinations marked for concrete
+    void CalcRcWoodArmerMoment();  ///< woodArmer over the same combinations; zeros for a shell left out
 
     // Of a concrete design, in design units.
     int CheckRcDesignInputData();  ///< 1 when the model may be designed; all faults are logged

@@ -1,4 +1,7 @@
+#include <algorithm>
 #include <ctime>
+#include <string>
+#include <string_view>
 
 #include <fmt/chrono.h>
 
@@ -6,6 +9,7 @@
 #include "model/run_context.h"
 #include "model/solver_window.h"
 #include "platform/host_services.h"
+#include "platform/visible_text.h"
 
 namespace {
 
@@ -109,9 +113,20 @@ std::ofstream& CjxStruct::GetFileLog()
 
 void CjxStruct::LogLine(const wchar_t* text)
 {
+    if (!fileLog.is_open())
+        return;
+    // The line breaks of a message are meant; whatever else of a name would act in a terminal is shown.
+    const std::wstring_view all(text);
+    std::wstring visible;
+    for (std::size_t first = 0; first <= all.size();) {
+        const std::size_t last = std::min(all.find(L'\n', first), all.size());
+        visible += qvx::VisibleText(all.substr(first, last - first));
+        if (last < all.size())
+            visible += L'\n';
+        first = last + 1;
+    }
     // Flushed line by line: the log of a run that the system ended is complete to its last message.
-    if (fileLog.is_open())
-        GetFileLog() << text << std::endl;
+    GetFileLog() << qvx::ToUtf8(visible) << std::endl;
 }
 
 int CjxStruct::memcheck(std::ofstream& /*log*/, int kilobytes)

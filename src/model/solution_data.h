@@ -42,8 +42,6 @@ struct jxSolutionData
     qvx::RowTable lmConstraints;                  ///< 2
     qvx::RowTable lmCoupledSprings;               ///< 6
     std::vector<int> columnHeight;                ///< distance from the diagonal to the topmost stored term
-    std::vector<double> M;                        ///< second matrix of an eigen run
-    std::vector<qvx::double128> MQ;               ///< the same, quad solver
     qvx::SparseStiffness sparseK;                 ///< stiffness for a direct sparse solver
     int bAnalysed = 0;                            ///< a direct sparse solver knows the pattern of sparseK
     std::vector<qvx::double128> settlement;       ///< prescribed displacements v by equation; empty without any
@@ -51,5 +49,6 @@ struct jxSolutionData
     std::vector<qvx::RoundedTerm> rounded;        ///< of terms that call for a refined solution
     std::vector<double> axialForces;              ///< of the members in this stiffness; empty where all are 0
     std::vector<double> shellDrilling;            ///< stiffness of each shell about its normal in this stiffness
+    int bTellSkyline = 0;                         ///< tells the size of the skyline form although the store is another
     int bForceSkyline = 0;                        ///< keeps the skyline form although solverType is 2
 };

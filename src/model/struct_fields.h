@@ -136,6 +136,10 @@ inline constexpr auto kCombinationResults = RecordFields(
     InMemory("combinations", &CjxStruct::combResults, "per combination"),
     InMemory("modal", &CjxStruct::modalResult, "the modal combination"));
 
+/// Results of operations on results, which no file shows.
+inline constexpr auto kReportResults = RecordFields(
+    InMemory("envelopeReport", &CjxStruct::envelopeReport, "envelopes over chosen combinations"));
+
 /// State of a run, and how its combinations went.
 inline constexpr auto kRunState = RecordFields(
     InMemory("penaltyFactor", &CjxStruct::penaltyFactor, "penalty over the largest diagonal stiffness"),
@@ -147,7 +151,8 @@ inline constexpr auto kRunState = RecordFields(
     InMemory("linearCombCount", &CjxStruct::linearCombCount, ""),
     InMemory("bElementStateChanged", &CjxStruct::bElementStateChanged, ""),
     InMemory("combOutcomes", &CjxStruct::combOutcomes, "per combination"),
-    InMemory("digitsLost", &CjxStruct::digitsLost, ""));
+    InMemory("digitsLost", &CjxStruct::digitsLost, ""),
+    InMemory("frequencyOutcome", &CjxStruct::frequencyOutcome, "of the last frequency run"));
 
 // clang-format on
 
@@ -155,6 +160,7 @@ inline constexpr auto kRunState = RecordFields(
 inline constexpr auto kInput =
     std::tuple_cat(kUnlistedInput, kDocumentFields, kAnalysisSettings, kModelLists, kClosingFields);
 /// All that may hold numbers with units.
-inline constexpr auto kConverted = std::tuple_cat(kInput, kGenerated, kResultLists, kCombinationResults);
+inline constexpr auto kConverted =
+    std::tuple_cat(kInput, kGenerated, kResultLists, kCombinationResults, kReportResults);
 
 }  // namespace qvx

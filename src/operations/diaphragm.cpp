@@ -6,12 +6,12 @@
 
 #include "elements/invariants.h"
 #include "model/find_record.h"
+#include "operations/geometric_tolerance.h"
 #include "tools/geometry.h"
 
 namespace {
 
-// Geometric tolerance relative to the size of a footprint.
-constexpr double kRelativeTolerance = 5e-7;
+using qvx::kRelativeTolerance;
 
 [[noreturn]] void ThrowInvalid(const jxDiaphragm& d, const wchar_t* reason)
 {

@@ -19,6 +19,7 @@ int NextId(const std::vector<Record>& records)
 
 }  // namespace
 
+// Running sums: a step of 0 or a negative one is the caller's, and its positions are what he asked for.
 std::vector<double> GridPositions(const std::vector<double>& steps)
 {
     std::vector<double> positions = {0.0};
@@ -31,6 +32,7 @@ std::vector<double> GridPositions(const std::vector<double>& steps)
 void RequireIdsFor(double nNodes, double nElements)
 {
     assert(nNodes >= 0 && nElements >= 0);
+    // Counts come as doubles: a product of three sizes may pass every integer type.
     if (nNodes <= INT_MAX && nElements <= INT_MAX)
         return;
     CString text;
@@ -38,6 +40,7 @@ void RequireIdsFor(double nNodes, double nElements)
     throw jxException(text);
 }
 
+// Labels, selection and the rest stay those of a fresh record.
 void AddNode(std::vector<jxNd>& nodes, double x, double y, double z)
 {
     nodes.push_back({.id = NextId(nodes), .x = x, .y = y, .z = z});

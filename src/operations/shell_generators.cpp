@@ -15,6 +15,7 @@ struct Cell
     int corners[4];
 };
 
+// With the material and the thickness of a fresh record.
 void AddShell4(std::vector<jxShell4>& shells, const Cell& c)
 {
     jxShell4 shell{.id = static_cast<int>(shells.size()) + 1};
@@ -22,6 +23,7 @@ void AddShell4(std::vector<jxShell4>& shells, const Cell& c)
     shells.push_back(shell);
 }
 
+// Cut along the diagonal from the cell's origin; both keep the cell's sense and with it its normal.
 void AddTriangles(std::vector<jxShell3>& shells, const Cell& c)
 {
     const int id = static_cast<int>(shells.size()) + 1;
@@ -37,6 +39,7 @@ void TellShells(std::size_t nNodes, std::size_t nShells)
     AfxMessageBox(text);
 }
 
+// Points are joined by their position in the line; a closed line of two points would give shells without area.
 void RequireLoftable(const std::vector<std::vector<jxPoint>>& lines, bool wrapJ)
 {
     for (const std::vector<jxPoint>& line : lines)
@@ -91,6 +94,7 @@ void GenerateShell(std::vector<jxNd>& nodes, std::vector<jxShell4>& shell4s,
     if (lines.size() < 2 || lines.front().size() < 2)
         return;
     RequireLoftable(lines, wrapJ);
+    // Shells are fewer than nodes, as asserted below.
     qvx::RequireIdsFor(static_cast<double>(lines.size()) * static_cast<double>(lines.front().size()), 0);
     std::vector<jxNd> loftNodes;
     for (const std::vector<jxPoint>& line : lines)
@@ -102,6 +106,7 @@ void GenerateShell(std::vector<jxNd>& nodes, std::vector<jxShell4>& shell4s,
     const int nShellsPerLine = wrapJ ? m : m - 1;
     for (int i = 0; i + 1 < static_cast<int>(lines.size()); ++i)
         for (int j = 0; j < nShellsPerLine; ++j) {
+            assert(j + 1 < m || wrapJ);
             const int here = i * m + j + 1;
             const int next = i * m + (j + 1) % m + 1;
             AddShell4(quads, {{here, next, next + m, here + m}});

@@ -42,6 +42,7 @@ jxPoint BilinearPoint(const jxNd corners[4], double r, double s)
     return p;
 }
 
+// Before anything is made: an id beyond the integers would wrap to a negative one.
 void RequireIds(const wchar_t* kind, double count, int first)
 {
     if (count + first - 1 <= INT_MAX)
@@ -82,6 +83,7 @@ void submesh_shell4(std::vector<jxNd>& nodes, std::vector<jxShell4>& shell4s, co
         for (int i = 0; i <= nx; ++i) {
             if ((i == 0 || i == nx) && (j == 0 || j == ny))
                 continue;  // a corner
+            // A warped shell is divided on its bilinear surface, the one that its own element interpolates.
             const jxPoint p = BilinearPoint(corners, 2.0 * i / nx - 1, 2.0 * j / ny - 1);
             table.At(i, j) = firstNode + static_cast<int>(newNodes.size());
             newNodes.push_back({.id = table.At(i, j), .x = p.x, .y = p.y, .z = p.z});
@@ -90,11 +92,13 @@ void submesh_shell4(std::vector<jxNd>& nodes, std::vector<jxShell4>& shell4s, co
     for (int j = 0; j < ny; ++j)
         for (int i = 0; i < nx; ++i) {
             jxShell4 cell = shell;
+            // The first cell takes the place of the shell: what refers to the shell's id keeps meaning a shell.
             if (!cells.empty())
                 cell.id = firstShell + static_cast<int>(cells.size()) - 1;
             const int ring[4] = {table.At(i, j), table.At(i + 1, j), table.At(i + 1, j + 1), table.At(i, j + 1)};
             std::copy(std::begin(ring), std::end(ring), cell.node);
             cells.push_back(cell);
         }
+    assert(cells.size() == static_cast<std::size_t>(nx) * static_cast<std::size_t>(ny));
     Append(nodes, shell4s, newNodes, shell, cells);
 }

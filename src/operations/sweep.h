@@ -7,7 +7,7 @@
 namespace qvx {
 
 /// Radians of one degree to eight digits, as hosts of this library have it: what a host draws of a sweep before it is
-/// made and what is then made coincide. A full turn in these radians falls 1.1e-8 beyond 2 pi.
+/// made and what is then made coincide. A full turn in these radians falls 1.7e-7 beyond 2 pi.
 inline constexpr double kRadiansPerDegree = 0.017453293;
 
 /// Whether a sweep comes back to where it began: it goes once around in the positive sense within 0.001 [degree].

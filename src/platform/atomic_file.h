@@ -4,13 +4,14 @@
 #include <filesystem>
 #include <string_view>
 
+#include "platform/export.h"
 #include "platform/pending_file.h"
 
 namespace qvx {
 
 /// A file that stands under its name only when it is whole, which Commit tells (PendingFile). Every function throws
 /// FileError when the folder cannot be written to or the disk is full; nothing is left behind then.
-class AtomicFile
+class QVXFEM_API AtomicFile
 {
 public:
     /// Opens the file under a temporary name.

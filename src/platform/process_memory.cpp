@@ -2,7 +2,11 @@
 
 #include <algorithm>
 #include <atomic>
+#include <cassert>
 #include <fstream>
+
+#include <sys/mman.h>
+#include <sys/resource.h>
 
 namespace qvx {
 
@@ -41,6 +45,22 @@ void CountWorkerPeak(std::uint64_t bytes)
     std::uint64_t peak = WorkerPeak();
     while (bytes > peak && !WorkerPeak().compare_exchange_weak(peak, bytes)) {
     }
+}
+
+bool IsAddressSpaceLimited()
+{
+    rlimit limit{};
+    return getrlimit(RLIMIT_AS, &limit) == 0 && limit.rlim_cur != RLIM_INFINITY;
+}
+
+bool HasAddressSpace(std::size_t bytes)
+{
+    assert(bytes > 0 && "the system maps no empty piece");
+    void* trial = mmap(nullptr, bytes, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS | MAP_NORESERVE, -1, 0);
+    if (trial == MAP_FAILED)
+        return false;
+    munmap(trial, bytes);
+    return true;
 }
 
 }  // namespace qvx

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 
@@ -16,5 +17,10 @@ QVXFEM_API std::uint64_t PeakMemory();
 
 /// A process that worked for this one has ended with this peak [bytes].
 void CountWorkerPeak(std::uint64_t bytes);
+
+/// Whether the addresses of this process are limited, as `ulimit -v` does it.
+bool IsAddressSpaceLimited();
+/// Whether the process can have so many more addresses in one piece [bytes].
+bool HasAddressSpace(std::size_t bytes);
 
 }  // namespace qvx

@@ -47,7 +47,7 @@ char32_t NextCodePoint(std::wstring_view text, std::size_t& at)
     const auto unit = [&](std::size_t i) { return static_cast<char32_t>(text[i]); };
     const char32_t first = unit(at++);
     const bool isLead = first >= 0xD800 && first < 0xDC00;
-    if (sizeof(wchar_t) == 2 && isLead && at < text.size() && unit(at) >= 0xDC00 && unit(at) < 0xE000)
+    if (isLead && at < text.size() && unit(at) >= 0xDC00 && unit(at) < 0xE000)
         return 0x10000 + ((first - 0xD800) << 10) + (unit(at++) - 0xDC00);
     return (first >= 0xD800 && first < 0xE000) || first > 0x10FFFF ? kReplacement : first;
 }

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "model/records/design_criteria.h"
+#include "platform/export.h"
 
 namespace qvx {
 
@@ -28,6 +29,6 @@ struct BarTables
 std::optional<BarTables> ReadBarTables(std::string_view text);
 
 /// The tables of the file that comes with the library: ASTM, CSA and Metric.
-const BarTables& BuiltInBarTables();
+QVXFEM_API const BarTables& BuiltInBarTables();
 
 }  // namespace qvx

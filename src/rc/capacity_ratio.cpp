@@ -4,7 +4,7 @@
 #include <cmath>
 #include <optional>
 
-#include "rc/interaction_surface.h"
+#include "rc/surface_point.h"
 
 namespace qvx {
 namespace {
@@ -26,11 +26,18 @@ Vector Cross(const Vector& a, const Vector& b)
     return {a[1] * b[2] - a[2] * b[1], a[2] * b[0] - a[0] * b[2], a[0] * b[1] - a[1] * b[0]};
 }
 
-/// How many times the ray reaches the triangle A, B, C; nothing when it passes beside it or runs the other way.
+/// Where a ray meets a triangle.
+struct Meeting
+{
+    double reach = 0;        ///< how many times the ray goes that far
+    double weights[3] = {};  ///< of the corners, in parts of 1
+};
+
+/// Meeting of the ray with the triangle A, B, C; nothing when it passes beside it or runs the other way.
 ///
 /// wA A + wB B + wC C = V ray for the triple products wA = ray (B x C) and so on and V = A (B x C): the weights of the
 /// corners but for their sum, whatever the scales of force and moment.
-std::optional<double> Reach(const Vector& ray, const Vector& A, const Vector& B, const Vector& C)
+std::optional<Meeting> Meet(const Vector& ray, const Vector& A, const Vector& B, const Vector& C)
 {
     constexpr double kInside = -1e-9;  // of the sum: on an edge, but for rounding
     const Vector BxC = Cross(B, C);
@@ -43,7 +50,9 @@ std::optional<double> Reach(const Vector& ray, const Vector& A, const Vector& B,
         if (!(weight / sum >= kInside))
             return std::nullopt;
     const double reach = Dot(A, BxC) / sum;
-    return reach > 0 ? std::optional(reach) : std::nullopt;
+    if (!(reach > 0))
+        return std::nullopt;
+    return Meeting{reach, {weights[0] / sum, weights[1] / sum, weights[2] / sum}};
 }
 
 /// The two curves of a strip of patches.
@@ -59,7 +68,17 @@ struct Strip
     }
 };
 
-std::optional<double> ReachOfPatch(const Vector& ray, const Strip& strip, std::size_t i)
+double LengthOf(const jxSectionLoad& load)
+{
+    return std::sqrt(load.P * load.P + load.M3 * load.M3 + load.M2 * load.M2);
+}
+
+P_M_Point PointOf(const Vector& v)
+{
+    return {.P = v[0], .M3 = v[1], .M2 = v[2]};
+}
+
+std::optional<SurfaceHit> HitOfPatch(const Vector& ray, const Strip& strip, std::size_t i)
 {
     const std::array<Vector, 4> corners = {VectorOf(strip.left[i]), VectorOf(strip.right[i]),
                                            VectorOf(strip.right[i + 1]), VectorOf(strip.left[i + 1])};
@@ -70,8 +89,12 @@ std::optional<double> ReachOfPatch(const Vector& ray, const Strip& strip, std::s
         for (std::size_t j = 0; j < 3; ++j)
             mean[j] += corner[j] / 4;
     for (std::size_t j = 0; j < 4; ++j)
-        if (const auto reach = Reach(ray, corners[j], corners[(j + 1) % 4], mean))
-            return reach;
+        if (const auto meeting = Meet(ray, corners[j], corners[(j + 1) % 4], mean))
+            return SurfaceHit{.point = i,
+                              .side = static_cast<int>(j),
+                              .corners = {PointOf(corners[j]), PointOf(corners[(j + 1) % 4]), PointOf(mean)},
+                              .weights = {meeting->weights[0], meeting->weights[1], meeting->weights[2]},
+                              .reach = meeting->reach};
     return std::nullopt;
 }
 
@@ -111,8 +134,8 @@ RayCone ConeOf(const Strip& strip, std::size_t first, std::size_t last)
     return cone;
 }
 
-std::optional<double> ReachOfStrip(const Vector& ray, const Vector& unitRay, const Strip& strip,
-                                   const std::vector<RayCone>& cones)
+std::optional<SurfaceHit> HitOfStrip(const Vector& ray, const Vector& unitRay, const Strip& strip,
+                                     const std::vector<RayCone>& cones)
 {
     const std::size_t patches = strip.PatchCount();
     for (std::size_t first = 0; first < patches; first += kPatchesPerCone) {
@@ -120,8 +143,8 @@ std::optional<double> ReachOfStrip(const Vector& ray, const Vector& unitRay, con
         if (group < cones.size() && !IsIn(unitRay, cones[group]))
             continue;
         for (std::size_t i = first; i < std::min(first + kPatchesPerCone, patches); ++i)
-            if (const auto reach = ReachOfPatch(ray, strip, i))
-                return reach;
+            if (const auto hit = HitOfPatch(ray, strip, i))
+                return hit;
     }
     return std::nullopt;
 }
@@ -138,22 +161,34 @@ void FormCones(std::vector<P_M_Int>& curves)
     }
 }
 
-double CapacityRatio(const std::vector<P_M_Int>& curves, const jxSectionLoad& load)
+std::optional<SurfaceHit> FindHit(const std::vector<P_M_Int>& curves, const jxSectionLoad& load)
 {
     const Vector ray = {load.P, load.M3, load.M2};
-    const double length = std::sqrt(Dot(ray, ray));
+    const double length = LengthOf(load);
     if (length == 0)
-        return 0;
+        return std::nullopt;
     const Vector unitRay = {ray[0] / length, ray[1] / length, ray[2] / length};
     for (std::size_t k = 0; k < curves.size(); ++k) {
         const Strip strip{curves[k].points, curves[(k + 1) % curves.size()].points};
         assert(strip.left.size() == strip.right.size() && strip.left.size() > 1);
-        if (const auto reach = ReachOfStrip(ray, unitRay, strip, curves[k].cones))
-            // The ray scales axial force and moments together; the cap on the axial force (22.4.2.1) stands beside it,
-            // as the surface is that of the section without it.
-            return load.P > 0 ? std::max(1 / *reach, load.P / curves[k].cap) : 1 / *reach;
+        if (auto hit = HitOfStrip(ray, unitRay, strip, curves[k].cones)) {
+            hit->curve = k;
+            return hit;
+        }
     }
-    return kNoCapacity;
+    return std::nullopt;
+}
+
+double CapacityRatio(const std::vector<P_M_Int>& curves, const jxSectionLoad& load)
+{
+    if (LengthOf(load) == 0)
+        return 0;
+    const std::optional<SurfaceHit> hit = FindHit(curves, load);
+    if (!hit)
+        return kNoCapacity;
+    // The ray scales axial force and moments together; the cap on the axial force (22.4.2.1) stands beside it, as the
+    // surface is that of the section without it.
+    return load.P > 0 ? std::max(1 / hit->reach, load.P / curves[hit->curve].cap) : 1 / hit->reach;
 }
 
 }  // namespace qvx

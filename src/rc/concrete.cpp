@@ -5,5 +5,7 @@
 double CConcrete::Note(const char* name, double value, const char* clause, const char* before,
                        const char* equation) const
 {
-    return qvx::Noted(trace_, {name, value, qvx::ClauseOf(code_, clause, before), equation});
+    if (trace_ != nullptr)
+        trace_->Note({name, value, qvx::ClauseOf(code_, clause, before), equation});
+    return value;
 }

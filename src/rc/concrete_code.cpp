@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cassert>
 #include <cmath>
+#include <cstring>
 
 namespace qvx {
 namespace {
@@ -25,11 +26,63 @@ constexpr ConcreteCodeFactors kFactors[] = {
 };
 // clang-format on
 
+/// A clause that editions count differently. 318-08 gave lightweight concrete a clause of its own (8.6) and moved
+/// slenderness (10.12 to 10.10) and shear (11.3 to 11.2, 11.5 to 11.4); 318-05 put two clauses into 11.5.
+struct ClauseNumbers
+{
+    const char* since08;
+    const char* of05;
+    const char* until02;
+};
+
+constexpr ClauseNumbers kClausesBefore08[] = {
+    {"8.6.1", "11.2.1", "11.2.1"},           {"10.10.6", "10.12.3", "10.12.3"},
+    {"10.10.6.1", "10.12.3", "10.12.3"},     {"10.10.6.2", "10.12.3", "10.12.3"},
+    {"10.10.6.3", "10.12.1", "10.12.1"},     {"10.10.6.4", "10.12.3.1", "10.12.3.1"},
+    {"10.10.6.5", "10.12.3.2", "10.12.3.2"}, {"11.2.1.1", "11.3.1.1", "11.3.1.1"},
+    {"11.2.1.2", "11.3.1.2", "11.3.1.2"},    {"11.2.2.3", "11.3.2.3", "11.3.2.3"},
+    {"11.4.2", "11.5.2", "11.5.2"},          {"11.4.5", "11.5.5", "11.5.4"},
+    {"11.4.6.1", "11.5.6.1", "11.5.5.1"},    {"11.4.6.3", "11.5.6.3", "11.5.5.3"},
+    {"11.4.7", "11.5.7", "11.5.6"},          {"11.4.7.2", "11.5.7.2", "11.5.6.2"},
+    {"11.4.7.9", "11.5.7.9", "11.5.6.9"},
+};
+
+/// 318-19 took the prestressed members out of 22.5, so that the clauses behind them moved up.
+constexpr const char* kClausesOf14[][2] = {
+    {"22.5.8.1", "22.5.10.1"},
+    {"22.5.8.5.3", "22.5.10.5.3"},
+    {"22.5.8.5.5", "22.5.10.5.5"},
+    {"9.6.3.4", "9.6.3.3"},
+};
+
 constexpr double kPsi = 1.0 / 1000;                                  // in ksi
 constexpr double kPoundPerCubicFoot = 1000.0 * 1728;                 // of kip/in^3
 constexpr double kCrushingStress = kSteelModulus * kCrushingStrain;  // 87 ksi: of steel at the crushing strain
 
+const char* ClauseOf14(const char* of19)
+{
+    for (const auto& [number, earlier] : kClausesOf14)
+        if (std::strcmp(number, of19) == 0)
+            return earlier;
+    return of19;
+}
+
+const char* ClauseBefore08(int code, const char* since08)
+{
+    for (const ClauseNumbers& clause : kClausesBefore08)
+        if (std::strcmp(clause.since08, since08) == 0)
+            return code == kAci318_05 ? clause.of05 : clause.until02;
+    return since08;
+}
+
 }  // namespace
+
+const char* ClauseOf(int code, const char* reorganized, const char* before)
+{
+    if (IsReorganized(code))
+        return code == kAci318_14 ? ClauseOf14(reorganized) : reorganized;
+    return code < kAci318_08 ? ClauseBefore08(code, before) : before;
+}
 
 const wchar_t* ConcreteCodeName(int code)
 {

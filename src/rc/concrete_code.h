@@ -29,11 +29,10 @@ constexpr bool IsReorganized(int code)
     return code >= kAci318_14;
 }
 
-/// The clause of the edition: the first for 318-14 and 318-19, the second for the editions before.
-constexpr const char* ClauseOf(int code, const char* reorganized, const char* before)
-{
-    return IsReorganized(code) ? reorganized : before;
-}
+/// The clause of an edition.
+/// @param reorganized  number in 318-19; 318-14 counts the clauses on shear reinforcement otherwise
+/// @param before       number in 318-08 and 318-11; the editions before count slenderness and shear otherwise
+const char* ClauseOf(int code, const char* reorganized, const char* before);
 
 /// What differs from edition to edition, and depends on nothing else.
 struct ConcreteCodeFactors

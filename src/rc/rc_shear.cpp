@@ -87,7 +87,8 @@ bool CRcShear::NeedsStirrups(const ConcreteShear& Vc, double lambda, bool isColu
     const double strength = concrete_.Note("phi Vc [kip]", phi * Vc.withoutStirrups, "22.5.1.1", "11.1.1",
                                            "of the member without stirrups");
     if (concrete_.Code() != qvx::kAci318_19 || isColumn)
-        return V_ > concrete_.Note("Vu,min [kip]", 0.5 * strength, "10.6.2.1", "11.4.6.1", "0.5 phi Vc");
+        return V_ > concrete_.Note("Vu,min [kip]", 0.5 * strength, isColumn ? "10.6.2.1" : "9.6.3.1", "11.4.6.1",
+                                   "0.5 phi Vc");
     // 318-19 lets a beam go without up to its strength, which knows the size effect, but not beyond phi lambda sqrt(f'c) b d.
     const double threshold = concrete_.Note("Vu,min [kip]", phi * lambda * qvx::SqrtFc(concrete_.fc) * b_ * d_,
                                             "9.6.3.1", "", "phi lambda sqrt(f'c) b d");

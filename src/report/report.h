@@ -100,6 +100,8 @@ public:
     unsigned char hasStaticResults = 0;    ///< sections of static results are written
     unsigned char hasEigenResults = 0;     ///< sections of modes are written
     unsigned char hasSpectrumResults = 0;  ///< sections of responses to spectra are written
+    int bConcreteDesign = 1;               ///< whether the sections of the concrete design are written
+    int bSteelDesign = 1;                  ///< whether that of the steel design is
     std::function<void()> onPiece;         ///< called before each megabyte is written; what it throws ends the report
 
     /// Opens "<document path>.htm". False, after the message box "Error opening file %s", when that fails.
@@ -189,6 +191,17 @@ public:
     void list_brick_nodal_resultants();
     ///@}
 
+    // --- Design (report/report_design.cpp) --------------------------------------------------------------------------
+    ///@{
+    /// Writes one section: heading, then a row per station, point of a plate, or section that was kept. Throws as
+    /// run_report.
+    void list_concrete_beams();
+    void list_concrete_columns();
+    void list_concrete_shear();
+    void list_concrete_plates();
+    void list_steel_members();
+    ///@}
+
     // --- Modes (report/report_modal.cpp); direction 0 X, 1 Y, 2 Z --------------------------------------------------
     ///@{
     /// Writes one section: per mode heading and rows. Throws as run_report.
@@ -228,6 +241,6 @@ namespace qvx {
 /// Turns the switches of these sections on and all others off. Sections are named by their anchors, such as
 /// "nodal_displacements"; one switch may turn on several.
 /// @return the first name that is no section, and nothing is changed then; else empty
-QVXFEM_API std::string SelectReportSections(jxReport& report, const std::vector<std::string>& sections);
+QVXFEM_API std::string SelectReportSections(CjxReport& report, const std::vector<std::string>& sections);
 
 }  // namespace qvx

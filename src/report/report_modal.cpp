@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "model/jx_struct.h"
+#include "model/physical_constants.h"
 #include "report/report.h"
 #include "report/report_selection.h"
 #include "report/report_six_values.h"
@@ -15,7 +16,6 @@ using namespace qvx;
 
 namespace {
 
-constexpr double kTwoPi = 6.283185308;  // the constant of the frequency run
 constexpr const char* kDirectionAnchors[] = {"x", "y", "z"};
 constexpr const char* kDirectionNames[] = {"SX", "SY", "SZ"};
 

@@ -144,6 +144,11 @@ constexpr ReportSection kSections[] = {
     {"brick_stresses", "Brick Stresses", &R::bBrickStresses, HasResultsOf<&M::bricks, &C::brickStresses>, Write<&R::list_brick_stresses>},
     {"brick_principal_stresses", "Brick Principal Stresses", &R::bBrickPrincipalStresses, HasResultsOf<&M::bricks, &C::brickStresses>, Write<&R::list_brick_principal_stresses>},
     {"brick_nodal_resultants", "Brick Nodal Resultants", &R::bNodalResultants, HasResultsOf<&M::bricks, &C::brickStresses>, Write<&R::list_brick_nodal_resultants>},
+    {"concrete_beams", "Concrete Beams", &R::bConcreteDesign, HasAny<&M::concreteBeams>, Write<&R::list_concrete_beams>},
+    {"concrete_columns", "Concrete Columns", &R::bConcreteDesign, HasAny<&M::concreteColumns>, Write<&R::list_concrete_columns>},
+    {"concrete_shear", "Concrete Shear", &R::bConcreteDesign, HasAny<&M::concreteShear>, Write<&R::list_concrete_shear>},
+    {"concrete_plates", "Concrete Plates", &R::bConcreteDesign, HasAny<&M::concretePlates>, Write<&R::list_concrete_plates>},
+    {"steel_members", "Steel Members", &R::bSteelDesign, HasAny<&M::steelResults>, Write<&R::list_steel_members>},
     {"eigen_values", "Eigenvalues", &R::bEigenValues, HasEigen, Write<&R::list_eigen_values>},
     {"eigen_vectors", "Eigenvectors", &R::bEigenVectors, HasEigen, Write<&R::list_eigen_vectors>},
     {"participation_factors", "Participation Factors", &R::bResponseSpectrum, HasSpectrum, Write<&R::list_participation_factors>},
@@ -180,6 +185,8 @@ constexpr const char* kShells[] = {"shell4_bending_forces_moments", "shell4_bend
                                    "shell4_principal_stresses",     "shell4_nodal_resultants",
                                    "shell4_spring_reactions"};
 constexpr const char* kBricks[] = {"brick_stresses", "brick_principal_stresses", "brick_nodal_resultants"};
+constexpr const char* kDesign[] = {"concrete_beams", "concrete_columns", "concrete_shear", "concrete_plates",
+                                   "steel_members"};
 constexpr const char* kEigen[] = {"eigen_values", "eigen_vectors"};
 constexpr const char* kSpectrum[] = {"participation_factors", "modal_displacements_x", "modal_displacements_y",
                                      "modal_displacements_z", "inertial_forces_x",     "inertial_forces_y",
@@ -189,6 +196,12 @@ template <auto Records>
 bool HasStaticResultsOf(const CjxReport& report)
 {
     return report.hasStaticResults != 0 && HasAny<Records>(report);
+}
+
+bool HasDesign(const CjxReport& r)
+{
+    return std::any_of(std::begin(kDesign), std::end(kDesign),
+                       [&](const char* anchor) { return IsPresent(r, SectionOf(anchor)); });
 }
 
 constexpr ContentsGroup kInputContents[] = {
@@ -201,6 +214,7 @@ constexpr ContentsGroup kOutputContents[] = {
     {"Members: ", HasStaticResultsOf<&M::beams>, kMembers},
     {"Shells: ", HasStaticResultsOf<&M::shell4s>, kShells},
     {"Bricks: ", HasStaticResultsOf<&M::bricks>, kBricks},
+    {"Design: ", HasDesign, kDesign},
     {"Eigen Results: ", [](const CjxReport& r) { return HasEigen(r) && (r.bEigenValues != 0 || r.bEigenVectors != 0); },
      kEigen},
     {"Response Spectrum Results: ", [](const CjxReport& r) { return HasSpectrum(r) && r.bResponseSpectrum != 0; },
@@ -239,9 +253,9 @@ const ReportSection& SectionOf(const char* anchor)
     return *found;
 }
 
-std::string SelectReportSections(jxReport& report, const std::vector<std::string>& sections)
+std::string SelectReportSections(CjxReport& report, const std::vector<std::string>& sections)
 {
-    std::vector<int jxReport::*> wanted;
+    std::vector<int CjxReport::*> wanted;
     for (const std::string& name : sections) {
         const auto* found = std::find_if(std::begin(kSections), std::end(kSections),
                                          [&name](const ReportSection& s) { return s.anchor == name; });
@@ -252,7 +266,7 @@ std::string SelectReportSections(jxReport& report, const std::vector<std::string
     }
     for (const ReportSection& section : kSections)
         report.*section.isWanted = 0;
-    for (int jxReport::*const isWanted : wanted)
+    for (int CjxReport::*const isWanted : wanted)
         report.*isWanted = 1;
     return {};
 }

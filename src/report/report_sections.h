@@ -11,7 +11,7 @@ struct ReportSection
 {
     const char* anchor;
     const char* label;                     ///< of its link in the contents; null when it has none
-    int jxReport::*isWanted;               ///< switch
+    int CjxReport::*isWanted;              ///< switch
     bool (*hasRecords)(const CjxReport&);  ///< whether there is anything to list
     void (*write)(CjxReport&);
 };

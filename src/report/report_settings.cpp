@@ -3,6 +3,7 @@
 #include "model/jx_struct.h"
 #include "model/setting_names.h"
 #include "model/units.h"
+#include "platform/visible_text.h"
 #include "report/report.h"
 #include "report/report_layout.h"
 #include "report/report_pairs.h"
@@ -80,7 +81,8 @@ void CjxReport::WritePairs(const ReportPairTable& table, const std::vector<Repor
     ReportWriter& out = *writer_;
     if (!out.IsTable()) {
         for (const ReportPair& pair : pairs)
-            out.PairLine(pair.caption, table.captionWidth, ToUtf8(pair.value), table.valueWidth);
+            out.PairLine(pair.caption, table.captionWidth, ToUtf8(VisibleText(std::wstring_view(pair.value))),
+                         table.valueWidth);
         return out.EndLine();
     }
     set_table();
@@ -90,7 +92,8 @@ void CjxReport::WritePairs(const ReportPairTable& table, const std::vector<Repor
     out.EndRow();
     bool isShaded = false;
     for (const ReportPair& pair : pairs) {
-        write_row2(pair.caption, EscapedHtml(ToUtf8(pair.value)), 1, 1, isShaded ? kShade : "", "left");
+        write_row2(pair.caption, EscapedHtml(ToUtf8(VisibleText(std::wstring_view(pair.value)))), 1, 1,
+                   isShaded ? kShade : "", "left");
         isShaded = !isShaded;
     }
     out.Line("</table> ");

@@ -9,6 +9,7 @@
 
 #include "model/jx_struct.h"
 #include "model/units.h"
+#include "platform/visible_text.h"
 #include "tools/jx_exception.h"
 #include "tools/round_off.h"
 
@@ -58,6 +59,22 @@ std::string EscapedHtml(std::string_view text)
             out += entity;
         else
             out += c;
+    }
+    return out;
+}
+
+std::string EscapedMarkup(std::string_view text)
+{
+    std::string out;
+    out.reserve(text.size());
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const char next = i + 1 < text.size() ? text[i + 1] : ' ';
+        const bool beginsEntity =
+            text[i] == '&' && (next == '#' || (next >= 'A' && next <= 'Z') || (next >= 'a' && next <= 'z'));
+        if (text[i] == '<' || text[i] == '>' || beginsEntity)
+            out += HtmlEntity(text[i]);
+        else
+            out += text[i];
     }
     return out;
 }
@@ -149,8 +166,8 @@ void ReportWriter::PutInt(int value)
 
 void ReportWriter::PutUserText(std::wstring_view text)
 {
-    const std::string utf8 = ToUtf8(text);
-    Put(IsTable() ? EscapedHtml(utf8) : utf8);
+    const std::string utf8 = ToUtf8(VisibleText(text));
+    Put(IsTable() ? EscapedHtml(utf8) : EscapedMarkup(utf8));
 }
 
 void ReportWriter::Line(std::string_view text)
@@ -229,7 +246,7 @@ void ReportWriter::PairLine(std::string_view caption, int captionWidth, std::str
     Put(caption);
     Spaces(captionWidth - CharactersOf(caption));
     Put(' ');
-    Put(value);
+    Put(EscapedMarkup(value));  // an entity is read as one character: the width is that of the value
     Spaces(valueWidth - CharactersOf(value));
     EndLine();
 }
@@ -329,6 +346,14 @@ void ReportWriter::PutPadded(std::string_view utf8, int width)
     Put(utf8);
 }
 
+// An entity is read as one character: the width is that of the name.
+void ReportWriter::PutPaddedName(std::wstring_view name, int width)
+{
+    const std::string utf8 = ToUtf8(VisibleText(name));
+    Spaces(width - CharactersOf(utf8));
+    Put(EscapedMarkup(utf8));
+}
+
 void ReportWriter::TextCell(const Cell& cell, int width)
 {
     assert(width > 0 && "a column has room for something");
@@ -342,7 +367,7 @@ void ReportWriter::TextCell(const Cell& cell, int width)
         std::memcpy(place + padding, text, length);
         used_ += padding + length;
     } else if (cell.kind == Cell::Kind::Label) {
-        PutPadded(ToUtf8(cell.label), width);
+        PutPaddedName(cell.label, width);
     } else if (cell.kind == Cell::Kind::Word) {
         PutPadded(cell.word, width);
     } else if (cell.kind == Cell::Kind::Node) {

@@ -76,6 +76,10 @@ inline constexpr std::string_view kShade = "#EAEAEA";
 /// UTF-8 text with the characters escaped that HTML takes for its own.
 std::string EscapedHtml(std::string_view text);
 
+/// Text for the preformatted lines of the text report, in which nothing acts as markup: of the characters of HTML only
+/// those that would begin a tag or an entity are replaced, so that everything else stays as it was written.
+std::string EscapedMarkup(std::string_view text);
+
 /// A text of the units line with the unit that stands in brackets behind it.
 struct UnitText
 {
@@ -154,6 +158,7 @@ private:
     char* PutCellNumber(char* place, const Cell& cell) const;
     void PutContent(const Cell& cell);
     void PutPadded(std::string_view utf8, int width);
+    void PutPaddedName(std::wstring_view name, int width);
 
     std::ofstream& file_;
     const jxReport& options_;

@@ -8,12 +8,13 @@ namespace qvx {
 class OutOfCoreFile
 {
 public:
-    /// Writes the memory limit [megabytes].
+    /// Writes the memory limit [megabytes]. A file that this engine did not write stays as it is, and counts.
+    /// @return  whether it was written
     /// @throws jxException  when the file cannot be written; then none is left behind
-    static void Write(int maxCoreMegabytes);
+    static bool Write(int maxCoreMegabytes);
 
-    /// Takes the file away at the end of a run, however it ends. A file that stood there before stays, as the run has
-    /// written it.
+    /// Takes the file away at the end of a run, however it ends. A file that this engine did not write
+    /// stays.
     OutOfCoreFile();
     ~OutOfCoreFile();
     OutOfCoreFile(const OutOfCoreFile&) = delete;

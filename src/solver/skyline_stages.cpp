@@ -34,11 +34,14 @@ int DigitsLeftToUser(const CjxStruct& model)
 
 }  // namespace
 
-SkylineStages::SkylineStages(const RunContext& context, jxSolutionData& data) : model_(context.model), data_(data) {}
+SkylineStages::SkylineStages(const RunContext& context, jxSolutionData& data, StiffnessUse use)
+    : model_(context.model), data_(data), use_(use)
+{
+}
 
 void SkylineStages::Allocate(int nTerms)
 {
-    model_.AllocateStiffnessMemory(data_, 0, nTerms);
+    model_.AllocateStiffnessMemory(data_, use_, nTerms);
     solver_ = MakeSkylineSystem(model_.solverType, data_);
 }
 
@@ -58,6 +61,7 @@ bool SkylineStages::Factorize(bool bAllowNonPositivePivot)
 {
     model_.list_msg(L"FACTORIZATION", L"...");
     const FactorOutcome outcome = solver_->Factorize({.pivots = bAllowNonPositivePivot ? Pivots::Any : Pivots::Positive,
+                                                      .keepsMatrix = use_ == ForModes,  // the modes factorize it again
                                                       .digitsLeftToUser = DigitsLeftToUser(model_),
                                                       .atColumn = TellColumns(model_, model_.numberOfEquations)});
     // Allowed, the factor stands with its negative pivots: under P-Delta they tell that the load is past buckling.

@@ -13,7 +13,7 @@ namespace qvx {
 class SkylineStages : public SystemStages
 {
 public:
-    SkylineStages(const RunContext& context, jxSolutionData& data);
+    SkylineStages(const RunContext& context, jxSolutionData& data, StiffnessUse use = ForStatics);
 
     EquationSolver& Solver() override { return *solver_; }
     void Allocate(int nTerms) override;
@@ -28,6 +28,7 @@ public:
 private:
     CjxStruct& model_;
     jxSolutionData& data_;
+    StiffnessUse use_;
     std::unique_ptr<EquationSolver> solver_;
 };
 

@@ -130,20 +130,23 @@ void TellAndFactorize(const RunContext& context, EquationSolver& solver)
     model.status_msg(L"");
     WaitForProgressWindow(context);
 
-    const FactorOutcome outcome = solver.Factorize();
-    ThrowIfAborted(context);
-    if (outcome.error != 0) {
-        if (outcome.equation > 0)
-            TellBadPivot(model, outcome.equation);
-        throw jxException(model.get_pardiso_error(outcome.error));
-    }
-
+    ThrowFactorizationFault(context, solver.Factorize());
     model.list_msg0(L"FACTORIZATION", L"OK");
     CString text;
     text.Format(model.bOutOfCore ? L"%d MB [Out-Of-Core]" : L"%d MB [In-Core]",
                 static_cast<int>(context.directSolver->PeakKilobytes() / 1024));
     model.list_msg(L"Peak memory usage", text);
     PostProgress(model, kFactorizationEnds);
+}
+
+void ThrowFactorizationFault(const RunContext& context, const FactorOutcome& outcome)
+{
+    ThrowIfAborted(context);
+    if (outcome.error == 0)
+        return;
+    if (outcome.equation > 0)
+        TellBadPivot(context.model, outcome.equation);
+    throw jxException(context.model.get_pardiso_error(outcome.error));
 }
 
 void ThrowSolutionFault(const RunContext& context, int error)
@@ -167,8 +170,9 @@ void CjxStruct::configure_pardiso()
     CString text;
     text.Format(L"%d (out of %d)", solverThreads_, processors);
     list_msg(L"CPUs available for parallel computing", text);
-    if (bOutOfCore)
-        qvx::OutOfCoreFile::Write(MaxCoreMegabytes());
+    if (bOutOfCore && !qvx::OutOfCoreFile::Write(MaxCoreMegabytes()))
+        list_msg(L"The file pardiso_ooc.cfg of the current folder is not of this program: it stays, and counts",
+                 L"...");
     directSolver_ = qvx::MakeRunSolver(Context());
 }
 

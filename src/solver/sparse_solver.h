@@ -9,6 +9,10 @@ namespace qvx {
 /// @throws jxException  with the text of the solver's error, or "SOLUTION ABORTED!"
 void TellAndFactorize(const RunContext& context, EquationSolver& solver);
 
+/// Nothing when the factor stands; else node and DOF of a bad pivot are told.
+/// @throws jxException  "SOLUTION ABORTED!" when the user has stopped it, else the text of the solver's error
+void ThrowFactorizationFault(const RunContext& context, const FactorOutcome& outcome);
+
 /// Nothing when the error of a substitution is 0.
 /// @throws jxException  "SOLUTION ABORTED!" when the user has stopped it, else with the error's number
 void ThrowSolutionFault(const RunContext& context, int error);

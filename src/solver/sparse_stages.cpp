@@ -32,9 +32,10 @@ void TellFaultsOnce(Step&& step)
 
 }  // namespace
 
-SparseStages::SparseStages(const RunContext& context, jxSolutionData& data)
-    : context_(context), model_(context.model), data_(data)
+SparseStages::SparseStages(const RunContext& context, jxSolutionData& data, StiffnessUse use)
+    : context_(context), model_(context.model), data_(data), use_(use)
 {
+    data_.bTellSkyline = use == ForModes ? 1 : 0;
 }
 
 SparseStages::~SparseStages()
@@ -53,6 +54,8 @@ void SparseStages::Allocate(int)
     const RowTable* tables[] = {&data_.lmBeams,          &data_.lmLinks,   &data_.lmConstraints,
                                 &data_.lmCoupledSprings, &data_.lmShell4s, &data_.lmBricks};
     data_.sparseK.BuildPattern(NodeOfEquation(model_), tables, context_.threads);
+    if (use_ == ForModes)
+        model_.AllocateStiffnessMemory(data_, use_, static_cast<int>(data_.sparseK.Value().size()));
 }
 
 void SparseStages::AddBoundary(int comb)

@@ -16,7 +16,7 @@ namespace qvx {
 class SparseStages : public SystemStages
 {
 public:
-    SparseStages(const RunContext& context, jxSolutionData& data);
+    SparseStages(const RunContext& context, jxSolutionData& data, StiffnessUse use = ForStatics);
     ~SparseStages() override;
 
     EquationSolver& Solver() override { return *solver_; }
@@ -33,6 +33,7 @@ private:
     RunContext context_;
     CjxStruct& model_;
     jxSolutionData& data_;
+    StiffnessUse use_;
     double* a_ = nullptr;
     int* ia_ = nullptr;
     int* ja_ = nullptr;

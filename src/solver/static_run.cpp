@@ -2,42 +2,17 @@
 
 #include <algorithm>
 #include <cassert>
-#include <chrono>
 
-#include "platform/cwin_app.h"
+#include "model/input_check.h"
 #include "solver/equilibrium.h"
 #include "solver/run_findings.h"
+#include "solver/run_frame.h"
 #include "solver/skyline_stages.h"
 #include "solver/sparse_stages.h"
 #include "solver/static_stages.h"
 #include "tools/timer.h"
 
 namespace qvx {
-
-namespace {
-
-/// The model's units as the source of a conversion: every quantity is marked to be converted.
-jxUnit ConversionSource(const jxUnit& units)
-{
-    jxUnit source = units;
-    std::fill(std::begin(source.flags), std::end(source.flags), 1);
-    return source;
-}
-
-class WallClock
-{
-public:
-    int Seconds() const
-    {
-        return static_cast<int>(
-            std::chrono::duration_cast<std::chrono::seconds>(std::chrono::steady_clock::now() - start_).count());
-    }
-
-private:
-    std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();
-};
-
-}  // namespace
 
 StaticRun::StaticRun(const RunContext& context, const MakeStages& makeStages)
     : context_(context), model_(context.model), groups_(context.model), stages_(makeStages(context, data_))
@@ -48,18 +23,10 @@ int StaticRun::Execute()
 {
     const WallClock clock;
     timer(1);
-    model_.list_msg(L"START CHECKING INPUT", L"...");
-    if (model_.CheckInputData(0, false) == 0 || HasRefusedShapes(model_))
-        return RefuseInput();
-    model_.list_msg(L"FINISHED CHECKING INPUT", L"OK");
-    model_.LogLine(L"\nSolving...\n");
-
+    if (!CheckInput(model_, kStaticCheck))
+        return 0;
     model_.ClearStaticResult();
-    const jxUnit internal;
-    const jxUnit display = ConversionSource(model_.units);
-    model_.SaveInputData();
-    context_.convertUnits(display, internal);
-    model_.bInSolution = 1;
+    const jxUnit display = BeginRun(context_);
     PrepareCombinations();
     try {
         // From here on numbers are internal: whatever fails leaves no result behind, as it would be read in the wrong
@@ -81,23 +48,8 @@ int StaticRun::Execute()
     model_.CalcModalCombinationResult();
     model_.CalcRcBeamEnvelop();
     model_.CalcRcWoodArmerMoment();
-
-    context_.convertUnits(internal, display);
-    model_.bInSolution = 0;
-    model_.RestoreInputData();
-    CString text;
-    text.Format(L"total time spent on analysis %d seconds", clock.Seconds());
-    model_.list_msg(text, L"Completed");
-    if (AfxGetApp().GetProfileInt(L"Preferences", L"LockModel", 0) == 1)
-        model_.bLockModel = 1;
+    EndRun(context_, display, clock);
     return 1;
-}
-
-int StaticRun::RefuseInput()
-{
-    ReportFault(model_, L"Invalid input, please check log file for details from menu File->View Log File.");
-    model_.RepaireData();
-    return 0;
 }
 
 void StaticRun::PrepareCombinations()

@@ -26,7 +26,6 @@ public:
     int Execute();
 
 private:
-    int RefuseInput();
     void PrepareCombinations();
     void DropResults();
     void SolveAllParts();

@@ -171,12 +171,13 @@ int CjxStruct::ProcessElementConnectivity(jxSolutionData& data)
     const int highest = FillDiagonalAddresses(data, numberOfEquations);
     const std::int64_t nTerms = data.maxa64[n + 1] - data.maxa64[1];
     assert(nTerms >= numberOfEquations && "every column has its diagonal");
-    if (solverType != DoubleSparse || data.bForceSkyline) {
-        if (nTerms > kMaxTerms)
-            ThrowTooManyTerms(nTerms);
+    const bool bSkyline = solverType != DoubleSparse || data.bForceSkyline;
+    if (bSkyline && nTerms > kMaxTerms)
+        ThrowTooManyTerms(nTerms);
+    if (bSkyline || data.bTellSkyline) {
         list_msg(L"The number of terms in global stiffness matrix in compact form", Count(nTerms));
         list_msg(L"Half-band width", Count(highest + 1));
-        if (data.maxa[n + 1] < 0)  // the address after the last term leaves 32 bits with exactly kMaxTerms
+        if (bSkyline && data.maxa[n + 1] < 0)  // the address after the last term leaves 32 bits with exactly kMaxTerms
             throw jxException(kRenumberAdvice);
     }
     return static_cast<int>(nTerms);
@@ -185,14 +186,11 @@ int CjxStruct::ProcessElementConnectivity(jxSolutionData& data)
 namespace {
 
 /// Makes the arrays of one skyline run. Sizes count slot 0.
-/// @param bSecond  an eigen run keeps a second matrix beside the stiffness
 template <class Real>
-void AllocateArrays(std::vector<Real>& stiffness, std::vector<Real>& second, std::vector<Real>& diagonals,
-                    std::size_t nTerms, std::size_t nEquations, bool bSecond)
+void AllocateArrays(std::vector<Real>& stiffness, std::vector<Real>& diagonals, std::size_t nTerms,
+                    std::size_t nEquations)
 {
     stiffness.assign(nTerms + 1, Real());
-    if (bSecond)
-        second.assign(nTerms + 1, Real());
     diagonals.assign(nEquations + 2, Real());
 }
 
@@ -212,19 +210,23 @@ const wchar_t* Banner(int solverType, int mode)
 
 }  // namespace
 
+/// A run for modes needs room for the matrix and its factor side by side; the second of them is made by the solver. A
+/// sparse solver has stores of its own, of nTerms terms with their columns: only their size is told.
 void CjxStruct::AllocateStiffnessMemory(jxSolutionData& data, int mode, int nTerms)
 {
     list_msg(L"Allocating memory for global stiffness matrix", L"...");
     const bool bDouble = solverType == DoubleSkyline;
+    const bool bSparse = solverType == DoubleSparse && mode == 1 && !data.bForceSkyline;
     const std::int64_t nMatrices = mode == 1 ? 2 : 1;
-    memcheck(fileLog, static_cast<int>(nMatrices * nTerms * (bDouble ? 8 : 16) / 1024));
+    const std::int64_t bytesPerTerm = bDouble ? 8 : bSparse ? 12 : 16;
+    memcheck(fileLog, static_cast<int>(nMatrices * nTerms * bytesPerTerm / 1024));
     try {
         const auto terms = static_cast<std::size_t>(nTerms);
         const auto equations = static_cast<std::size_t>(numberOfEquations);
         if (bDouble)
-            AllocateArrays(data.K, data.M, data.origDiag, terms, equations, mode == 1);
-        else
-            AllocateArrays(data.KQ, data.MQ, data.origDiagQ, terms, equations, mode == 1 && solverType == mode);
+            AllocateArrays(data.K, data.origDiag, terms, equations);
+        else if (!bSparse)
+            AllocateArrays(data.KQ, data.origDiagQ, terms, equations);
     } catch (const std::exception&) {  // bad_alloc, or length_error of a count beyond any memory
         list_msg(L"Unable to allocate memory for global stiffness matrix", L"NOT OK");
         throw jxException(CString(kRenumberAdvice) +

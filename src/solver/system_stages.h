@@ -17,6 +17,9 @@ public:
     using jxException::jxException;
 };
 
+/// What a stiffness is wanted for; the mode of CjxStruct::AllocateStiffnessMemory.
+enum StiffnessUse : int { ForStatics = 0, ForModes = 1 };
+
 /// The stages of a static run that differ from one kind of solver to another, as the user is told of them.
 ///
 /// Stages speak, to window and log; what they have solved is solved by an EquationSolver, which does not. A driver calls

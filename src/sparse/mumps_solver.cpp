@@ -7,7 +7,7 @@
 #include <cstddef>
 #include <cstring>
 
-#include <dmumps_c.h>
+#include "sparse/mumps_library.h"
 
 namespace qvx {
 
@@ -72,7 +72,7 @@ SparseStatus StatusOfMumps(int error, bool isOutOfCore)
 class MumpsSolver::Instance
 {
 public:
-    explicit Instance(const SparseSettings& settings)
+    explicit Instance(const SparseSettings& settings) : library_(MumpsLibrary::Load(settings.threads))
     {
         data.sym = kGeneralSymmetric;
         // The calling process works too; there is no other in the sequential build.
@@ -102,7 +102,7 @@ public:
     int Run(Job job)
     {
         data.job = job;
-        dmumps_c(&data);
+        library_.dmumps(&data);
         return data.infog[kError - 1];
     }
     void Set(Control control, int value) { data.icntl[control - 1] = value; }
@@ -131,6 +131,8 @@ public:
     DMUMPS_STRUC_C data{};
 
 private:
+    const MumpsLibrary& library_;
+
     void KeepFactorOnDisk(const SparseSettings& settings)
     {
         Set(kOutOfCore, 1);

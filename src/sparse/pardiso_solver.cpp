@@ -12,6 +12,8 @@
 
 #include <dlfcn.h>
 
+#include "platform/process_memory.h"
+
 namespace qvx {
 
 namespace {
@@ -52,6 +54,10 @@ Function Entry(void* library, const char* name)
 PardisoLibrary Open()
 {
     PardisoLibrary entries;
+    // Its parts are loaded at its first work, and it ends the process when there is no room for one of them.
+    constexpr std::size_t kParts = std::size_t{192} << 20;
+    if (IsAddressSpaceLimited() && !HasAddressSpace(kParts))
+        return entries;
     // The library's GNU threading layer takes the OpenMP routines that it finds in the process. Of itself the library
     // looks for another runtime under a name that only development packages give, and ends the process without it.
     if (dlopen("libgomp.so.1", RTLD_NOW | RTLD_GLOBAL) == nullptr)

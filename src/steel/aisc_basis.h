@@ -14,8 +14,7 @@ inline constexpr double kSteelE = 29000;      ///< [ksi]
 inline constexpr double kSteelG = 11200;      ///< [ksi]
 inline constexpr double kInchesPerFoot = 12;  ///< moments come in kip-ft, strengths are worked out in kip-in
 
-/// What every limit state needs to know beside the shape. Clause numbers of the figures told are those of AISC 360-16
-/// where the editions agree in substance.
+/// What every limit state needs to know beside the shape.
 struct AiscBasis
 {
     int edition = kAisc16;  ///< AiscEdition
@@ -25,6 +24,12 @@ struct AiscBasis
     /// sqrt(E / Fy), the measure of every slenderness limit (Table B4.1).
     double Root() const { return std::sqrt(kSteelE / Fy); }
     bool Is16() const { return edition >= kAisc16; }
+    /// Number of a clause or an equation in the edition.
+    const char* Number(const char* of16, const char* of10, const char* of05) const
+    {
+        return Is16() ? of16 : edition == kAisc10 ? of10 : of05;
+    }
+    const char* Number(const char* of16, const char* before) const { return Is16() ? of16 : before; }
 };
 
 inline bool IsIShape(int shape)

@@ -26,6 +26,8 @@ double SaintVenantStress(const jxSect_AISC& shape, double KLz)
 
 double PlainFlexure(const jxSect_AISC& shape, const AiscBasis& basis, const EffectiveLengths& lengths)
 {
+    Noted(basis.trace, {"KL/r, axis 3", SlendernessAbout3(shape, lengths), "E2", ""});
+    Noted(basis.trace, {"KL/r, axis 2", SlendernessAbout2(shape, lengths), "E2", ""});
     const double about3 =
         Noted(basis.trace, {"Fe, axis 3 [ksi]", EulerStress(SlendernessAbout3(shape, lengths)), "E3", "E3-4"});
     const double about2 =
@@ -35,10 +37,11 @@ double PlainFlexure(const jxSect_AISC& shape, const AiscBasis& basis, const Effe
 
 double TorsionOfChannel(const jxSect_AISC& shape, const AiscBasis& basis, const EffectiveLengths& lengths)
 {
-    const double torsion = Noted(basis.trace, {"Fez [ksi]", TorsionalStress(shape, lengths.torsion), "E4", "E4-7"});
+    const double torsion = Noted(basis.trace, {"Fez [ksi]", TorsionalStress(shape, lengths.torsion), "E4",
+                                               basis.Number("E4-7", "E4-9", "E4-11")});
     const double flexure = EulerStress(SlendernessAbout3(shape, lengths));
-    return Noted(basis.trace,
-                 {"Fe, axis 3 and torsion [ksi]", CombinedStress(flexure, torsion, shape.H), "E4", "E4-3"});
+    return Noted(basis.trace, {"Fe, axis 3 and torsion [ksi]", CombinedStress(flexure, torsion, shape.H), "E4",
+                               basis.Number("E4-3", "E4-5")});
 }
 
 double TorsionOfTee(const jxSect_AISC& shape, const AiscBasis& basis, const EffectiveLengths& lengths)
@@ -46,10 +49,10 @@ double TorsionOfTee(const jxSect_AISC& shape, const AiscBasis& basis, const Effe
     const double torsion = Noted(basis.trace, {"Fez [ksi]",
                                                basis.Is16() ? TorsionalStress(shape, lengths.torsion)
                                                             : SaintVenantStress(shape, lengths.torsion),
-                                               "E4", "E4-7"});
+                                               "E4", basis.Number("E4-7", "E4-9", "E4-11")});
     const double flexure = EulerStress(SlendernessAbout2(shape, lengths));
     return Noted(basis.trace, {"Fe, axis 2 and torsion [ksi]", CombinedStress(flexure, torsion, shape.H), "E4",
-                               basis.Is16() ? "E4-3" : "E4-5"});
+                               basis.Number("E4-3", "E4-5")});
 }
 
 double TorsionOfAngle(const jxSect_AISC& shape, const AiscBasis& basis, const EffectiveLengths& lengths)
@@ -62,13 +65,14 @@ double TorsionOfAngle(const jxSect_AISC& shape, const AiscBasis& basis, const Ef
     // holds for both.
     const double KL = std::max(lengths.about3, lengths.about2);
     return Noted(basis.trace, {"Fe, principal axes and torsion [ksi]", AngleTorsionalStress(shape, KL, lengths.torsion),
-                               "E4", "E4-4"});
+                               "E4", basis.Number("E4-4", "E4-6")});
 }
 
 double TorsionalPart(const jxSect_AISC& shape, const AiscBasis& basis, const EffectiveLengths& lengths)
 {
     if (IsIShape(shape.shape))
-        return Noted(basis.trace, {"Fe, torsion [ksi]", TorsionalStress(shape, lengths.torsion), "E4", "E4-2"});
+        return Noted(basis.trace, {"Fe, torsion [ksi]", TorsionalStress(shape, lengths.torsion), "E4",
+                                   basis.Number("E4-2", "E4-4")});
     if (IsChannel(shape.shape))
         return TorsionOfChannel(shape, basis, lengths);
     if (IsTorsionPairedWithAxis2(shape.shape))

@@ -150,15 +150,31 @@ double CAiscDesign::FindMajorFlexure(bool isPositive)
     return majorFlexure_[side];
 }
 
-void CAiscDesign::CheckInteraction()
+double CAiscDesign::TellAmplifier(const char* euler, const char* name, double Cm, double Pe1) const
 {
-    using qvx::Noted;
+    const bool is05 = basis_.edition == qvx::kAisc05;
+    const char* clause = is05 ? "C2.1b" : "Appendix 8.2.1";
     // ASD loads are raised to ultimate ones for the second-order effect, which is not linear in them.
     const double alpha = bLRFD_ ? kAlphaLRFD : kAlphaASD;
-    const double B3 = Noted(basis_.trace, {"B1, axis 3", qvx::AmplifierB1(Cm3_, forces_.P, alpha, strengths_.Pe3),
-                                           "Appendix 8.2", "A-8-3"});
-    const double B2 = Noted(basis_.trace, {"B1, axis 2", qvx::AmplifierB1(Cm2_, forces_.P, alpha, strengths_.Pe2),
-                                           "Appendix 8.2", "A-8-3"});
+    if (forces_.P > 0)
+        qvx::Noted(basis_.trace, {euler, Pe1, clause, is05 ? "C2-5" : "A-8-5"});
+    return qvx::Noted(basis_.trace,
+                      {name, qvx::AmplifierB1(Cm, forces_.P, alpha, Pe1), clause, is05 ? "C2-2" : "A-8-3"});
+}
+
+void CAiscDesign::TellStrength(const char* name, double available) const
+{
+    const bool is16 = basis_.Is16();
+    if (bLRFD_)
+        qvx::Noted(basis_.trace, {name, available, is16 ? "B3.1" : "B3.3", "0.90 times the nominal strength"});
+    else
+        qvx::Noted(basis_.trace, {name, available, is16 ? "B3.2" : "B3.4", "the nominal strength over 1.67"});
+}
+
+void CAiscDesign::CheckInteraction()
+{
+    const double B3 = TellAmplifier("Pe1, axis 3 [kip]", "B1, axis 3", Cm3_, strengths_.Pe3);
+    const double B2 = TellAmplifier("Pe1, axis 2 [kip]", "B1, axis 2", Cm2_, strengths_.Pe2);
     const bool isUnstable = std::isinf(B3) || std::isinf(B2);
     // A tee is stronger with its stem in tension: the sign of the moment picks the strength. Of an unstable member
     // neither means anything, and one is listed.
@@ -169,6 +185,9 @@ void CAiscDesign::CheckInteraction()
     results_[kAiscPc] = strength.P;
     results_[kAiscMc3] = strength.M3;
     results_[kAiscMc2] = strength.M2;
+    TellStrength("Pc [kip]", strength.P);
+    TellStrength("Mc3 [kip-ft]", strength.M3);
+    TellStrength("Mc2 [kip-ft]", strength.M2);
     const qvx::SectionForces amplified{.P = forces_.P, .M3 = B3 * forces_.M3, .M2 = B2 * forces_.M2};
     results_[kAiscInteraction] =
         isUnstable ? qvx::kNoStrengthLeft : qvx::InteractionRatio(shape_, amplified, strength, basis_.trace);
@@ -178,6 +197,8 @@ void CAiscDesign::CheckShear()
 {
     results_[kAiscVc2] = strengths_.V2;
     results_[kAiscVc3] = strengths_.V3;
+    qvx::Noted(basis_.trace, {"Vc2 [kip]", strengths_.V2, "G1", "available"});
+    qvx::Noted(basis_.trace, {"Vc3 [kip]", strengths_.V3, "G1", "available"});
     const double ratio = std::max(std::fabs(V2_) / strengths_.V2, std::fabs(V3_) / strengths_.V3);
     results_[kAiscShear] = qvx::Noted(basis_.trace, {"Shear ratio", ratio, "G1", ""});
 }

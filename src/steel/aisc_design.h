@@ -73,6 +73,9 @@ private:
     qvx::EffectiveLengths Lengths() const;
     void FindStrengths();
     double FindMajorFlexure(bool isPositive);
+    /// B1 of an axis, told with its Euler load.
+    double TellAmplifier(const char* euler, const char* name, double Cm, double Pe1) const;
+    void TellStrength(const char* name, double available) const;
     void CheckInteraction();
     void CheckShear();
 

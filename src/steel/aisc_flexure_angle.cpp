@@ -62,7 +62,7 @@ double LegBuckling(const AiscBasis& basis, double lambda, double Sc)
     if (u <= 0.54)
         return kInfinite;
     const double Mn = u <= 0.91 ? basis.Fy * Sc * (2.43 - 1.72 * u) : 0.71 * kSteelE * Sc / (lambda * lambda);
-    return Noted(basis.trace, {"Mn, leg buckling [kip-in]", Mn, "F10.3", "F10-6, F10-7"});
+    return Noted(basis.trace, {"Mn, leg buckling [kip-in]", Mn, "F10.3", basis.Number("F10-6, F10-7", "F10-7, F10-8")});
 }
 
 double AngleLateralBuckling(double My, double Mcr)

@@ -24,7 +24,7 @@ double BucklingMoment(const jxSect_AISC& s, const AiscBasis& basis, double Lb, b
                                           : std::numbers::pi / Lb * std::sqrt(kSteelE * s.Iy * kSteelG * s.J);
     const double raised = B + std::sqrt(1 + B * B);
     const double Mcr = isStemInTension ? stiffness * raised : stiffness / raised;
-    return Noted(basis.trace, {"Mcr [kip-in]", Mcr, "F9.2", basis.Is16() ? "F9-10" : "F9-4"});
+    return Noted(basis.trace, {"Mcr [kip-in]", Mcr, "F9.2", basis.Number("F9-10", "F9-4")});
 }
 
 // 360-16, F9.2(a): a straight line from Mp at Lp to My at Lr.
@@ -82,8 +82,8 @@ double StemStress(const jxSect_AISC& s, const AiscBasis& basis)
 double CompressionStemFlexure(const jxSect_AISC& s, const AiscBasis& basis, const LateralBracing& bracing)
 {
     const double My = Noted(basis.trace, {"My [kip-in]", basis.Fy * s.Sx, "F9.1", "F9-4"});
-    const double stem =
-        Noted(basis.trace, {"Mn, stem buckling [kip-in]", StemStress(s, basis) * s.Sx, "F9.4", "F9-16 to F9-19"});
+    const double stem = Noted(basis.trace, {"Mn, stem buckling [kip-in]", StemStress(s, basis) * s.Sx, "F9.4",
+                                            basis.Number("F9-16 to F9-19", "F9-8 to F9-11")});
     return std::min({My, stem, BucklingMoment(s, basis, bracing.Lb, false)});
 }
 
@@ -95,8 +95,8 @@ double TeeMajorFlexure(const jxSect_AISC& shape, const AiscBasis& basis, const L
     if (!isStemInTension)
         return CompressionStemFlexure(shape, basis, bracing);
     const double Mp = std::min(basis.Fy * shape.Zx, 1.6 * basis.Fy * shape.Sx);
-    const double flange =
-        Noted(basis.trace, {"Mn, flange buckling [kip-in]", FlangeBuckling(shape, basis, Mp), "F9.3", "F9-14, F9-15"});
+    const double flange = Noted(basis.trace, {"Mn, flange buckling [kip-in]", FlangeBuckling(shape, basis, Mp), "F9.3",
+                                              basis.Number("F9-14, F9-15", "F9-6, F9-7", "F9-6 to F9-8")});
     return std::min(TensionStemFlexure(shape, basis, bracing), flange);
 }
 

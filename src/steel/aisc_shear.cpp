@@ -40,14 +40,15 @@ double EdgePlateShear(const AiscBasis& basis, double area, double lambda, const 
 double TubeShear(const jxSect_AISC& s, const AiscBasis& basis, double lambda)
 {
     assert(lambda > 0 && s.t > 0 && "walls of a tube");
-    return PlateShear(basis, 2 * lambda * s.t * s.t, Cv2(lambda, kTubeWall, basis.Fy), "G4", "G4-1");
+    return PlateShear(basis, 2 * lambda * s.t * s.t, Cv2(lambda, kTubeWall, basis.Fy), basis.Number("G4", "G5"),
+                      basis.Number("G4-1", "G2-1"));
 }
 
 double RoundShear(const jxSect_AISC& s, const AiscBasis& basis)
 {
     const double Fcr = std::min(0.6 * basis.Fy, 0.78 * kSteelE / std::pow(s.lambda_w, 1.5));
-    Noted(basis.trace, {"Fcr [ksi]", Fcr, "G5", "G5-2b"});
-    return Noted(basis.trace, {"Vn [kip]", Fcr * s.A / 2, "G5", "G5-1"});
+    Noted(basis.trace, {"Fcr [ksi]", Fcr, basis.Number("G5", "G6"), basis.Number("G5-2b", "G6-2b")});
+    return Noted(basis.trace, {"Vn [kip]", Fcr * s.A / 2, basis.Number("G5", "G6"), basis.Number("G5-1", "G6-1")});
 }
 
 ShearStrength WebShear(const jxSect_AISC& s, const AiscBasis& basis)
@@ -72,25 +73,30 @@ ShearStrength ShearAlong2(const jxSect_AISC& shape, const AiscBasis& basis)
     if (IsIShape(shape.shape) || IsChannel(shape.shape))
         return WebShear(shape, basis);
     if (IsTee(shape.shape))
-        return {EdgePlateShear(basis, shape.d * shape.tw, shape.lambda_w, "G3", "G3-1")};
+        return {EdgePlateShear(basis, shape.d * shape.tw, shape.lambda_w, basis.Number("G3", "G2.1"),
+                               basis.Number("G3-1", "G2-1"))};
     if (IsBox(shape.shape))
         return {TubeShear(shape, basis, shape.lambda_w)};
     if (IsRoundTube(shape.shape))
         return {RoundShear(shape, basis)};
-    return {EdgePlateShear(basis, LegsAlongForce(shape) * shape.d * shape.t, shape.d / shape.t, "G3", "G3-1")};
+    return {EdgePlateShear(basis, LegsAlongForce(shape) * shape.d * shape.t, shape.d / shape.t,
+                           basis.Number("G3", "G4"), basis.Number("G3-1", "G2-1"))};
 }
 
 ShearStrength ShearAlong3(const jxSect_AISC& shape, const AiscBasis& basis)
 {
     if (IsIShape(shape.shape) || IsChannel(shape.shape))
-        return {EdgePlateShear(basis, 2 * shape.b * shape.tf, shape.lambda_f, "G6", "G6-1")};
+        return {EdgePlateShear(basis, 2 * shape.b * shape.tf, shape.lambda_f, basis.Number("G6", "G7"),
+                               basis.Number("G6-1", "G2-1"))};
     if (IsTee(shape.shape))
-        return {EdgePlateShear(basis, shape.b * shape.tf, shape.lambda_f, "G6", "G6-1")};
+        return {EdgePlateShear(basis, shape.b * shape.tf, shape.lambda_f, basis.Number("G6", "G7"),
+                               basis.Number("G6-1", "G2-1"))};
     if (IsBox(shape.shape))
         return {TubeShear(shape, basis, shape.lambda_f)};
     if (IsRoundTube(shape.shape))
         return {RoundShear(shape, basis)};
-    return {EdgePlateShear(basis, LegsAlongForce(shape) * shape.b * shape.t, shape.b / shape.t, "G3", "G3-1")};
+    return {EdgePlateShear(basis, LegsAlongForce(shape) * shape.b * shape.t, shape.b / shape.t,
+                           basis.Number("G3", "G4"), basis.Number("G3-1", "G2-1"))};
 }
 
 }  // namespace qvx

@@ -87,3 +87,82 @@ double calc_distance3(const jxPoint& p, const jxPoint& a, const jxPoint& b)
     const double t = squared > 0 ? std::clamp(dot(p - a, ab) / squared, 0.0, 1.0) : 0.0;
     return calc_distance(p, a + t * ab);
 }
+
+bool calc_distance3(double& distance, const jxPoint& p, const jxPoint& a, const jxPoint& b)
+{
+    jxPoint foot;
+    double t = 0;
+    distance = calc_distance2(foot, t, a, b, p);
+    return t >= 0 && t <= 1;
+}
+
+double calc_distance2(jxPoint& foot, double& t, const jxPoint& a, const jxPoint& b, const jxPoint& p)
+{
+    const jxPoint ab = b - a;
+    const double squared = dot(ab, ab);
+    t = squared > 0 ? dot(p - a, ab) / squared : 0.0;
+    foot = a + t * ab;
+    return calc_distance(p, foot);
+}
+
+jxPoint centroid(const jxPoint* p, int n)
+{
+    assert(n >= 1);
+    // First moments of the triangles that the first vertex makes with the edges, over their area; about the first
+    // vertex, so that a polygon far from the origin keeps its digits.
+    double twice = 0;
+    jxPoint moment;
+    jxPoint mean;
+    for (int i = 0; i < n; ++i) {
+        const jxPoint u = p[i] - p[0];
+        const jxPoint v = p[(i + 1) % n] - p[0];
+        const double w = u.x * v.y - v.x * u.y;
+        twice += w;
+        moment += w * (u + v);
+        mean += (1.0 / n) * u;
+    }
+    const jxPoint c = p[0] + (twice != 0 ? 1 / (3 * twice) * moment : mean);
+    return {c.x, c.y, 0};
+}
+
+bool is_parallel_two_ways(const jxPoint& u, const jxPoint& v)
+{
+    constexpr double kTolerance = 5e-7;
+    jxPoint normal;
+    cross(normal, u, v);
+    return dot(normal, normal) <= kTolerance * kTolerance * dot(u, u) * dot(v, v);
+}
+
+double CalcSignedAngle2D(const jxPoint& u, const jxPoint& v)
+{
+    return std::atan2(u.x * v.y - u.y * v.x, u.x * v.x + u.y * v.y);
+}
+
+void pt_interpolate(jxPoint& point, const jxPoint& a, const jxPoint& b, double t)
+{
+    point = a + t * (b - a);
+}
+
+double closestPtSegmentSegment(double& s, double& t, jxPoint& c1, jxPoint& c2, const jxPoint (&first)[2],
+                               const jxPoint (&second)[2])
+{
+    const jxPoint d1 = first[1] - first[0];
+    const jxPoint d2 = second[1] - second[0];
+    const jxPoint r = first[0] - second[0];
+    const double a = dot(d1, d1);
+    const double e = dot(d2, d2);
+    const double b = dot(d1, d2);
+    const double c = dot(d1, r);
+    const double f = dot(d2, r);
+    // a e - b^2 = a e sin^2: below the rounding of its terms the segments are parallel, and any s will do.
+    const double denominator = a * e - b * b;
+    s = denominator > 1e-14 * a * e ? std::clamp((b * f - c * e) / denominator, 0.0, 1.0) : 0.0;
+    t = e > 0 ? (b * s + f) / e : 0.0;
+    if (t < 0 || t > 1 || e == 0) {
+        t = std::clamp(t, 0.0, 1.0);
+        s = a > 0 ? std::clamp((b * t - c) / a, 0.0, 1.0) : 0.0;
+    }
+    c1 = first[0] + s * d1;
+    c2 = second[0] + t * d2;
+    return dot(c1 - c2, c1 - c2);
+}

@@ -6,9 +6,7 @@
 #include <random>
 #include <utility>
 
-// Eigenvalues, ascending, and vectors of a symmetric tridiagonal matrix (LAPACK).
-extern "C" void dstev_(const char* job, const int* n, double* diagonal, double* offDiagonal, double* vectors,
-                       const int* leadingDimension, double* work, int* info, std::size_t jobLength);
+#include "tools/tridiagonal_eigen.h"
 
 namespace qvx {
 
@@ -111,18 +109,12 @@ public:
 private:
     std::pair<double, std::vector<double>> EndOfSpectrum(bool isLargest) const
     {
-        const int m = static_cast<int>(diagonal_.size());
         const auto size = diagonal_.size();
         assert(size >= 1 && offDiagonal_.size() == size);
-        std::vector<double> values = diagonal_;
-        std::vector<double> offDiagonal = offDiagonal_;
-        std::vector<double> vectors(size * size);
-        std::vector<double> work(2 * size);
-        int info = 0;
-        dstev_("V", &m, values.data(), offDiagonal.data(), vectors.data(), &m, work.data(), &info, 1);
+        const TridiagonalEigen eigen = EigenOfTridiagonal(diagonal_, offDiagonal_);
         const std::size_t end = isLargest ? size - 1 : 0;
-        const auto first = vectors.begin() + static_cast<std::ptrdiff_t>(end * size);
-        return {values[end], std::vector<double>(first, first + m)};
+        const auto first = eigen.vectors.begin() + static_cast<std::ptrdiff_t>(end * size);
+        return {eigen.values[end], std::vector<double>(first, first + static_cast<std::ptrdiff_t>(size))};
     }
 
     const MotionSearch<Real>& search_;

@@ -59,6 +59,36 @@ TEST_F(DesignSummary, BeamsAreToldByTheirLargestSteel)
     EXPECT_EQ(Lines(), "  concrete beams      most steel 2000 mm^2 at the top of member 3 at 0\n");
 }
 
+// The combination is that of the envelope at the station, of the sagging moment for the bottom, the hogging one for the top.
+TEST_F(DesignSummary, BeamsNameTheCombinationOfTheirMoment)
+{
+    jxMaxVMD station;
+    station.x = 0.5;
+    station.maxComb[5] = 1;
+    station.minComb[5] = 0;
+    model.concreteEnvelope = {{.id = 4, .vmd = {station}}};
+    model.concreteBeams = {{.id = 4, .stations = {{.distance = 0.5, .asTop = 1, .asBottom = 2}}}};
+    EXPECT_EQ(Lines(),
+              "  concrete beams      most steel 2 mm^2 at the bottom of member 4, combination 2 \"live\", at 0.5\n");
+    model.concreteBeams[0].stations[0].asTop = 3;
+    EXPECT_EQ(Lines(),
+              "  concrete beams      most steel 3 mm^2 at the top of member 4, combination 1 \"dead\", at 0.5\n");
+}
+
+TEST_F(DesignSummary, PlatesNameTheirPointAndCombination)
+{
+    jxPlateRcResult plate;
+    plate.id = 8;
+    plate.as[2][1] = 2;
+    model.concretePlates = {plate};
+    jxWoodArmer moments;
+    moments.id = 8;
+    moments.combs[2][1] = 1;
+    model.woodArmer = {moments};
+    EXPECT_EQ(Lines(), "  concrete plates     most steel 2 mm^2/mm top y of shell 8 at its corner 2, combination 2 "
+                       "\"live\"\n");
+}
+
 // A negative area says that the section fails: a member counts once, whatever faces and stations fail.
 TEST_F(DesignSummary, BeamsThatFailAreCounted)
 {
@@ -135,6 +165,21 @@ TEST_F(DesignSummary, PlatesThatFailAreCounted)
         std::fill(std::begin(row), std::end(row), -1);
     model.concretePlates = {model.concretePlates[1]};
     EXPECT_EQ(Lines(), "  concrete plates     1 FAIL\n");
+}
+
+TEST_F(DesignSummary, OfEqualsTheFirstIsTold)
+{
+    model.concreteBeams = {{.id = 3, .stations = {{.asTop = 5, .asBottom = 5}, {.distance = 1, .asBottom = 5}}},
+                           {.id = 4, .stations = {{.asBottom = 5}}}};
+    model.concreteColumns = {Column(1, 0.5, 0), Column(2, 0.5, 1)};
+    model.concreteShear = {{.id = 3, .stations = {{.spacing = 150, .comb = 0}, {.distance = 1, .spacing = 150}}},
+                           {.id = 4, .stations = {{.spacing = 150, .comb = 1}}}};
+    model.concretePlates = {{.id = 8, .as = {{2, 2, 0, 0}}}, {.id = 9, .as = {{2, 0, 0, 0}}}};
+    EXPECT_EQ(Lines(),
+              "  concrete beams      most steel 5 mm^2 at the top of member 3 at 0\n"
+              "  concrete columns    worst ratio 0.5, member 1, combination 1 \"dead\", at 0, section 40x60-8#8\n"
+              "  concrete shear      closest stirrups 150 mm, member 3, combination 1 \"dead\", at 0\n"
+              "  concrete plates     most steel 2 mm^2/mm top x of shell 8\n");
 }
 
 }  // namespace

@@ -81,6 +81,28 @@ TEST(Extremes, EndForcesKeepTheirSignAndName)
                                                 Extreme{"end moment", kMoment, -32, "member 3, start (My)"}));
 }
 
+// Of values alike the first is told, whatever their signs: at a node, an end, a station, a corner.
+TEST(Extremes, OfEqualsTheFirstIsTold)
+{
+    jxCombResult result;
+    result.displacements = {{.id = 1, .value = {0, -3, 0, 1}}, {.id = 2, .value = {3, 0, 0, 0, -1}}};
+    result.beamEndForces = {{.id = 3, .start = {.Fx = -5, .My = 6}, .end = {.Fx = 5, .Mz = -6}}};
+    result.beamCurves = {{.id = 4, .vmd = {{.Dy = 2}, {.x = 0.5, .Dz = -2}, {.x = 1, .Dy = -2}}}};
+    result.shell4Stresses.resize(2);
+    result.shell4Stresses[1].id = 1;
+    result.shell4Stresses[0].P[2][3] = result.shell4Stresses[0].P[3][4] = result.shell4Stresses[1].P[0][3] = 9;
+    result.brickStresses = {{.id = 5, .S = {{}, {0, 0, 8}, {-8}}}};
+    EXPECT_THAT(ExtremesOf(result),
+                ElementsAre(Extreme{"displacement", kTranslationalDisplacement, 3, "node 1 (X 0, Y -3, Z 0)"},
+                            Extreme{"rotation", kRotationalDisplacement, 1, "node 1 (OX 1, OY 0, OZ 0)"},
+                            Extreme{"end axial force", kForce, -5, "member 3, start (Fx)"},
+                            Extreme{"end moment", kMoment, 6, "member 3, start (My)"},
+                            Extreme{"sag from the chord", kTranslationalDisplacement, 2, "member 4, start (Dy)"},
+                            Extreme{"shell shear", kLinearForce, 9, "shell 0, corner 2 (Vxx)"},
+                            Extreme{"brick stress", kStress, 8, "brick 5, corner 1 (Szz)"},
+                            Extreme{"brick stress", kStress, 8, "brick 5, corner 1 (von Mises)"}));
+}
+
 // A span is worth a line where it has more than the ends of all members; 1e-9 more is the same.
 TEST(Extremes, SpansAreToldWhereTheyExceedTheEnds)
 {

@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 
 #include "files/model_file.h"
+#include "rc/bar_file.h"
 #include "sap2000/sap2000_support.h"
 #include "support/recording_host.h"
 
@@ -60,6 +61,16 @@ TEST(FuzzSeeds, OfTheModelFileAreReadOrRefused)
     });
 
     EXPECT_GE(count, 3);
+}
+
+TEST(FuzzSeeds, OfBarTablesAreReadWholeOrNotAtAll)
+{
+    int read = 0;
+    const int count =
+        ForEachSeed("bar_tables", [&](const std::string& text) { read += ReadBarTables(text).has_value(); });
+
+    EXPECT_GE(count, 5);
+    EXPECT_EQ(read, 3);
 }
 
 }  // namespace

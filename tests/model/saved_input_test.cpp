@@ -84,7 +84,7 @@ TEST_F(SavedInput, EverythingThatTheHostEnteredIsCopied)
     model.currentRebarDatabase = 2;
     model.design.sustainedLoadComb = 1;
     model.steelCriteria.resize(1);
-    model.spectra[2].name = L"S";
+    SetText(model.spectra[2].name, L"S");
     model.mesh.size = 5;
 
     CjxStruct copy;
@@ -115,7 +115,7 @@ TEST_F(SavedInput, EverythingThatTheHostEnteredIsCopied)
     EXPECT_EQ(copy.currentRebarDatabase, 2);
     EXPECT_EQ(copy.design.sustainedLoadComb, 1);
     EXPECT_EQ(copy.steelCriteria.size(), 1u);
-    EXPECT_EQ(copy.spectra[2].name, L"S");
+    EXPECT_STREQ(copy.spectra[2].name, L"S");
     EXPECT_EQ(copy.mesh.size, 5);
 }
 

@@ -347,8 +347,28 @@ private:
         Add("concreteEnvelope.x", station.x, 1);
         AddSix("concreteEnvelope.max", station.max, f[kForce], f[kMoment]);
         AddSix("concreteEnvelope.min", station.min, f[kForce], f[kMoment]);
+        FillEnvelopeReport();
         for (auto& location : One(model.woodArmer).moments)
             Add("woodArmer.moments", location, f[kLinearMoment]);
+    }
+
+    void FillEnvelopeReport()
+    {
+        jxEnvelopeReport& report = model.envelopeReport;
+        AddSix("displacements.max", One(report.displacements).max, f[kTranslationalDisplacement],
+               f[kRotationalDisplacement]);
+        AddSix("supportReactions.min", One(report.supportReactions).min, f[kForce], f[kMoment]);
+        jxEnvelopeVMD& station = One(One(report.beamEnvelopes).vmd);
+        for (std::size_t i = 0; i < 8; ++i) {
+            const double factor = f[i < 3 ? kForce : i < 6 ? kMoment : kTranslationalDisplacement];
+            Add("beamEnvelopes.max", station.max[i], factor);
+            Add("beamEnvelopes.min", station.min[i], factor);
+        }
+        jxVMD& governing = One(One(report.beamCurves).vmd);
+        Add("beamCurves.x", governing.x, 1);
+        Add("beamCurves.Fy", governing.Fy, f[kForce]);
+        Add("beamCurves.Mz", governing.Mz, f[kMoment]);
+        Add("beamCurves.Dz", governing.Dz, f[kTranslationalDisplacement]);
     }
 
     void FillModes()

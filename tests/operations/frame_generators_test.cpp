@@ -311,7 +311,7 @@ TEST_F(CircularFrameGenerator, CountsAndLengthsFollowFromTheSteps)
                     length += Length(beam);
                 const double rings = 2 * std::sin(std::numbers::pi / nL) * nL * 5.0 * nR * (nR + 1) / 2 * levels;
                 const double expected = (nR - 1) * nL * levels * 5.0 + rings + nR * nL * nZ * 3.0;
-                // The degree of eight digits shifts the closing chord by 1.1e-8 of the radius.
+                // The degree of eight digits shortens the closing chord by 1.7e-7 radii and lengthens the others by as much.
                 EXPECT_NEAR(length, expected, 1e-8 * expected);
                 ExpectIdsFromOne();
             }

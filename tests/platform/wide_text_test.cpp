@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/cstring.h"
+#include "platform/wide_path.h"
 
 namespace {
 
@@ -21,6 +22,23 @@ TEST(WideText, CodePointsThatDoNotExistBecomeTheReplacementCharacter)
                             "b"),
               L"a\uFFFDb");
     EXPECT_EQ(qvx::FromUtf8("a\xC3"), L"a\uFFFD");
+}
+
+// Names of files are bytes. Latin-1, half a character and a lone mark come back as they were; printed they are U+FFFD.
+TEST(WideText, PathsOfAnyBytesComeBackAsTheyWere)
+{
+    for (const char* name :
+         {"plain", "Tr\xC3\xA4ger", "Tr\xE4ger", "\xFF\xFE", "a\xC3", "\xED\xB2\x80", "\xE6\xA2/b\x80"})
+        EXPECT_EQ(qvx::PathOf(qvx::TextOf(name)).string(), name);
+    EXPECT_EQ(qvx::TextOf("Tr\xC3\xA4ger"), L"Tr\u00e4ger");
+    EXPECT_EQ(qvx::ToUtf8(qvx::TextOf("Tr\xE4ger")), "Tr\xEF\xBF\xBDger");
+}
+
+// Units of 16 bits out of a file, in wide characters of whatever size.
+TEST(WideText, SurrogatePairIsOneCodePoint)
+{
+    const std::wstring pair{static_cast<wchar_t>(0xD83D), static_cast<wchar_t>(0xDE00)};
+    EXPECT_EQ(qvx::ToUtf8(pair), "\xF0\x9F\x98\x80");
 }
 
 TEST(WideText, CaseFoldsLatinGreekAndCyrillic)

@@ -103,5 +103,18 @@ TEST(ConcreteCode, LightweightFactorOfTheEditions)
     EXPECT_EQ(LightweightFactor(kAci318_11, 135 * kPcf / 3.68e-9 * 3.68e-9 * (1 - 1e-15)), 1.0);
 }
 
+// 318-02 counts the design of stirrups 11.5.6, 318-05 11.5.7, 318-08 11.4.7, 318-14 22.5.10, 318-19 22.5.8.
+TEST(ConcreteCode, ClausesAreThoseOfTheEdition)
+{
+    const auto stirrups = [](int code) { return std::string(ClauseOf(code, "22.5.8.5.3", "11.4.7.2")); };
+    EXPECT_EQ(stirrups(kAci318_02), "11.5.6.2");
+    EXPECT_EQ(stirrups(kAci318_05), "11.5.7.2");
+    EXPECT_EQ(stirrups(kAci318_08), "11.4.7.2");
+    EXPECT_EQ(stirrups(kAci318_11), "11.4.7.2");
+    EXPECT_EQ(stirrups(kAci318_14), "22.5.10.5.3");
+    EXPECT_EQ(stirrups(kAci318_19), "22.5.8.5.3");
+    EXPECT_STREQ(ClauseOf(kAci318_02, "22.2.2.4.1", "10.2.7.1"), "10.2.7.1");
+}
+
 }  // namespace
 }  // namespace qvx

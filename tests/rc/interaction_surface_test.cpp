@@ -8,6 +8,7 @@
 
 #include "rc/concrete_code.h"
 #include "rc/rc_manager.h"
+#include "rc/surface_point.h"
 
 namespace qvx {
 namespace {
@@ -239,6 +240,72 @@ TEST(CapacityRatio, RoundSectionsHaveNoWeakDirection)
     const double along = Ratio(surface, 200, 150, 0);
     for (const double angle : {0.2, 0.7, 1.1, 1.5, 2.9})
         EXPECT_NEAR(Ratio(surface, 200, 150 * std::cos(angle), 150 * std::sin(angle)), along, 0.019 * along);
+}
+
+struct Listener : DesignTrace
+{
+    void Note(const DesignFigure& figure) override { figures.push_back(figure); }
+    double Value(const std::string& name) const
+    {
+        for (const DesignFigure& figure : figures)
+            if (figure.name == name)
+                return figure.value;
+        return std::nan("");
+    }
+
+    std::vector<DesignFigure> figures;
+};
+
+// Nilson, Darwin & Dolan, Design of Concrete Structures, example 8.1: 12 x 20 in, f'c 4, fy 60, 4 No. 9 at the corners. At
+// balanced strains c = 17.5 87/147 = 10.357 in, a = 8.803, compression steel at fy; Pn = 352.4, Mn = 313.3. dt/c = 49/29
+// is step 49 of 78 on the way to (0.003 + 0.00207 + 0.003)/0.003 = 78/29.
+TEST(SurfacePoint, TellsThePublishedBalancedPoint)
+{
+    jxConcreteSection section;
+    section.b = 12;
+    section.h = 20;
+    section.fc = 4;
+    section.fy = 60;
+    section.nx = section.ny = 2;
+    section.barCount = 4;
+    section.cover = 2.5;
+    section.barArea = 1;
+    Listener listener;
+    const P_M_Point point = SurfacePoint(section, {.code = 6, .steps = {4, 78, 20}}, 0, 49, &listener);
+    EXPECT_NEAR(listener.Value("c [in]"), 10.357, 5e-4);
+    EXPECT_NEAR(listener.Value("a [in]"), 8.803, 5e-4);
+    EXPECT_NEAR(listener.Value("block: force [kip]"), 0.85 * 4 * 12 * 8.8036, 5e-3);
+    EXPECT_NEAR(listener.Value("eps_t"), 60.0 / 29000, 1e-9);
+    EXPECT_NEAR(listener.Value("Pn [kip]"), 352.4, 0.05);
+    EXPECT_NEAR(listener.Value("Mn3 [kip-ft]"), 313.3, 0.05);
+    EXPECT_NEAR(listener.Value("phi"), 0.65, 1e-9);
+    EXPECT_NEAR(point.P, 0.65 * listener.Value("Pn [kip]"), 1e-9);
+}
+
+TEST(SurfacePoint, IsThePointOfTheSurface)
+{
+    jxConcreteSection section;
+    section.b = 16;
+    section.h = 20;
+    section.fc = 5;
+    section.fy = 60;
+    section.nx = 3;
+    section.ny = 4;
+    section.barCount = 10;
+    section.cover = 2.5;
+    section.barArea = 0.79;
+    const SurfaceRules rules{.code = 6, .steps = {8, 10, 5}};
+    const P_M_Sect surface = InteractionSurface(section, rules);
+    for (const P_M_Int& curve : surface.curves)
+        for (std::size_t i = 0; i < curve.points.size(); ++i) {
+            const P_M_Point point = SurfacePoint(section, rules, curve.angle, i, nullptr);
+            EXPECT_EQ(point.P, curve.points[i].P);
+            EXPECT_EQ(point.M3, curve.points[i].M3);
+            EXPECT_EQ(point.M2, curve.points[i].M2);
+        }
+    Listener listener;
+    EXPECT_EQ(LargestAxialStrength(section, rules, &listener), surface.cap);
+    EXPECT_NEAR(listener.Value("Po [kip]"), 0.85 * 5 * (320 - 7.9) + 60 * 7.9, 1e-9);
 }
 
 }  // namespace

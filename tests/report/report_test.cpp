@@ -386,7 +386,7 @@ TEST_F(ReportTest, ChangesNothingOfTheModel)
 
 TEST_F(ReportTest, SectionNamesFindTheirSwitch)
 {
-    jxReport report;
+    CjxReport report;
     EXPECT_EQ(SelectReportSections(report, {"nodes", "nodal"}), "nodal");
     EXPECT_EQ(report.bUnits, 1);
     EXPECT_EQ(SelectReportSections(report, {"nodal_displacements", "shell4s_stiffness_factors"}), "");
@@ -396,6 +396,7 @@ TEST_F(ReportTest, SectionNamesFindTheirSwitch)
         nOn += first[i];
     EXPECT_EQ(nOn, 2);
     EXPECT_EQ(report.bNodalDisplacements + report.bShell4s, 2);
+    EXPECT_EQ(report.bConcreteDesign + report.bSteelDesign, 0);
     EXPECT_EQ(report.bHtmlTables, 1);
 }
 

@@ -137,14 +137,29 @@ TEST_P(OutOfCore, ConfigurationStandsInTheCurrentFolderAndIsNeverBelowTwenty)
     EXPECT_EQ(line, "MKL_PARDISO_OOC_MAX_CORE_SIZE = 2000");
 }
 
-TEST_P(OutOfCore, ConfigurationThatWasThereStaysThere)
+TEST_P(OutOfCore, ConfigurationOfTheUserIsNotTouched)
 {
-    std::ofstream(folder.Path() / "pardiso_ooc.cfg") << "mine";
+    const std::string mine = "MKL_PARDISO_OOC_MAX_CORE_SIZE = 500\n";
+    std::ofstream(folder.Path() / "pardiso_ooc.cfg") << mine;
     BuildTower(m, 2);
 
     EXPECT_EQ(m.FaultOfRun(), L"");
 
     EXPECT_EQ(folder.Contents(), "pardiso_ooc.cfg\n");
+    std::ifstream in(folder.Path() / "pardiso_ooc.cfg");
+    EXPECT_EQ(std::string(std::istreambuf_iterator<char>(in), {}), mine);
+}
+
+// A run that was killed leaves its file; the next one takes it for its own, and away.
+TEST_P(OutOfCore, ConfigurationOfAnEarlierRunIsTakenAway)
+{
+    std::ofstream(folder.Path() / "pardiso_ooc.cfg")
+        << "MKL_PARDISO_OOC_MAX_CORE_SIZE = 300\nMKL_PARDISO_OOC_KEEP_FILE = 1\n";
+    BuildTower(m, 2);
+
+    EXPECT_EQ(m.FaultOfRun(), L"");
+
+    EXPECT_EQ(folder.Contents(), "");
 }
 
 // A folder below a plain file: nobody can write there, the superuser neither.

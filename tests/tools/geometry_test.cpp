@@ -135,4 +135,80 @@ TEST(SegmentDistance, IsTakenToTheNearestPointOfTheSegment)
     EXPECT_EQ(calc_distance3({4, 0, 0}, a, b), 0);
 }
 
+TEST(LineDistance, TellsWhetherTheFootLiesWithinTheSegment)
+{
+    const jxPoint a{0, 0, 0};
+    const jxPoint b{10, 0, 0};
+    double distance = 0;
+    EXPECT_TRUE(calc_distance3(distance, {4, 3, 4}, a, b));
+    EXPECT_DOUBLE_EQ(distance, 5);
+    EXPECT_TRUE(calc_distance3(distance, {10, 2, 0}, a, b));  // ends count
+    EXPECT_FALSE(calc_distance3(distance, {-1e-9, 2, 0}, a, b));
+    EXPECT_DOUBLE_EQ(distance, 2);  // of the line
+}
+
+TEST(LineDistance, GivesFootAndPlace)
+{
+    jxPoint foot;
+    double t = 0;
+    EXPECT_DOUBLE_EQ(calc_distance2(foot, t, {2, 0, 0}, {6, 0, 0}, {8, 3, 0}), 3);
+    EXPECT_DOUBLE_EQ(foot.x, 8);
+    EXPECT_DOUBLE_EQ(t, 1.5);
+    EXPECT_DOUBLE_EQ(calc_distance2(foot, t, {2, 0, 0}, {2, 0, 0}, {2, 3, 0}), 3);
+    EXPECT_EQ(t, 0);
+}
+
+// Of an L of two squares side by side and one above: (0.5 + 1.5 + 0.5) / 3 and (0.5 + 0.5 + 1.5) / 3.
+TEST(Centroid, IsThatOfTheArea)
+{
+    const jxPoint shape[] = {{0, 0, 7}, {2, 0, 7}, {2, 1, 7}, {1, 1, 7}, {1, 2, 7}, {0, 2, 7}};
+    const jxPoint c = centroid(shape, 6);
+    EXPECT_NEAR(c.x, 2.5 / 3, 1e-15);
+    EXPECT_NEAR(c.y, 2.5 / 3, 1e-15);
+    EXPECT_EQ(c.z, 0);
+    const jxPoint line[] = {{0, 0, 0}, {4, 0, 0}};
+    EXPECT_EQ(centroid(line, 2).x, 2);  // no area: the mean
+}
+
+TEST(Vectors, AreParallelEitherWay)
+{
+    EXPECT_TRUE(is_parallel_two_ways({1, 2, 3}, {-2, -4, -6}));
+    EXPECT_TRUE(is_parallel_two_ways({1, 0, 0}, {1000, 4e-4, 0}));
+    EXPECT_FALSE(is_parallel_two_ways({1, 0, 0}, {1000, 6e-4, 0}));
+}
+
+TEST(Vectors, TurnCounterclockwiseByAPositiveAngle)
+{
+    EXPECT_DOUBLE_EQ(CalcSignedAngle2D({1, 0, 0}, {0, 2, 0}), std::numbers::pi / 2);
+    EXPECT_DOUBLE_EQ(CalcSignedAngle2D({0, 3, 0}, {1, 0, 0}), -std::numbers::pi / 2);
+    EXPECT_EQ(CalcSignedAngle2D({1, 1, 0}, {2, 2, 0}), 0);
+}
+
+TEST(Segments, AreNearestWhereTheyCross)
+{
+    double s = 0;
+    double t = 0;
+    jxPoint c1;
+    jxPoint c2;
+    EXPECT_DOUBLE_EQ(closestPtSegmentSegment(s, t, c1, c2, {{0, 0, 0}, {10, 0, 0}}, {{4, -2, 3}, {4, 2, 3}}), 9);
+    EXPECT_DOUBLE_EQ(s, 0.4);
+    EXPECT_DOUBLE_EQ(t, 0.5);
+    EXPECT_DOUBLE_EQ(c1.x, 4);
+    EXPECT_DOUBLE_EQ(c2.z, 3);
+}
+
+TEST(Segments, OfOneLineAreNearestAtAnEnd)
+{
+    double s = 0.5;
+    double t = 0.5;
+    jxPoint c1;
+    jxPoint c2;
+    const jxPoint direction{0.1, 0.7, 0.3};
+    EXPECT_NEAR(closestPtSegmentSegment(s, t, c1, c2, {{0, 0, 0}, 10 * direction}, {2 * direction, 12 * direction}), 0,
+                1e-25);
+    EXPECT_TRUE(s == 0 || s == 1 || t == 0 || t == 1);
+    EXPECT_NEAR(closestPtSegmentSegment(s, t, c1, c2, {{0, 0, 0}, {1, 0, 0}}, {{3, 0, 0}, {5, 0, 0}}), 4, 1e-15);
+    EXPECT_NEAR(closestPtSegmentSegment(s, t, c1, c2, {{0, 0, 0}, {0, 0, 0}}, {{3, 0, 0}, {3, 0, 0}}), 9, 1e-15);
+}
+
 }  // namespace

@@ -50,10 +50,15 @@ public:
     {
         Support(node, flag, {values[0], values[1], values[2], values[3], values[4], values[5]});
     }
-    void Run(int solverType = DoubleSkyline)
+    /// Makes supports of what is held.
+    void ApplyHolds()
     {
         for (const auto& [node, flag] : held_)
             Support(node, flag.c_str());
+    }
+    void Run(int solverType = DoubleSkyline)
+    {
+        ApplyHolds();
         Solve(solverType);
         ExpectOtherSolversToAgree(model, agreement);
     }

@@ -79,13 +79,14 @@ std::optional<jxBmStress> MemberStressCalculator::StressesOf(const jxBmVMD& curv
 
 std::vector<jxBmStress> CjxStruct::GetBeamStresses(int comb) const
 {
-    const jxCombResult& source = comb < 0 ? modalResult : combResults[static_cast<std::size_t>(comb)];
+    const std::vector<jxBmVMD>& curves =
+        comb < 0 ? envelopeReport.beamCurves : combResults[static_cast<std::size_t>(comb)].beamCurves;
     std::vector<jxBmStress> stresses;
-    if (source.beamCurves.empty())
+    if (curves.empty())
         return stresses;
 
     qvx::MemberStressCalculator calculator(*this);
-    for (const jxBmVMD& curve : source.beamCurves)
+    for (const jxBmVMD& curve : curves)
         if (std::optional<jxBmStress> member = calculator.StressesOf(curve))
             stresses.push_back(std::move(*member));
     return stresses;

@@ -25,6 +25,9 @@ inline constexpr ValueRule kMaterial = {.least = 1, .refersTo = Reference::Mater
 inline constexpr ValueRule kSection = {.least = 1, .refersTo = Reference::Section};
 inline constexpr ValueRule kThickness = {.least = 1, .refersTo = Reference::Thickness};
 inline constexpr ValueRule kMember = {.least = 1, .refersTo = Reference::Member};
+inline constexpr ValueRule kShell3 = {.least = 1, .refersTo = Reference::Shell3};
+inline constexpr ValueRule kShell4 = {.least = 1, .refersTo = Reference::Shell4};
+inline constexpr ValueRule kBrick = {.least = 1, .refersTo = Reference::Brick};
 inline constexpr ValueRule kMemberCriterion = {.least = 0, .refersTo = Reference::MemberCriterion};
 inline constexpr ValueRule kPlateCriterion = {.least = 0, .refersTo = Reference::PlateCriterion};
 inline constexpr ValueRule kSteelCriterion = {.least = 0, .refersTo = Reference::SteelCriterion};
@@ -271,11 +274,11 @@ struct FieldsOf<jxNamedSelection>
     using R = jxNamedSelection;
     static constexpr auto list = RecordFields(
         Always("label", &R::label, ""),
-        WhenUnusual("nodes", &R::nodes, "ids", rule::kId),
-        WhenUnusual("beams", &R::beams, "ids", rule::kId),
-        WhenUnusual("shell3s", &R::shell3s, "ids", rule::kId),
-        WhenUnusual("shell4s", &R::shell4s, "ids", rule::kId),
-        WhenUnusual("bricks", &R::bricks, "ids", rule::kId));
+        WhenUnusual("nodes", &R::nodes, "ids", rule::kNode),
+        WhenUnusual("beams", &R::beams, "ids", rule::kMember),
+        WhenUnusual("shell3s", &R::shell3s, "ids", rule::kShell3),
+        WhenUnusual("shell4s", &R::shell4s, "ids", rule::kShell4),
+        WhenUnusual("bricks", &R::bricks, "ids", rule::kBrick));
 };
 
 template <>
@@ -287,7 +290,7 @@ struct FieldsOf<jxMesh>
         Always("size", &R::size, "of elements", In(kLength)));
 };
 
-// Abscissas are seconds or hertz, ordinates are in g: no unit set changes them.
+// Seconds and g: no unit set changes them.
 template <>
 struct FieldsOf<jxSpectrum>
 {
@@ -295,7 +298,7 @@ struct FieldsOf<jxSpectrum>
     static constexpr auto list = RecordFields(
         Always("name", &R::name, ""),
         Always("type", &R::type, ""),
-        Always("points", &R::points, "abscissa, ordinate in g"));
+        Always("points", &R::points, "period [s], acceleration [g]"));
 };
 
 // clang-format on

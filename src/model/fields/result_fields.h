@@ -197,6 +197,55 @@ struct FieldsOf<jxMaxBmVMD>
 };
 
 template <>
+struct FieldsOf<jxEnvelopeValue6>
+{
+    using R = jxEnvelopeValue6;
+    static constexpr auto list = RecordFields(
+        Always("id", &R::id, "node"),
+        Always("max", &R::max, "X, Y, Z, OX, OY, OZ", In(measure::kOfTheList)),
+        Always("min", &R::min, "X, Y, Z, OX, OY, OZ", In(measure::kOfTheList)),
+        Always("maxComb", &R::maxComb, "combinations by index, -1 for none", {.least = -1, .refersTo = Reference::CombinationIndex}),
+        Always("minComb", &R::minComb, "combinations by index, -1 for none", {.least = -1, .refersTo = Reference::CombinationIndex}));
+};
+
+template <>
+struct FieldsOf<jxEnvelopeVMD>
+{
+    using R = jxEnvelopeVMD;
+    static constexpr Measure kOfAStation = {
+        .rule = UnitRule::PerPosition,
+        .units = {{{.of = kForce}, {.of = kForce}, {.of = kForce}, {.of = kMoment}, {.of = kMoment}, {.of = kMoment},
+                   {.of = kTranslationalDisplacement}, {.of = kTranslationalDisplacement}}}};
+    static constexpr auto list = RecordFields(
+        Always("x", &R::x, "fraction of the length"),
+        Always("max", &R::max, "axial force, V2, V3, torsion, M2, M3, Dy, Dz", In(kOfAStation)),
+        Always("min", &R::min, "axial force, V2, V3, torsion, M2, M3, Dy, Dz", In(kOfAStation)),
+        Always("maxComb", &R::maxComb, "combinations by index, -1 for none", {.least = -1, .refersTo = Reference::CombinationIndex}),
+        Always("minComb", &R::minComb, "combinations by index, -1 for none", {.least = -1, .refersTo = Reference::CombinationIndex}));
+};
+
+template <>
+struct FieldsOf<jxEnvelopeBmVMD>
+{
+    using R = jxEnvelopeBmVMD;
+    static constexpr auto list = RecordFields(
+        Always("id", &R::id, "member"),
+        Always("stations", &R::vmd, "from start to end"));
+};
+
+template <>
+struct FieldsOf<jxEnvelopeReport>
+{
+    using R = jxEnvelopeReport;
+    static constexpr auto list = RecordFields(
+        Always("selection", &R::selection, "per combination: 1 chosen"),
+        Always("displacements", &R::displacements, "of nodes", In(measure::kDisplacements)),
+        Always("supportReactions", &R::supportReactions, "of nodes", In(measure::kForces)),
+        Always("beamEnvelopes", &R::beamEnvelopes, "of members"),
+        Always("beamCurves", &R::beamCurves, "the extremes of larger magnitude"));
+};
+
+template <>
 struct FieldsOf<jxWoodArmer>
 {
     using R = jxWoodArmer;

@@ -22,6 +22,47 @@ struct jxMaxBmVMD
     std::vector<jxMaxVMD> vmd;
 };
 
+/// Extremes of six values of a node over combinations, in DOF order, with their combinations (-1: none).
+struct jxEnvelopeValue6
+{
+    int id = 0;  ///< node id
+    double max[6] = {-1e300, -1e300, -1e300, -1e300, -1e300, -1e300};
+    double min[6] = {1e300, 1e300, 1e300, 1e300, 1e300, 1e300};
+    int maxComb[6] = {-1, -1, -1, -1, -1, -1};
+    int minComb[6] = {-1, -1, -1, -1, -1, -1};
+};
+
+/// Envelope station with the deflections of the curve: the six of jxMaxVMD, then Dy, Dz.
+struct jxEnvelopeVMD
+{
+    double x = 0;
+    double max[8] = {-1e300, -1e300, -1e300, -1e300, -1e300, -1e300, -1e300, -1e300};
+    double min[8] = {1e300, 1e300, 1e300, 1e300, 1e300, 1e300, 1e300, 1e300};
+    int maxComb[8] = {-1, -1, -1, -1, -1, -1, -1, -1};
+    int minComb[8] = {-1, -1, -1, -1, -1, -1, -1, -1};
+};
+
+/// Envelope along a member, forces and deflections.
+struct jxEnvelopeBmVMD
+{
+    int id = 0;
+    std::vector<jxEnvelopeVMD> vmd;
+};
+
+/// Envelopes over one selection of combinations.
+struct jxEnvelopeReport
+{
+    std::vector<int> selection;  ///< per combination: 1 chosen
+    std::vector<jxEnvelopeValue6> displacements;
+    std::vector<jxEnvelopeValue6> supportReactions;
+    std::vector<jxEnvelopeBmVMD> beamEnvelopes;
+    /// Of each value at each station the extreme of larger magnitude with its sign: the values of a station need not
+    /// come from one combination.
+    std::vector<jxBmVMD> beamCurves;
+
+    void clear() { *this = {}; }
+};
+
 /// Wood-Armer moments of one shell at its centre and four corners, extremes over the concrete combinations
 /// (R. H. Wood, The reinforcement of slabs in accordance with a pre-determined field of moments, Concrete 2, 1968).
 struct jxWoodArmer
@@ -35,15 +76,15 @@ struct jxWoodArmer
 struct jxEigenResult
 {
     double eigenvalue = 0;            ///< squared circular frequency [rad^2/s^2]
-    double errorMeasure = 0;          ///< of the eigensolver
-    std::vector<jxResult6Val> shape;  ///< a row per node
+    double errorMeasure = 0;          ///< ||K x - w M x|| / ||K x||
+    std::vector<jxResult6Val> shape;  ///< a row per node, of unit modal mass in internal units
 };
 
 /// Response of one mode to the spectra of the three directions X, Y, Z.
 struct jxResponseSpectrumResult
 {
-    double eigenvalue = 0;  ///< squared circular frequency [rad^2/s^2]
-    double participation[3] = {};
-    std::vector<jxResult6Val> displacements[3];
-    std::vector<jxResult6Val> forces[3];
+    double eigenvalue = 0;                       ///< squared circular frequency [rad^2/s^2]
+    double participation[3] = {};                ///< share of the mass that moves along X, Y, Z
+    std::vector<jxResult6Val> displacements[3];  ///< per direction; zeros where it takes no part
+    std::vector<jxResult6Val> forces[3];         ///< elastic forces of the displacements
 };

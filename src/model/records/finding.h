@@ -18,7 +18,9 @@ enum class Severity : unsigned char {
 /// Who found it: the findings of a stage are dropped when the stage runs again.
 enum class FindingStage : unsigned char {
     Reading,  ///< the reader of a file
+    Edit,     ///< an operation on the model; kept until another model is read
     Check,    ///< CheckInputData
+    Modes,    ///< the frequency run; dropped with its results
     Run,      ///< the analysis; dropped with its results
 };
 

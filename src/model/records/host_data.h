@@ -37,10 +37,11 @@ struct jxMesh
     double size = 0;  ///< element size [length]
 };
 
-/// Response spectrum of one global direction: points of ascending abscissa.
+/// Response spectrum: points of ascending period.
 struct jxSpectrum
 {
-    std::wstring name;
-    int type = 0;                                   ///< of the abscissa
-    std::vector<std::pair<double, double>> points;  ///< abscissa, ordinate in g
+    /// UTF-16 code units, one an element, zero terminated; what follows the terminator is kept as a file had it.
+    wchar_t name[128] = {};
+    int type = 0;                                   ///< of the host; stored and restored
+    std::vector<std::pair<double, double>> points;  ///< period [s], acceleration [g]
 };
